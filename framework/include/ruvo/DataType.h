@@ -1,0 +1,9 @@
+#pragma once
+
+namespace ruvo {
+
+struct DataType {
+    enum Type { NONE, UINT32, BOOLEAN, DOUBLE, STRING };
+};
+
+} // namespace ruvo
