@@ -1,0 +1,38 @@
+// The library's logging conventions. Each source file names its category once with
+// SORVANE_LOG_CATEGORY; its logger is created on first use and cached in a file static.
+// A message is composed only when admitted, and begins with its source line and a blank.
+#pragma once
+
+#include <kel/LogFactory.h>
+#include <kel/LoggerStream.h>
+#include <kel/TraceLogger.h>
+
+#define SORVANE_CAPTURE_CATEGORY "libSorvane.Capture"
+#define SORVANE_UTIL_CATEGORY "libSorvane.CaptureUtil"
+
+#define SORVANE_LOG_CATEGORY(category)                                          \
+    namespace {                                                                 \
+    kel::Logger* s_sorvaneLogger = nullptr;                                     \
+    inline kel::Logger* sorvaneLogger()                                         \
+    {                                                                           \
+        if (!s_sorvaneLogger) kel::LogFactory::createLogger(kel::String(category), s_sorvaneLogger); \
+        return s_sorvaneLogger;                                                 \
+    }                                                                           \
+    }
+
+#define SORVANE_LOG(priority, message)                                          \
+    do {                                                                        \
+        kel::Logger* sorvaneLogger_ = sorvaneLogger();                          \
+        if (kel::LogFactory::admits(sorvaneLogger_, (priority))) {              \
+            kel::LoggerStream sorvaneStream_(sorvaneLogger_, (priority));       \
+            sorvaneStream_ << __LINE__ << " " << message;                       \
+        }                                                                       \
+    } while (0)
+
+// Progress and diagnostic detail.
+#define SORVANE_LOG_DETAIL(message) SORVANE_LOG(kel::LOG_DETAIL, message)
+// A failed system call.
+#define SORVANE_LOG_ERROR(message) SORVANE_LOG(kel::LOG_ERROR, message)
+
+// Logs entry and exit of the enclosing function.
+#define SORVANE_TRACE() kel::TraceLogger sorvaneTrace_(sorvaneLogger(), __FUNCTION__, __FILE__, __LINE__)
