@@ -1,0 +1,115 @@
+#include "SetupApiDevType.h"
+#include "NamedMemberLookup.h"
+#include <devguid.h>
+
+namespace sorvane {
+
+const SetupApiDevType& SetupApiDevType::NOTSET()
+{
+    static const SetupApiDevType value(L"NOTSET", nullptr, true);
+    return value;
+}
+
+const SetupApiDevType& SetupApiDevType::ALL()
+{
+    static const SetupApiDevType value(L"ALL", nullptr, true);
+    return value;
+}
+
+#define SORVANE_DEVTYPE(member, name, guid)                                  \
+    const SetupApiDevType& SetupApiDevType::member()                         \
+    {                                                                        \
+        static const SetupApiDevType value(name, &guid, false);              \
+        return value;                                                        \
+    }
+
+SORVANE_DEVTYPE(IEEE1394, L"1394", GUID_DEVCLASS_1394)
+SORVANE_DEVTYPE(ADAPTER, L"ADAPTER", GUID_DEVCLASS_ADAPTER)
+SORVANE_DEVTYPE(APMSUPPORT, L"APMSUPPORT", GUID_DEVCLASS_APMSUPPORT)
+SORVANE_DEVTYPE(BATTERY, L"BATTERY", GUID_DEVCLASS_BATTERY)
+SORVANE_DEVTYPE(CDROM, L"CDROM", GUID_DEVCLASS_CDROM)
+SORVANE_DEVTYPE(COMPUTER, L"COMPUTER", GUID_DEVCLASS_COMPUTER)
+SORVANE_DEVTYPE(DECODER, L"DECODER", GUID_DEVCLASS_DECODER)
+SORVANE_DEVTYPE(DISKDRIVE, L"DISKDRIVE", GUID_DEVCLASS_DISKDRIVE)
+SORVANE_DEVTYPE(DISPLAY, L"DISPLAY", GUID_DEVCLASS_DISPLAY)
+SORVANE_DEVTYPE(FDC, L"FDC", GUID_DEVCLASS_FDC)
+SORVANE_DEVTYPE(FLOPPYDISK, L"FLOPPYDISK", GUID_DEVCLASS_FLOPPYDISK)
+SORVANE_DEVTYPE(GPS, L"GPS", GUID_DEVCLASS_GPS)
+SORVANE_DEVTYPE(HDC, L"HDC", GUID_DEVCLASS_HDC)
+SORVANE_DEVTYPE(HIDCLASS, L"HIDCLASS", GUID_DEVCLASS_HIDCLASS)
+SORVANE_DEVTYPE(IMAGE, L"IMAGE", GUID_DEVCLASS_IMAGE)
+SORVANE_DEVTYPE(INFRARED, L"INFRARED", GUID_DEVCLASS_INFRARED)
+SORVANE_DEVTYPE(KEYBOARD, L"KEYBOARD", GUID_DEVCLASS_KEYBOARD)
+SORVANE_DEVTYPE(LEGACYDRIVER, L"LEGACYDRIVER", GUID_DEVCLASS_LEGACYDRIVER)
+SORVANE_DEVTYPE(MEDIA, L"MEDIA", GUID_DEVCLASS_MEDIA)
+SORVANE_DEVTYPE(MEDIUM_CHANGER, L"MEDIUM_CHANGER", GUID_DEVCLASS_MEDIUM_CHANGER)
+SORVANE_DEVTYPE(MODEM, L"MODEM", GUID_DEVCLASS_MODEM)
+SORVANE_DEVTYPE(MONITOR, L"MONITOR", GUID_DEVCLASS_MONITOR)
+SORVANE_DEVTYPE(MOUSE, L"MOUSE", GUID_DEVCLASS_MOUSE)
+SORVANE_DEVTYPE(MTD, L"MTD", GUID_DEVCLASS_MTD)
+SORVANE_DEVTYPE(MULTIFUNCTION, L"MULTIFUNCTION", GUID_DEVCLASS_MULTIFUNCTION)
+SORVANE_DEVTYPE(MULTIPORTSERIAL, L"MULTIPORTSERIAL", GUID_DEVCLASS_MULTIPORTSERIAL)
+SORVANE_DEVTYPE(NET, L"NET", GUID_DEVCLASS_NET)
+SORVANE_DEVTYPE(NETCLIENT, L"NETCLIENT", GUID_DEVCLASS_NETCLIENT)
+SORVANE_DEVTYPE(NETSERVICE, L"NETSERVICE", GUID_DEVCLASS_NETSERVICE)
+SORVANE_DEVTYPE(NETTRANS, L"NETTRANS", GUID_DEVCLASS_NETTRANS)
+SORVANE_DEVTYPE(NODRIVER, L"NODRIVER", GUID_DEVCLASS_NODRIVER)
+SORVANE_DEVTYPE(PCMCIA, L"PCMCIA", GUID_DEVCLASS_PCMCIA)
+SORVANE_DEVTYPE(PORTS, L"PORTS", GUID_DEVCLASS_PORTS)
+SORVANE_DEVTYPE(PRINTER, L"PRINTER", GUID_DEVCLASS_PRINTER)
+SORVANE_DEVTYPE(PRINTERUPGRADE, L"PRINTERUPGRADE", GUID_DEVCLASS_PRINTERUPGRADE)
+SORVANE_DEVTYPE(SCSIADAPTER, L"SCSIADAPTER", GUID_DEVCLASS_SCSIADAPTER)
+SORVANE_DEVTYPE(SMARTCARDREADER, L"SMARTCARDREADER", GUID_DEVCLASS_SMARTCARDREADER)
+SORVANE_DEVTYPE(SOUND, L"SOUND", GUID_DEVCLASS_SOUND)
+SORVANE_DEVTYPE(SYSTEM, L"SYSTEM", GUID_DEVCLASS_SYSTEM)
+SORVANE_DEVTYPE(TAPEDRIVE, L"TAPEDRIVE", GUID_DEVCLASS_TAPEDRIVE)
+SORVANE_DEVTYPE(UNKNOWN, L"UNKNOWN", GUID_DEVCLASS_UNKNOWN)
+SORVANE_DEVTYPE(USB, L"USB", GUID_DEVCLASS_USB)
+SORVANE_DEVTYPE(VOLUME, L"VOLUME", GUID_DEVCLASS_VOLUME)
+
+#undef SORVANE_DEVTYPE
+
+namespace {
+
+typedef NamedMemberLookup<SetupApiDevType>::Member Member;
+
+// Every class a device can be looked up by; the placeholders are deliberately absent.
+const Member kLookupMembers[] = {
+    &SetupApiDevType::IEEE1394, &SetupApiDevType::ADAPTER, &SetupApiDevType::APMSUPPORT,
+    &SetupApiDevType::BATTERY, &SetupApiDevType::CDROM, &SetupApiDevType::COMPUTER,
+    &SetupApiDevType::DECODER, &SetupApiDevType::DISKDRIVE, &SetupApiDevType::DISPLAY,
+    &SetupApiDevType::FDC, &SetupApiDevType::FLOPPYDISK, &SetupApiDevType::GPS,
+    &SetupApiDevType::HDC, &SetupApiDevType::HIDCLASS, &SetupApiDevType::IMAGE,
+    &SetupApiDevType::INFRARED, &SetupApiDevType::KEYBOARD, &SetupApiDevType::LEGACYDRIVER,
+    &SetupApiDevType::MEDIA, &SetupApiDevType::MEDIUM_CHANGER, &SetupApiDevType::MODEM,
+    &SetupApiDevType::MONITOR, &SetupApiDevType::MOUSE, &SetupApiDevType::MTD,
+    &SetupApiDevType::MULTIFUNCTION, &SetupApiDevType::MULTIPORTSERIAL, &SetupApiDevType::NET,
+    &SetupApiDevType::NETCLIENT, &SetupApiDevType::NETSERVICE, &SetupApiDevType::NETTRANS,
+    &SetupApiDevType::NODRIVER, &SetupApiDevType::PCMCIA, &SetupApiDevType::PORTS,
+    &SetupApiDevType::PRINTER, &SetupApiDevType::PRINTERUPGRADE, &SetupApiDevType::SCSIADAPTER,
+    &SetupApiDevType::SMARTCARDREADER, &SetupApiDevType::SOUND, &SetupApiDevType::SYSTEM,
+    &SetupApiDevType::TAPEDRIVE, &SetupApiDevType::UNKNOWN, &SetupApiDevType::USB,
+    &SetupApiDevType::VOLUME,
+};
+
+} // namespace
+
+const SetupApiDevType& SetupApiDevType::fromString(const kel::String& text)
+{
+    static const NamedMemberLookup<SetupApiDevType> lookup(kLookupMembers);
+    return lookup.find(text, NOTSET());
+}
+
+SetupApiDevType::SetupApiDevType() : m_classGuid(nullptr), m_placeHolder(false) {}
+
+SetupApiDevType::SetupApiDevType(const kel::String& name, const GUID* classGuid, bool placeHolder)
+    : m_name(name), m_classGuid(classGuid), m_placeHolder(placeHolder)
+{
+}
+
+kel::String SetupApiDevType::toString() const
+{
+    return m_name + L" PlaceHolder: " + kel::String::fromBool(m_placeHolder);
+}
+
+} // namespace sorvane
