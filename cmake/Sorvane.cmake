@@ -28,7 +28,6 @@ endfunction()
 function(sorvane_add_executable target)
     add_executable(${target} ${ARGN} ${SORVANE_MANIFEST_RC})
     sorvane_static_runtime(${target})
-    target_link_options(${target} PRIVATE -municode)
 endfunction()
 
 function(sorvane_add_library target)

@@ -16,6 +16,7 @@ public:
     bool isRunning() const;
     double elapsedSeconds() const;
     uint64_t elapsedMilliseconds() const;
+    uint64_t elapsedMicroseconds() const;
 
 private:
     uint64_t m_startMicros;
