@@ -11,6 +11,8 @@ public:
     explicit Language(const String& tag);
 
     String toString() const;
+    // The language's number in the framework's language list; -1 for one it does not know.
+    int value() const;
     bool operator==(const Language& other) const;
 
 private:
