@@ -107,6 +107,7 @@ const GuidName kGuidNames[] = {
 
     // Graph objects and filters
     SORVANE_GUID_NAME(CLSID_FilterGraph),
+    SORVANE_GUID_NAME(CLSID_AsyncReader),
     SORVANE_GUID_NAME(CLSID_CaptureGraphBuilder2),
     SORVANE_GUID_NAME(CLSID_SystemDeviceEnum),
     SORVANE_GUID_NAME(CLSID_SampleGrabber),
