@@ -1,36 +1,13 @@
 #include "CaptureBusType.h"
+#include "FixedMember.h"
 
 namespace sorvane {
 
-const CaptureBusType& CaptureBusType::NOTSET()
-{
-    static const CaptureBusType value(L"NOTSET", true);
-    return value;
-}
-
-const CaptureBusType& CaptureBusType::ALL()
-{
-    static const CaptureBusType value(L"ALL", true);
-    return value;
-}
-
-const CaptureBusType& CaptureBusType::PCI()
-{
-    static const CaptureBusType value(L"PCI", false);
-    return value;
-}
-
-const CaptureBusType& CaptureBusType::USB()
-{
-    static const CaptureBusType value(L"USB", false);
-    return value;
-}
-
-const CaptureBusType& CaptureBusType::PCMCIA()
-{
-    static const CaptureBusType value(L"PCMCIA", false);
-    return value;
-}
+SORVANE_FIXED_MEMBER(CaptureBusType, NOTSET, L"NOTSET", true)
+SORVANE_FIXED_MEMBER(CaptureBusType, ALL, L"ALL", true)
+SORVANE_FIXED_MEMBER(CaptureBusType, PCI, L"PCI", false)
+SORVANE_FIXED_MEMBER(CaptureBusType, USB, L"USB", false)
+SORVANE_FIXED_MEMBER(CaptureBusType, PCMCIA, L"PCMCIA", false)
 
 CaptureBusType::CaptureBusType() : m_placeHolder(false) {}
 

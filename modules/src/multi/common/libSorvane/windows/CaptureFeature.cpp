@@ -1,30 +1,12 @@
 #include "CaptureFeature.h"
+#include "FixedMember.h"
 
 namespace sorvane {
 
-const CaptureFeature& CaptureFeature::CAPTURE()
-{
-    static const CaptureFeature value(L"Capture");
-    return value;
-}
-
-const CaptureFeature& CaptureFeature::TVTUNING()
-{
-    static const CaptureFeature value(L"TVTuning");
-    return value;
-}
-
-const CaptureFeature& CaptureFeature::RADIOTUNING()
-{
-    static const CaptureFeature value(L"RadioTuning");
-    return value;
-}
-
-const CaptureFeature& CaptureFeature::WEBCAMCONTROL()
-{
-    static const CaptureFeature value(L"WebCamControl");
-    return value;
-}
+SORVANE_FIXED_MEMBER(CaptureFeature, CAPTURE, L"Capture")
+SORVANE_FIXED_MEMBER(CaptureFeature, TVTUNING, L"TVTuning")
+SORVANE_FIXED_MEMBER(CaptureFeature, RADIOTUNING, L"RadioTuning")
+SORVANE_FIXED_MEMBER(CaptureFeature, WEBCAMCONTROL, L"WebCamControl")
 
 CaptureFeature::CaptureFeature() {}
 

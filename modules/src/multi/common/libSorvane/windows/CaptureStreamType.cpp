@@ -1,52 +1,19 @@
 #include "CaptureStreamType.h"
+#include "FixedMember.h"
 #include "SdkGuids.h"
 #include <kel/AssertionFailure.h>
 
 namespace sorvane {
 
-const CaptureStreamType& CaptureStreamType::NOTSET()
-{
-    static const CaptureStreamType value(L"NotSet", nullptr, true);
-    return value;
-}
-
-const CaptureStreamType& CaptureStreamType::ALL()
-{
-    static const CaptureStreamType value(L"All", nullptr, true);
-    return value;
-}
-
-const CaptureStreamType& CaptureStreamType::ANALOG()
-{
-    static const CaptureStreamType value(L"Analog", &CLSID_VideoInputDeviceCategory, false);
-    return value;
-}
-
+SORVANE_FIXED_MEMBER(CaptureStreamType, NOTSET, L"NotSet", nullptr, true)
+SORVANE_FIXED_MEMBER(CaptureStreamType, ALL, L"All", nullptr, true)
+SORVANE_FIXED_MEMBER(CaptureStreamType, ANALOG, L"Analog", &CLSID_VideoInputDeviceCategory, false)
 // The digital kinds share the BDA tuner category: they differ only in the tuning space and
 // network provider used later, not in how the device is found.
-const CaptureStreamType& CaptureStreamType::DIGITAL()
-{
-    static const CaptureStreamType value(L"Digital", &KSCATEGORY_BDA_NETWORK_TUNER, false);
-    return value;
-}
-
-const CaptureStreamType& CaptureStreamType::ATSC()
-{
-    static const CaptureStreamType value(L"ATSC", &KSCATEGORY_BDA_NETWORK_TUNER, false);
-    return value;
-}
-
-const CaptureStreamType& CaptureStreamType::CLEARQAM()
-{
-    static const CaptureStreamType value(L"ClearQAM", &KSCATEGORY_BDA_NETWORK_TUNER, false);
-    return value;
-}
-
-const CaptureStreamType& CaptureStreamType::DVBT()
-{
-    static const CaptureStreamType value(L"DVBT", &KSCATEGORY_BDA_NETWORK_TUNER, false);
-    return value;
-}
+SORVANE_FIXED_MEMBER(CaptureStreamType, DIGITAL, L"Digital", &KSCATEGORY_BDA_NETWORK_TUNER, false)
+SORVANE_FIXED_MEMBER(CaptureStreamType, ATSC, L"ATSC", &KSCATEGORY_BDA_NETWORK_TUNER, false)
+SORVANE_FIXED_MEMBER(CaptureStreamType, CLEARQAM, L"ClearQAM", &KSCATEGORY_BDA_NETWORK_TUNER, false)
+SORVANE_FIXED_MEMBER(CaptureStreamType, DVBT, L"DVBT", &KSCATEGORY_BDA_NETWORK_TUNER, false)
 
 CaptureStreamType::CaptureStreamType() : m_placeHolder(false), m_classGuid(nullptr) {}
 

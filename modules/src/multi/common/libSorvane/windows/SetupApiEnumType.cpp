@@ -1,35 +1,27 @@
 #include "SetupApiEnumType.h"
+#include "FixedMember.h"
 #include "NamedMemberLookup.h"
 
 namespace sorvane {
 
-#define SORVANE_ENUMTYPE(member, name, placeHolder)                          \
-    const SetupApiEnumType& SetupApiEnumType::member()                       \
-    {                                                                        \
-        static const SetupApiEnumType value(name, placeHolder);              \
-        return value;                                                        \
-    }
-
-SORVANE_ENUMTYPE(NOTSET, L"NOTSET", true)
-SORVANE_ENUMTYPE(ALL, L"ALL", true)
-SORVANE_ENUMTYPE(ACPI, L"ACPI", false)
-SORVANE_ENUMTYPE(ACPI_HAL, L"ACPI_HAL", false)
-SORVANE_ENUMTYPE(DISPLAY, L"DISPLAY", false)
-SORVANE_ENUMTYPE(FDC, L"FDC", false)
-SORVANE_ENUMTYPE(HTREE, L"HTREE", false)
-SORVANE_ENUMTYPE(IDE, L"IDE", false)
-SORVANE_ENUMTYPE(ISAPNP, L"ISAPNP", false)
-SORVANE_ENUMTYPE(LPTENUM, L"LPTENUM", false)
-SORVANE_ENUMTYPE(PCI, L"PCI", false)
-SORVANE_ENUMTYPE(PCIIDE, L"PCIIDE", false)
-SORVANE_ENUMTYPE(ROOT, L"ROOT", false)
-SORVANE_ENUMTYPE(STORAGE, L"STORAGE", false)
-SORVANE_ENUMTYPE(SW, L"SW", false)
-SORVANE_ENUMTYPE(USB, L"USB", false)
-SORVANE_ENUMTYPE(USBSTOR, L"USBSTOR", false)
-SORVANE_ENUMTYPE(V1394, L"V1394", false)
-
-#undef SORVANE_ENUMTYPE
+SORVANE_FIXED_MEMBER(SetupApiEnumType, NOTSET, L"NOTSET", true)
+SORVANE_FIXED_MEMBER(SetupApiEnumType, ALL, L"ALL", true)
+SORVANE_FIXED_MEMBER(SetupApiEnumType, ACPI, L"ACPI", false)
+SORVANE_FIXED_MEMBER(SetupApiEnumType, ACPI_HAL, L"ACPI_HAL", false)
+SORVANE_FIXED_MEMBER(SetupApiEnumType, DISPLAY, L"DISPLAY", false)
+SORVANE_FIXED_MEMBER(SetupApiEnumType, FDC, L"FDC", false)
+SORVANE_FIXED_MEMBER(SetupApiEnumType, HTREE, L"HTREE", false)
+SORVANE_FIXED_MEMBER(SetupApiEnumType, IDE, L"IDE", false)
+SORVANE_FIXED_MEMBER(SetupApiEnumType, ISAPNP, L"ISAPNP", false)
+SORVANE_FIXED_MEMBER(SetupApiEnumType, LPTENUM, L"LPTENUM", false)
+SORVANE_FIXED_MEMBER(SetupApiEnumType, PCI, L"PCI", false)
+SORVANE_FIXED_MEMBER(SetupApiEnumType, PCIIDE, L"PCIIDE", false)
+SORVANE_FIXED_MEMBER(SetupApiEnumType, ROOT, L"ROOT", false)
+SORVANE_FIXED_MEMBER(SetupApiEnumType, STORAGE, L"STORAGE", false)
+SORVANE_FIXED_MEMBER(SetupApiEnumType, SW, L"SW", false)
+SORVANE_FIXED_MEMBER(SetupApiEnumType, USB, L"USB", false)
+SORVANE_FIXED_MEMBER(SetupApiEnumType, USBSTOR, L"USBSTOR", false)
+SORVANE_FIXED_MEMBER(SetupApiEnumType, V1394, L"V1394", false)
 
 namespace {
 
