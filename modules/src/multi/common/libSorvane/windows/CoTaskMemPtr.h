@@ -16,7 +16,7 @@ public:
     CoTaskMemPtr& operator=(const CoTaskMemPtr&) = delete;
 
     static CoTaskMemPtr allocate(size_t bytes) { return CoTaskMemPtr(static_cast<T*>(CoTaskMemAlloc(bytes))); }
-    CoTaskMemPtr(CoTaskMemPtr&& other) : m_p(other.detach()) {}
+    CoTaskMemPtr(CoTaskMemPtr&& other) noexcept : m_p(other.detach()) {}
 
     T* get() const { return m_p; }
     T* operator->() const { return m_p; }

@@ -1,3 +1,4 @@
+// The names below are UTF-8 in this file (MSVC needs /utf-8 to read them so).
 #include "CountryCodeManager.h"
 #include <memory>
 

@@ -12,9 +12,9 @@ MediaTypeOwner::~MediaTypeOwner()
     reset();
 }
 
-MediaTypeOwner::MediaTypeOwner(MediaTypeOwner&& other) : m_mediaType(other.release()) {}
+MediaTypeOwner::MediaTypeOwner(MediaTypeOwner&& other) noexcept : m_mediaType(other.release()) {}
 
-MediaTypeOwner& MediaTypeOwner::operator=(MediaTypeOwner&& other)
+MediaTypeOwner& MediaTypeOwner::operator=(MediaTypeOwner&& other) noexcept
 {
     if (this != &other) reset(other.release());
     return *this;

@@ -13,8 +13,8 @@ public:
     MediaTypeOwner();
     explicit MediaTypeOwner(AM_MEDIA_TYPE* mediaType);
     ~MediaTypeOwner();
-    MediaTypeOwner(MediaTypeOwner&& other);
-    MediaTypeOwner& operator=(MediaTypeOwner&& other);
+    MediaTypeOwner(MediaTypeOwner&& other) noexcept;
+    MediaTypeOwner& operator=(MediaTypeOwner&& other) noexcept;
     MediaTypeOwner(const MediaTypeOwner&) = delete;
     MediaTypeOwner& operator=(const MediaTypeOwner&) = delete;
 
