@@ -13,7 +13,7 @@ template <class T> class Array;
 
 class KEL_API String {
 public:
-    static const int npos = -1;
+    enum { npos = -1 };
 
     String();
     String(const Char16* text);
