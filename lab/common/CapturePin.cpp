@@ -1,0 +1,218 @@
+#include "common/CapturePin.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "common/BaseFilter.h"
+#include "common/DeviceRegistry.h"
+
+namespace lab {
+
+CapturePin::CapturePin(BaseFilter &filter, const std::wstring &name, FrameSource &source)
+    : OutputPin(filter, name, PIN_CATEGORY_CAPTURE), m_source(source), m_device(DeviceRegistry::device(L""))
+{
+}
+
+CapturePin::~CapturePin() { stopStreaming(); }
+
+void *CapturePin::queryExtra(REFIID iid)
+{
+    if (IsEqualIID(iid, IID_IAMStreamConfig))
+        return static_cast<IAMStreamConfig *>(this);
+    return OutputPin::queryExtra(iid);
+}
+
+void CapturePin::setDevice(const std::shared_ptr<DeviceState> &device, const std::vector<VideoFormat> &formats)
+{
+    std::lock_guard<std::recursive_mutex> guard(m_filter.lock());
+    m_device = device;
+    m_formats = formats;
+    m_setFormat.clear();
+}
+
+int CapturePin::formatIndex(const AM_MEDIA_TYPE &type) const
+{
+    for (size_t i = 0; i < m_formats.size(); ++i) {
+        if (m_formats[i].matches(type))
+            return static_cast<int>(i);
+    }
+    return -1;
+}
+
+STDMETHODIMP CapturePin::SetFormat(AM_MEDIA_TYPE *type)
+{
+    if (!type)
+        return E_POINTER;
+    std::lock_guard<std::recursive_mutex> guard(m_filter.lock());
+    const int index = formatIndex(*type);
+    if (index < 0)
+        return VFW_E_INVALIDMEDIATYPE;
+    const VideoFormat &format = m_formats[static_cast<size_t>(index)];
+    const REFERENCE_TIME frameTime = reinterpret_cast<const VIDEOINFOHEADER *>(type->pbFormat)->AvgTimePerFrame;
+    if (frameTime != 0 && (frameTime < format.frameTime() - 1 || frameTime > format.frameTime() * 10))
+        return VFW_E_INVALIDMEDIATYPE;
+    const std::vector<long long> refused = m_device->integers(L"fault.setformat");
+    if (std::find(refused.begin(), refused.end(), index) != refused.end()) {
+        m_device->record(L"SetFormat refused " + VideoFormat::describe(*type));
+        return E_FAIL;
+    }
+    if (!filterStopped())
+        return VFW_E_NOT_STOPPED;
+    if (m_connected && !m_type.sameAs(*type) && m_connected->QueryAccept(type) != S_OK)
+        return VFW_E_TYPE_NOT_ACCEPTED;
+    m_setFormat = MediaType(*type);
+    if (frameTime == 0)
+        m_setFormat.videoInfo()->AvgTimePerFrame = format.frameTime();
+    m_device->record(L"SetFormat " + VideoFormat::describe(m_setFormat.get()));
+    return S_OK;
+}
+
+STDMETHODIMP CapturePin::GetFormat(AM_MEDIA_TYPE **type)
+{
+    if (!type)
+        return E_POINTER;
+    std::lock_guard<std::recursive_mutex> guard(m_filter.lock());
+    *type = nullptr;
+    if (!m_setFormat.empty())
+        *type = m_setFormat.newCopy();
+    else if (m_connected)
+        *type = m_type.newCopy();
+    else if (!m_formats.empty())
+        *type = m_formats.front().mediaType().newCopy();
+    else
+        return VFW_E_NO_TYPES;
+    return *type ? S_OK : E_OUTOFMEMORY;
+}
+
+STDMETHODIMP CapturePin::GetNumberOfCapabilities(int *count, int *size)
+{
+    if (!count || !size)
+        return E_POINTER;
+    std::lock_guard<std::recursive_mutex> guard(m_filter.lock());
+    *count = static_cast<int>(m_formats.size());
+    *size = static_cast<int>(m_device->integer(L"fault.capssize", sizeof(VIDEO_STREAM_CONFIG_CAPS)));
+    return S_OK;
+}
+
+STDMETHODIMP CapturePin::GetStreamCaps(int index, AM_MEDIA_TYPE **type, BYTE *caps)
+{
+    if (!type || !caps)
+        return E_POINTER;
+    std::lock_guard<std::recursive_mutex> guard(m_filter.lock());
+    *type = nullptr;
+    if (index < 0 || static_cast<size_t>(index) >= m_formats.size())
+        return S_FALSE;
+    if (m_device->integer(L"fault.getstreamcaps", -1) == index)
+        return E_FAIL;
+    const VideoFormat &format = m_formats[static_cast<size_t>(index)];
+    *type = format.mediaType().newCopy();
+    if (!*type)
+        return E_OUTOFMEMORY;
+    const VIDEO_STREAM_CONFIG_CAPS videoCaps = format.caps();
+    std::memcpy(caps, &videoCaps, sizeof(videoCaps));
+    return S_OK;
+}
+
+std::vector<MediaType> CapturePin::mediaTypes()
+{
+    std::lock_guard<std::recursive_mutex> guard(m_filter.lock());
+    if (!m_setFormat.empty())
+        return {m_setFormat};
+    std::vector<MediaType> types;
+    for (const VideoFormat &format : m_formats)
+        types.push_back(format.mediaType());
+    return types;
+}
+
+HRESULT CapturePin::checkMediaType(const AM_MEDIA_TYPE &type)
+{
+    std::lock_guard<std::recursive_mutex> guard(m_filter.lock());
+    return formatIndex(type) >= 0 ? S_OK : S_FALSE;
+}
+
+long CapturePin::bufferSize() { return streamFormat().frameBytes(); }
+
+VideoFormat CapturePin::streamFormat() const
+{
+    const MediaType &type = m_connected ? m_type : m_setFormat;
+    const int index = type.empty() ? -1 : formatIndex(type.get());
+    if (index < 0)
+        return m_formats.empty() ? VideoFormat() : m_formats.front();
+    VideoFormat format = m_formats[static_cast<size_t>(index)];
+    const REFERENCE_TIME frameTime = type.videoInfo()->AvgTimePerFrame;
+    if (frameTime > 0)
+        format.fps = 10000000.0 / static_cast<double>(frameTime);
+    return format;
+}
+
+void CapturePin::startStreaming()
+{
+    if (!isConnected() || m_formats.empty())
+        return;
+    m_thread.start([this](HANDLE stopEvent) { stream(stopEvent); });
+}
+
+void CapturePin::stopStreaming() { m_thread.stop(); }
+
+void CapturePin::stream(HANDLE stopEvent)
+{
+    const VideoFormat format = streamFormat();
+    const std::shared_ptr<DeviceState> device = m_device;
+    LARGE_INTEGER frequency = {};
+    LARGE_INTEGER begin = {};
+    QueryPerformanceFrequency(&frequency);
+    QueryPerformanceCounter(&begin);
+    const long long stopAfter = device->integer(L"fault.stopafter", -1);
+    long long delivered = 0;
+    REFERENCE_TIME nextStart = 0;
+    for (unsigned long frame = 0;; ++frame) {
+        LARGE_INTEGER now = {};
+        QueryPerformanceCounter(&now);
+        const double elapsedMs = static_cast<double>(now.QuadPart - begin.QuadPart) * 1000.0 / static_cast<double>(frequency.QuadPart);
+        const double dueMs = static_cast<double>(frame) * 1000.0 / format.fps;
+        const DWORD wait = dueMs > elapsedMs ? static_cast<DWORD>(dueMs - elapsedMs) : 0;
+        if (WaitForSingleObject(stopEvent, wait) == WAIT_OBJECT_0)
+            break;
+        if (device->flag(L"fault.nosamples") || (stopAfter >= 0 && delivered >= stopAfter))
+            continue;
+        if (deliverFrame(format, frame, nextStart) != S_OK) {
+            // Downstream refused (stopping, one-shot grabber ...): idle until told to stop.
+            WaitForSingleObject(stopEvent, INFINITE);
+            break;
+        }
+        ++delivered;
+        device->addDelivered(1);
+    }
+    device->record(L"Delivered " + std::to_wstring(delivered));
+}
+
+HRESULT CapturePin::deliverFrame(const VideoFormat &format, unsigned long frame, REFERENCE_TIME &nextStart)
+{
+    CComPtr<IMediaSample> sample;
+    HRESULT hr = getBuffer(sample);
+    if (FAILED(hr))
+        return hr;
+    BYTE *buffer = nullptr;
+    hr = sample->GetPointer(&buffer);
+    if (FAILED(hr))
+        return hr;
+    const long length = m_source.paintFrame(format, frame, buffer, sample->GetSize());
+    if (length <= 0)
+        return E_FAIL;
+    sample->SetActualDataLength(m_device->flag(L"fault.zerolength") ? 0 : length);
+
+    REFERENCE_TIME start = 0;
+    if (!m_filter.streamTime(start))
+        start = nextStart;
+    REFERENCE_TIME end = start + format.frameTime();
+    nextStart = end;
+    sample->SetTime(&start, &end);
+    LONGLONG mediaStart = frame;
+    LONGLONG mediaEnd = frame + 1;
+    sample->SetMediaTime(&mediaStart, &mediaEnd);
+    sample->SetSyncPoint(TRUE);
+    sample->SetDiscontinuity(frame == 0 ? TRUE : FALSE);
+    return deliver(sample);
+}
+
+} // namespace lab

@@ -1,0 +1,124 @@
+// Steering the lab from a test: per-device overrides, the journal of what was done to each
+// simulated device, and counts of live lab objects and streaming threads.
+//
+// The functions are exported by sorvanelab.dll, the same module instance COM loads for the
+// devices (both come from the bin folder), so an override set here is seen by the filter the
+// library binds. Strings cross the module boundary only as wchar_t buffers.
+//
+// Devices are named by their friendly name ("FriendlyName" of the moniker, "name" in the
+// description file). Override keys are the keys of the description file (see lab/lab.conf).
+//
+// Journal entries, one string each, in order:
+//   "SetFormat <format>"            IAMStreamConfig::SetFormat accepted, e.g. "SetFormat YUY2 640x480 30fps"
+//   "SetFormat refused <format>"    refused by a fault
+//   "Pause", "Run", "Stop"          state changes of the device's filter (a refused one: "Run failed 0x800705AA")
+//   "Delivered <n>"                 samples delivered by one streaming run, written when it ends
+//   "Privacy <value> <flags>"       IAMCameraControl::Set of the privacy property
+//   "Bind failed 0x..."             IPersistPropertyBag::Load refused by a fault
+// The tuner and recording pieces add their own entries (channels, country codes, routes ...).
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#ifdef SORVANELAB_BUILD
+#define LAB_API extern "C" __declspec(dllexport)
+#else
+#define LAB_API extern "C" __declspec(dllimport)
+#endif
+
+// Sets (value non-null) or removes (value null) an override of one key of one device.
+LAB_API HRESULT WINAPI LabSetOverride(const wchar_t *device, const wchar_t *key, const wchar_t *value);
+// Length of the override's text (without terminator), or -1 when the key has no override.
+// The text is copied when capacity exceeds that length.
+LAB_API int WINAPI LabGetOverride(const wchar_t *device, const wchar_t *key, wchar_t *buffer, int capacity);
+
+LAB_API int WINAPI LabJournalSize(const wchar_t *device);
+// Length of entry index (without terminator) or -1 past the end; copied when capacity allows.
+LAB_API int WINAPI LabJournalEntry(const wchar_t *device, int index, wchar_t *buffer, int capacity);
+// Empties the journal and the delivered-sample count of one device.
+LAB_API void WINAPI LabClearJournal(const wchar_t *device);
+// Samples delivered by the device since its journal was last cleared.
+LAB_API long long WINAPI LabSamplesDelivered(const wchar_t *device);
+
+// Lab COM objects alive in the process (filters with their pins, enumerators, samples ...).
+LAB_API long WINAPI LabLiveObjects();
+// Lab streaming threads still running.
+LAB_API long WINAPI LabLiveThreads();
+
+namespace lab {
+
+namespace detail {
+template <class Read>
+inline bool readText(Read read, std::wstring &text)
+{
+    const int length = read(nullptr, 0);
+    if (length < 0)
+        return false;
+    std::vector<wchar_t> buffer(static_cast<size_t>(length) + 1, L'\0');
+    read(buffer.data(), length + 1);
+    text.assign(buffer.data(), static_cast<size_t>(length));
+    return true;
+}
+} // namespace detail
+
+// Overrides keys of one device for the life of the scope, then restores what was there before.
+class DeviceOverride {
+public:
+    explicit DeviceOverride(std::wstring device) : m_device(std::move(device)) {}
+    DeviceOverride(const std::wstring &device, const std::wstring &key, const std::wstring &value)
+        : m_device(device)
+    {
+        set(key, value);
+    }
+    DeviceOverride(const DeviceOverride &) = delete;
+    DeviceOverride &operator=(const DeviceOverride &) = delete;
+    ~DeviceOverride()
+    {
+        for (auto it = m_saved.rbegin(); it != m_saved.rend(); ++it)
+            LabSetOverride(m_device.c_str(), it->key.c_str(), it->had ? it->value.c_str() : nullptr);
+    }
+
+    DeviceOverride &set(const std::wstring &key, const std::wstring &value)
+    {
+        Saved saved{key, false, std::wstring()};
+        saved.had = detail::readText(
+            [&](wchar_t *buffer, int capacity) { return LabGetOverride(m_device.c_str(), key.c_str(), buffer, capacity); },
+            saved.value);
+        m_saved.push_back(saved);
+        LabSetOverride(m_device.c_str(), key.c_str(), value.c_str());
+        return *this;
+    }
+
+private:
+    struct Saved {
+        std::wstring key;
+        bool had;
+        std::wstring value;
+    };
+    std::wstring m_device;
+    std::vector<Saved> m_saved;
+};
+
+inline std::vector<std::wstring> journal(const std::wstring &device)
+{
+    std::vector<std::wstring> entries;
+    const int size = LabJournalSize(device.c_str());
+    for (int i = 0; i < size; ++i) {
+        std::wstring entry;
+        if (detail::readText([&](wchar_t *buffer, int capacity) { return LabJournalEntry(device.c_str(), i, buffer, capacity); },
+                             entry))
+            entries.push_back(entry);
+    }
+    return entries;
+}
+
+inline void clearJournal(const std::wstring &device) { LabClearJournal(device.c_str()); }
+inline long long samplesDelivered(const std::wstring &device) { return LabSamplesDelivered(device.c_str()); }
+inline long liveObjects() { return LabLiveObjects(); }
+inline long liveThreads() { return LabLiveThreads(); }
+
+} // namespace lab

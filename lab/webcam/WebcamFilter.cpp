@@ -1,0 +1,162 @@
+#include "webcam/WebcamFilter.h"
+
+#include <cstdio>
+
+#include "common/ClassRegistry.h"
+#include "common/DeviceRegistry.h"
+#include "lab/LabClassIds.h"
+
+namespace lab {
+
+namespace {
+
+const ClassRegistration registration(ClassInfo::device(CLSID_LabWebcam, L"Sorvane Lab Webcam",
+                                                       &createObject<WebcamFilter, IBaseFilter>, L"webcam",
+                                                       CLSID_VideoInputDeviceCategory));
+
+// KSPROPERTY_CAMERACONTROL_PRIVACY of ksmedia.h, whose other baggage the lab does not need.
+const long kPrivacyProperty = 8;
+
+std::wstring hresultText(HRESULT hr)
+{
+    wchar_t text[16] = {};
+    swprintf(text, 16, L"0x%08lX", static_cast<unsigned long>(hr));
+    return text;
+}
+
+} // namespace
+
+WebcamFilter::WebcamFilter() : BaseFilter(CLSID_LabWebcam), m_pin(*this, L"Capture", *this)
+{
+    // Without a property bag (created directly) the camera has one plain format.
+    const std::shared_ptr<DeviceState> device = DeviceRegistry::device(L"");
+    if (device->text(L"format").empty())
+        device->setOverride(L"format", L"RGB24 320x240 30");
+    configure(device);
+}
+
+WebcamFilter::~WebcamFilter() { m_pin.stopStreaming(); }
+
+void *WebcamFilter::queryExtra(REFIID iid)
+{
+    if (IsEqualIID(iid, IID_IPersistPropertyBag))
+        return static_cast<IPersistPropertyBag *>(this);
+    if (IsEqualIID(iid, IID_IAMCameraControl) && m_privacy != Privacy::None)
+        return static_cast<IAMCameraControl *>(this);
+    return nullptr;
+}
+
+BasePin *WebcamFilter::pin(int index) { return index == 0 ? &m_pin : nullptr; }
+
+STDMETHODIMP WebcamFilter::InitNew() { return S_OK; }
+
+STDMETHODIMP WebcamFilter::Load(IPropertyBag *bag, IErrorLog *)
+{
+    if (!bag)
+        return E_POINTER;
+    const DeviceConfig config = DeviceConfig::fromPropertyBag(bag);
+    std::wstring name;
+    config.find(L"FriendlyName", name);
+    const std::shared_ptr<DeviceState> device = DeviceRegistry::device(name);
+    device->setConfig(config);
+    const HRESULT refused = device->hresult(L"fault.bind");
+    if (FAILED(refused)) {
+        device->record(L"Bind failed " + hresultText(refused));
+        return refused;
+    }
+    return configure(device);
+}
+
+STDMETHODIMP WebcamFilter::Save(IPropertyBag *, BOOL, BOOL) { return E_NOTIMPL; }
+
+HRESULT WebcamFilter::configure(const std::shared_ptr<DeviceState> &device)
+{
+    std::vector<VideoFormat> formats;
+    for (const std::wstring &line : device->lines(L"format")) {
+        VideoFormat format;
+        if (!VideoFormat::parse(line, format))
+            return E_INVALIDARG;
+        formats.push_back(format);
+    }
+    const std::wstring privacy = DeviceConfig::lower(device->text(L"privacy", L"0"));
+    m_privacy = privacy == L"none" ? Privacy::None : (privacy == L"unsupported" ? Privacy::Unsupported : Privacy::Supported);
+    m_privacyValue = privacy == L"1" ? 1 : 0;
+    m_privacyFlags = CameraControl_Flags_Manual;
+    m_device = device;
+    m_pin.setDevice(device, formats);
+    return S_OK;
+}
+
+STDMETHODIMP WebcamFilter::GetRange(long property, long *min, long *max, long *step, long *defaultValue, long *flags)
+{
+    if (!min || !max || !step || !defaultValue || !flags)
+        return E_POINTER;
+    if (property != kPrivacyProperty || m_privacy != Privacy::Supported)
+        return E_PROP_ID_UNSUPPORTED;
+    *min = 0;
+    *max = 1;
+    *step = 1;
+    *defaultValue = 0;
+    *flags = CameraControl_Flags_Manual;
+    return S_OK;
+}
+
+STDMETHODIMP WebcamFilter::Set(long property, long value, long flags)
+{
+    if (property != kPrivacyProperty || m_privacy != Privacy::Supported)
+        return E_PROP_ID_UNSUPPORTED;
+    if (value < 0 || value > 1)
+        return E_INVALIDARG;
+    std::lock_guard<std::recursive_mutex> guard(lock());
+    m_privacyValue = value;
+    m_privacyFlags = flags;
+    m_device->record(L"Privacy " + std::to_wstring(value) + L" " + std::to_wstring(flags));
+    return S_OK;
+}
+
+STDMETHODIMP WebcamFilter::Get(long property, long *value, long *flags)
+{
+    if (!value || !flags)
+        return E_POINTER;
+    if (property != kPrivacyProperty || m_privacy != Privacy::Supported)
+        return E_PROP_ID_UNSUPPORTED;
+    std::lock_guard<std::recursive_mutex> guard(lock());
+    *value = m_privacyValue;
+    *flags = m_privacyFlags;
+    return S_OK;
+}
+
+long WebcamFilter::paintFrame(const VideoFormat &format, unsigned long frame, BYTE *buffer, long capacity)
+{
+    return m_painter.paint(format, frame, buffer, capacity);
+}
+
+HRESULT WebcamFilter::onPause(bool fromStopped)
+{
+    if (fromStopped) {
+        const HRESULT refused = m_device->hresult(L"fault.run");
+        if (FAILED(refused)) {
+            m_device->record(L"Run failed " + hresultText(refused));
+            return refused;
+        }
+    } else {
+        m_pin.stopStreaming();
+    }
+    m_device->record(L"Pause");
+    return S_OK;
+}
+
+HRESULT WebcamFilter::onRun(REFERENCE_TIME)
+{
+    m_device->record(L"Run");
+    m_pin.startStreaming();
+    return S_OK;
+}
+
+void WebcamFilter::onStop()
+{
+    m_pin.stopStreaming();
+    m_device->record(L"Stop");
+}
+
+} // namespace lab

@@ -1,0 +1,70 @@
+// A simulated USB webcam: one capture pin with the device's capabilities (see CapturePin),
+// IAMCameraControl with the privacy shutter when the device has one, and its settings read from
+// the moniker's property bag when the device enumerator binds it.
+//
+// Device keys (description file):
+//   format = <VideoFormat>   one line per capability, in GetStreamCaps order
+//   privacy = none | unsupported | 0 | 1
+//            none: no IAMCameraControl; unsupported: the interface without the privacy
+//            property; 0/1: privacy supported, starting off/on
+//   fault.run = <HRESULT>    Pause/Run of the filter fail with it (device in use ...)
+//   fault.bind = <HRESULT>   IPersistPropertyBag::Load fails, so binding the moniker fails
+// and the capture pin's faults.
+#pragma once
+
+#include <memory>
+
+#include "common/BaseFilter.h"
+#include "common/CapturePin.h"
+#include "common/DeviceState.h"
+#include "common/FrameSource.h"
+#include "webcam/FramePainter.h"
+
+namespace lab {
+
+class WebcamFilter : public BaseFilter, public IAMCameraControl, public IPersistPropertyBag, public FrameSource {
+public:
+    WebcamFilter();
+    ~WebcamFilter();
+
+    STDMETHODIMP QueryInterface(REFIID iid, void **out) override { return BaseFilter::QueryInterface(iid, out); }
+    STDMETHODIMP_(ULONG) AddRef() override { return BaseFilter::AddRef(); }
+    STDMETHODIMP_(ULONG) Release() override { return BaseFilter::Release(); }
+    STDMETHODIMP GetClassID(CLSID *clsid) override { return BaseFilter::GetClassID(clsid); }
+
+    // IPersistPropertyBag
+    STDMETHODIMP InitNew() override;
+    STDMETHODIMP Load(IPropertyBag *bag, IErrorLog *log) override;
+    STDMETHODIMP Save(IPropertyBag *bag, BOOL clearDirty, BOOL saveAll) override;
+
+    // IAMCameraControl
+    STDMETHODIMP GetRange(long property, long *min, long *max, long *step, long *defaultValue, long *flags) override;
+    STDMETHODIMP Set(long property, long value, long flags) override;
+    STDMETHODIMP Get(long property, long *value, long *flags) override;
+
+    int pinCount() override { return 1; }
+    BasePin *pin(int index) override;
+
+    long paintFrame(const VideoFormat &format, unsigned long frame, BYTE *buffer, long capacity) override;
+
+protected:
+    void *queryExtra(REFIID iid) override;
+    HRESULT onPause(bool fromStopped) override;
+    HRESULT onRun(REFERENCE_TIME start) override;
+    void onStop() override;
+    bool isLiveSource() const override { return true; }
+
+private:
+    enum class Privacy { None, Unsupported, Supported };
+
+    HRESULT configure(const std::shared_ptr<DeviceState> &device);
+
+    CapturePin m_pin;
+    FramePainter m_painter;
+    std::shared_ptr<DeviceState> m_device;
+    Privacy m_privacy = Privacy::Supported;
+    long m_privacyValue = 0;
+    long m_privacyFlags = CameraControl_Flags_Manual;
+};
+
+} // namespace lab
