@@ -1,0 +1,112 @@
+#include "tuner/TunerAudioPin.h"
+
+#include <cstring>
+#include <mmreg.h>
+
+#include "common/BaseFilter.h"
+
+namespace lab {
+
+namespace {
+
+WAVEFORMATEX pcmFormat()
+{
+    WAVEFORMATEX format = {};
+    format.wFormatTag = WAVE_FORMAT_PCM;
+    format.nChannels = TunerAudioPin::kChannels;
+    format.nSamplesPerSec = TunerAudioPin::kSampleRate;
+    format.wBitsPerSample = 16;
+    format.nBlockAlign = static_cast<WORD>(format.nChannels * format.wBitsPerSample / 8);
+    format.nAvgBytesPerSec = format.nSamplesPerSec * format.nBlockAlign;
+    return format;
+}
+
+const REFERENCE_TIME kBufferTime = TunerAudioPin::kBufferMs * 10000LL;
+
+} // namespace
+
+TunerAudioPin::TunerAudioPin(BaseFilter &filter, const std::wstring &name)
+    : OutputPin(filter, name, PIN_CATEGORY_CAPTURE)
+{
+}
+
+TunerAudioPin::~TunerAudioPin() { stopStreaming(); }
+
+std::vector<MediaType> TunerAudioPin::mediaTypes()
+{
+    WAVEFORMATEX format = pcmFormat();
+    AM_MEDIA_TYPE type = {};
+    type.majortype = MEDIATYPE_Audio;
+    type.subtype = MEDIASUBTYPE_PCM;
+    type.bFixedSizeSamples = TRUE;
+    type.lSampleSize = format.nBlockAlign;
+    type.formattype = FORMAT_WaveFormatEx;
+    type.cbFormat = sizeof(format);
+    type.pbFormat = reinterpret_cast<BYTE *>(&format);
+    return {MediaType(type)};
+}
+
+HRESULT TunerAudioPin::checkMediaType(const AM_MEDIA_TYPE &type)
+{
+    const WAVEFORMATEX wanted = pcmFormat();
+    if (!IsEqualGUID(type.majortype, MEDIATYPE_Audio) || !IsEqualGUID(type.subtype, MEDIASUBTYPE_PCM) ||
+        !IsEqualGUID(type.formattype, FORMAT_WaveFormatEx) || !type.pbFormat || type.cbFormat < sizeof(PCMWAVEFORMAT))
+        return S_FALSE;
+    const WAVEFORMATEX *offered = reinterpret_cast<const WAVEFORMATEX *>(type.pbFormat);
+    return offered->wFormatTag == wanted.wFormatTag && offered->nChannels == wanted.nChannels &&
+                   offered->nSamplesPerSec == wanted.nSamplesPerSec && offered->wBitsPerSample == wanted.wBitsPerSample
+               ? S_OK
+               : S_FALSE;
+}
+
+long TunerAudioPin::bufferSize() { return static_cast<long>(pcmFormat().nAvgBytesPerSec) * kBufferMs / 1000; }
+
+void TunerAudioPin::startStreaming()
+{
+    if (isConnected())
+        m_thread.start([this](HANDLE stopEvent) { stream(stopEvent); });
+}
+
+void TunerAudioPin::stopStreaming() { m_thread.stop(); }
+
+void TunerAudioPin::stream(HANDLE stopEvent)
+{
+    REFERENCE_TIME nextStart = 0;
+    const DWORD begin = GetTickCount();
+    for (DWORD buffer = 0;; ++buffer) {
+        const DWORD due = buffer * kBufferMs;
+        const DWORD elapsed = GetTickCount() - begin;
+        if (WaitForSingleObject(stopEvent, due > elapsed ? due - elapsed : 0) == WAIT_OBJECT_0)
+            return;
+        if (deliverBuffer(nextStart) != S_OK) {
+            // Downstream refused (stopping, nothing to play on): idle until told to stop.
+            WaitForSingleObject(stopEvent, INFINITE);
+            return;
+        }
+    }
+}
+
+HRESULT TunerAudioPin::deliverBuffer(REFERENCE_TIME &nextStart)
+{
+    CComPtr<IMediaSample> sample;
+    HRESULT hr = getBuffer(sample);
+    if (FAILED(hr))
+        return hr;
+    BYTE *data = nullptr;
+    hr = sample->GetPointer(&data);
+    if (FAILED(hr))
+        return hr;
+    const long length = bufferSize();
+    std::memset(data, 0, static_cast<size_t>(length));
+    sample->SetActualDataLength(length);
+    REFERENCE_TIME start = 0;
+    if (!m_filter.streamTime(start))
+        start = nextStart;
+    REFERENCE_TIME end = start + kBufferTime;
+    nextStart = end;
+    sample->SetTime(&start, &end);
+    sample->SetSyncPoint(TRUE);
+    return deliver(sample);
+}
+
+} // namespace lab
