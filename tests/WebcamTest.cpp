@@ -1,0 +1,258 @@
+// Webcam frame capture end to end on the lab's simulated cameras: the capability chosen, the
+// frames and their description, the settling delay, time-outs and rebuilds, the graph wiring,
+// the privacy shutter, and everything released afterwards.
+#include "FrameworkTest.h"
+#include "ManualClock.h"
+
+#include <ModuleRegistration.h>
+#include <ScopedVariant.h>
+#include <Webcam.h>
+#include <lab/FrameMark.h>
+#include <lab/LabClassIds.h>
+#include <lab/LabControl.h>
+
+#include <boost/weak_ptr.hpp>
+#include <atomic>
+#include <thread>
+
+namespace {
+
+using ruvo::TestResult;
+using sorvane::CaptureException;
+using sorvane::Webcam;
+
+const wchar_t kRgb24Camera[] = L"Lab Webcam RGB24";
+const wchar_t kTopDownCamera[] = L"Lab Webcam RGB24 Top-Down";
+const wchar_t kYuy2Camera[] = L"Lab Webcam YUY2";
+const wchar_t kUyvyCamera[] = L"Lab Webcam UYVY";
+const wchar_t kMjpgCamera[] = L"Lab Webcam MJPG";
+const wchar_t kYuy2MjpgCamera[] = L"Lab Webcam YUY2 MJPG";
+
+kel::String text(const wchar_t* value) { return kel::String(value); }
+
+// The identifier the framework keeps for a device: its path after "\\?\", upper-cased, "#" as "\".
+kel::String locatorFromPath(const kel::String& path)
+{
+    const int marker = path.find(kel::String(L"?\\"));
+    if (marker < 0) return kel::String();
+    return path.substring(marker + 2).toUpper().replace(kel::String(L"#"), kel::String(L"\\"));
+}
+
+kel::String bagText(IPropertyBag* bag, const wchar_t* name)
+{
+    sorvane::ScopedVariant value;
+    if (FAILED(bag->Read(name, value.get(), nullptr))) return kel::String();
+    return value.text();
+}
+
+// The framework's record of the lab camera with this friendly name, as an enumerator makes it.
+ruvo::DiagDevice labWebcam(const wchar_t* friendlyName)
+{
+    CComPtr<ICreateDevEnum> devices;
+    CComPtr<IEnumMoniker> monikers;
+    if (FAILED(devices.CoCreateInstance(CLSID_SystemDeviceEnum, nullptr, CLSCTX_INPROC_SERVER)) ||
+        devices->CreateClassEnumerator(CLSID_VideoInputDeviceCategory, &monikers, 0) != S_OK)
+        return ruvo::DiagDevice();
+    CComPtr<IMoniker> moniker;
+    while (monikers->Next(1, &moniker, nullptr) == S_OK) {
+        CComPtr<IPropertyBag> bag;
+        moniker->BindToStorage(nullptr, nullptr, IID_IPropertyBag, reinterpret_cast<void**>(&bag));
+        moniker.Release();
+        if (!bag || bagText(bag, L"FriendlyName") != text(friendlyName)) continue;
+        ruvo::DiagDevice device(text(friendlyName), bagText(bag, L"Description"),
+                                locatorFromPath(bagText(bag, L"DevicePath")),
+                                ruvo::DeviceCapability::VideoCapture() | ruvo::DeviceCapability::Webcam());
+        device.setProperty("AnalogFriendlyName", ruvo::Value(text(friendlyName)));
+        return device;
+    }
+    return ruvo::DiagDevice();
+}
+
+// The camera's journal entries that begin with `prefix`, in order.
+std::vector<std::wstring> journalOf(const std::wstring& device, const std::wstring& prefix)
+{
+    std::vector<std::wstring> entries;
+    for (const std::wstring& entry : lab::journal(device)) {
+        if (entry.compare(0, prefix.size(), prefix) == 0) entries.push_back(entry);
+    }
+    return entries;
+}
+
+lab::PixelLayout layoutOf(const Webcam::FrameInfo& info)
+{
+    switch (info.format) {
+    case Webcam::FrameInfo::FORMAT_YUY2:
+        return lab::PixelLayout::Yuy2;
+    case Webcam::FrameInfo::FORMAT_UYVY:
+        return lab::PixelLayout::Uyvy;
+    default:
+        return lab::PixelLayout::Rgb24;
+    }
+}
+
+// The lab's frame numbers of the frames, in order; -1 for a frame without the lab's mark.
+std::vector<long> frameNumbers(const Webcam::FrameList& frames, const Webcam::FrameInfo& info)
+{
+    std::vector<long> numbers;
+    for (const boost::shared_ptr<unsigned char>& frame : frames) {
+        lab::FrameView view = {frame.get(), 0, layoutOf(info), info.width, info.height, info.bottomUp};
+        view.length = view.stride() * info.height;
+        unsigned long number = 0;
+        numbers.push_back(lab::readFrameNumber(view, number) ? static_cast<long>(number) : -1);
+    }
+    return numbers;
+}
+
+std::vector<long> consecutiveFrom(long first, size_t count)
+{
+    std::vector<long> numbers;
+    for (size_t i = 0; i < count; ++i) numbers.push_back(first + static_cast<long>(i));
+    return numbers;
+}
+
+// A webcam as a test module that looks inside would derive it: it reads the privacy shutter
+// once the camera is found, notes the filters of each graph it wires, and can cut a run short.
+class ObservedWebcam : public Webcam {
+public:
+    ObservedWebcam(const ruvo::DiagDevice& device, unsigned int captureDelay = 0)
+        : Webcam(device, kel::String(L"Webcam test"), captureDelay)
+    {
+    }
+
+    bool readPrivacy = false;
+    long privacyValue = -1;
+    long privacyFlags = -1;
+    // The class IDs of the filters in the graph after each wiring.
+    std::vector<std::vector<CLSID>> wiredGraphs;
+    // Ends each run once the camera delivered this many samples; 0 leaves runs alone.
+    long long stopRunAfterSamples = 0;
+
+    using Webcam::doCaptureFrames;
+
+protected:
+    void setupDevice() override
+    {
+        Webcam::setupDevice();
+        if (readPrivacy) getPrivacy(privacyValue, privacyFlags);
+    }
+
+    void renderToSaver() override
+    {
+        Webcam::renderToSaver();
+        wiredGraphs.push_back(filterClasses());
+    }
+
+    void run(boost::function<bool()> stopCondition, bool withWindow, bool continueWithoutWindow) override
+    {
+        if (stopRunAfterSamples == 0) return Webcam::run(stopCondition, withWindow, continueWithoutWindow);
+        const std::wstring device = m_device.name().c_str();
+        const long long enough = stopRunAfterSamples;
+        Webcam::run([device, enough] { return lab::samplesDelivered(device) >= enough; }, withWindow,
+                    continueWithoutWindow);
+    }
+
+private:
+    std::vector<CLSID> filterClasses() const
+    {
+        std::vector<CLSID> classes;
+        CComPtr<IEnumFilters> filters;
+        if (FAILED(m_graphManager->EnumFilters(&filters))) return classes;
+        CComPtr<IBaseFilter> filter;
+        while (filters->Next(1, &filter, nullptr) == S_OK) {
+            CLSID id = GUID_NULL;
+            filter->GetClassID(&id);
+            classes.push_back(id);
+            filter.Release();
+        }
+        return classes;
+    }
+};
+
+
+class WebcamTest : public sorvane::test::FrameworkTest {
+protected:
+    void SetUp() override
+    {
+        FrameworkTest::SetUp();
+        ASSERT_TRUE(SUCCEEDED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED)));
+        m_liveObjects = lab::liveObjects();
+        for (const wchar_t* camera : {kRgb24Camera, kTopDownCamera, kYuy2Camera, kUyvyCamera, kMjpgCamera,
+                                      kYuy2MjpgCamera})
+            lab::clearJournal(camera);
+    }
+
+    void TearDown() override
+    {
+        // Every capture leaves the lab as it found it, whatever its outcome.
+        EXPECT_EQ(lab::liveObjects(), m_liveObjects);
+        EXPECT_EQ(lab::liveThreads(), 0);
+        CoUninitialize();
+        FrameworkTest::TearDown();
+    }
+
+    // Captures and returns the frames; fails the test on an exception.
+    Webcam::FrameList capture(Webcam& webcam, unsigned long long count, Webcam::FrameInfo& info)
+    {
+        try {
+            webcam.captureFrames(count);
+        } catch (const CaptureException& e) {
+            ADD_FAILURE() << "captureFrames threw " << sorvane::test::narrow(e.toString());
+        }
+        return webcam.getFrames(info);
+    }
+
+    // The exception the capture ends with; a PASS result when there was none.
+    CaptureException captureFailure(Webcam& webcam, unsigned long long count)
+    {
+        try {
+            webcam.captureFrames(count);
+        } catch (const CaptureException& e) {
+            return e;
+        }
+        return CaptureException(TestResult::PASS(), 0, nullptr, nullptr);
+    }
+
+    size_t logCount(const wchar_t* message) { return log().find(text(message)).size(); }
+
+private:
+    long m_liveObjects = 0;
+};
+
+struct FormatCase {
+    const wchar_t* camera;
+    int32_t width;
+    int32_t height;
+    int32_t format;
+    bool bottomUp;
+    const wchar_t* firstFormatSet;
+};
+
+TEST_F(WebcamTest, FramesOfEachFormatComeBackInOrderFromTheLargestCapability)
+{
+    const FormatCase cases[] = {
+        {kRgb24Camera, 640, 480, Webcam::FrameInfo::FORMAT_RGB24, true, L"SetFormat RGB24 640x480"},
+        {kTopDownCamera, 320, 240, Webcam::FrameInfo::FORMAT_RGB24, false, L"SetFormat RGB24 320x240"},
+        {kYuy2Camera, 640, 480, Webcam::FrameInfo::FORMAT_YUY2, false, L"SetFormat YUY2 640x480"},
+        {kUyvyCamera, 640, 480, Webcam::FrameInfo::FORMAT_UYVY, false, L"SetFormat UYVY 640x480"},
+    };
+    for (const FormatCase& c : cases) {
+        SCOPED_TRACE(sorvane::test::narrow(text(c.camera)));
+        Webcam webcam(labWebcam(c.camera), text(L"Webcam test"), 0);
+        Webcam::FrameInfo info;
+        const Webcam::FrameList frames = capture(webcam, 5, info);
+
+        EXPECT_EQ(info.width, c.width);
+        EXPECT_EQ(info.height, c.height);
+        EXPECT_EQ(info.format, c.format);
+        EXPECT_FALSE(info.isJpeg);
+        EXPECT_EQ(info.bottomUp, c.bottomUp);
+        // Without a settling delay the run's very first sample is kept.
+        EXPECT_EQ(frameNumbers(frames, info), consecutiveFrom(0, 5));
+        const std::vector<std::wstring> formatsSet = journalOf(c.camera, L"SetFormat");
+        ASSERT_EQ(formatsSet.size(), 1u);
+        EXPECT_EQ(formatsSet[0].compare(0, wcslen(c.firstFormatSet), c.firstFormatSet), 0) << formatsSet[0].c_str();
+    }
+    EXPECT_TRUE(recorder().events.empty());
+}
+
+} // namespace
