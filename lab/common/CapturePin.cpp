@@ -118,9 +118,15 @@ std::vector<MediaType> CapturePin::mediaTypes()
     std::lock_guard<std::recursive_mutex> guard(m_filter.lock());
     if (!m_setFormat.empty())
         return {m_setFormat};
+    // Connected, the connection's type comes first: pass-through filters downstream (Wine's
+    // sample grabber) offer our first type to their own peer and reconnect us with it.
     std::vector<MediaType> types;
-    for (const VideoFormat &format : m_formats)
-        types.push_back(format.mediaType());
+    if (m_connected)
+        types.push_back(m_type);
+    for (const VideoFormat &format : m_formats) {
+        if (!m_connected || !format.matches(m_type.get()))
+            types.push_back(format.mediaType());
+    }
     return types;
 }
 

@@ -152,8 +152,9 @@ bool VideoFormat::matches(const AM_MEDIA_TYPE &type) const
         !IsEqualGUID(type.formattype, FORMAT_VideoInfo) || type.cbFormat < sizeof(VIDEOINFOHEADER) || !type.pbFormat)
         return false;
     const VIDEOINFOHEADER &info = *reinterpret_cast<const VIDEOINFOHEADER *>(type.pbFormat);
-    const VIDEOINFOHEADER &mine = *mediaType().videoInfo();
-    return info.bmiHeader.biWidth == mine.bmiHeader.biWidth && info.bmiHeader.biHeight == mine.bmiHeader.biHeight;
+    const MediaType own = mediaType();
+    const BITMAPINFOHEADER &mine = own.videoInfo()->bmiHeader;
+    return info.bmiHeader.biWidth == mine.biWidth && info.bmiHeader.biHeight == mine.biHeight;
 }
 
 std::wstring VideoFormat::text() const

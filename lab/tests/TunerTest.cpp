@@ -1,0 +1,294 @@
+// The analog TV cards as a library meets them: the tuner and the crossbar found from the capture
+// filter through the capture graph builder, signal answered from the channel map per input
+// type and from the FM stations per frequency, and what was done journaled.
+#include <windows.h>
+#include <dshow.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include <atlbase.h>
+#include <gtest/gtest.h>
+
+#include "LabGraph.h"
+#include "lab/LabControl.h"
+
+namespace {
+
+const wchar_t kTunerCard[] = L"Lab Analog TV Tuner";
+const wchar_t kCaptureCard[] = L"Lab Analog Capture Card";
+
+// A graph holding one card, with the capture graph builder set on it.
+class CardGraph {
+public:
+    explicit CardGraph(const wchar_t *device)
+    {
+        m_graph.CoCreateInstance(CLSID_FilterGraph, nullptr, CLSCTX_INPROC_SERVER);
+        m_builder.CoCreateInstance(CLSID_CaptureGraphBuilder2, nullptr, CLSCTX_INPROC_SERVER);
+        if (m_graph && m_builder && SUCCEEDED(labtest::bindDevice(device, filter))) {
+            m_builder->SetFiltergraph(m_graph);
+            m_graph->AddFilter(filter, L"Video Capture");
+        }
+    }
+    ~CardGraph()
+    {
+        tuner.Release();
+        crossbar.Release();
+        if (m_graph && filter)
+            m_graph->RemoveFilter(filter);
+        filter.Release();
+    }
+
+    template <class Interface>
+    HRESULT find(const GUID *category, CComPtr<Interface> &out)
+    {
+        return m_builder->FindInterface(category, nullptr, filter, __uuidof(Interface), reinterpret_cast<void **>(&out));
+    }
+
+    HRESULT renderToNull(const GUID &majorType)
+    {
+        CComPtr<IBaseFilter> renderer;
+        HRESULT hr = renderer.CoCreateInstance(CLSID_NullRenderer, nullptr, CLSCTX_INPROC_SERVER);
+        if (SUCCEEDED(hr))
+            hr = m_graph->AddFilter(renderer, nullptr);
+        if (SUCCEEDED(hr))
+            hr = m_builder->RenderStream(&PIN_CATEGORY_CAPTURE, &majorType, filter, nullptr, renderer);
+        return hr;
+    }
+
+    CComQIPtr<IMediaControl> control() { return CComQIPtr<IMediaControl>(m_graph); }
+
+    CComPtr<IBaseFilter> filter;
+    CComPtr<IAMTVTuner> tuner;
+    CComPtr<IAMCrossbar> crossbar;
+
+private:
+    CComPtr<IGraphBuilder> m_graph;
+    CComPtr<ICaptureGraphBuilder2> m_builder;
+};
+
+bool journalHas(const wchar_t *device, const std::wstring &entry)
+{
+    const std::vector<std::wstring> entries = lab::journal(device);
+    return std::find(entries.begin(), entries.end(), entry) != entries.end();
+}
+
+long strength(IAMTVTuner *tuner)
+{
+    long value = -100;
+    EXPECT_HRESULT_SUCCEEDED(tuner->SignalPresent(&value));
+    return value;
+}
+
+long tunedStrength(IAMTVTuner *tuner, long channel, TunerInputType input)
+{
+    EXPECT_HRESULT_SUCCEEDED(tuner->put_InputType(0, input));
+    EXPECT_HRESULT_SUCCEEDED(tuner->put_Channel(channel, AMTUNER_SUBCHAN_DEFAULT, AMTUNER_SUBCHAN_DEFAULT));
+    return strength(tuner);
+}
+
+class TunerTest : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        m_objectsBefore = lab::liveObjects();
+        lab::clearJournal(kTunerCard);
+        lab::clearJournal(kCaptureCard);
+    }
+    void TearDown() override
+    {
+        EXPECT_EQ(m_objectsBefore, lab::liveObjects());
+        EXPECT_EQ(0, lab::liveThreads());
+    }
+
+    long m_objectsBefore = 0;
+};
+
+TEST_F(TunerTest, CaptureFilterLeadsToTunerAndCrossbar)
+{
+    CardGraph card(kTunerCard);
+    ASSERT_TRUE(card.filter);
+    EXPECT_HRESULT_SUCCEEDED(card.find(&PIN_CATEGORY_CAPTURE, card.tuner));
+    EXPECT_HRESULT_SUCCEEDED(card.find(&PIN_CATEGORY_CAPTURE, card.crossbar));
+    card.tuner.Release();
+    EXPECT_HRESULT_SUCCEEDED(card.find(nullptr, card.tuner));
+
+    long modes = 0;
+    ASSERT_HRESULT_SUCCEEDED(card.tuner->GetAvailableModes(&modes));
+    EXPECT_EQ(AMTUNER_MODE_TV | AMTUNER_MODE_FM_RADIO, modes);
+    long formats = 0;
+    ASSERT_HRESULT_SUCCEEDED(card.tuner->get_AvailableTVFormats(&formats));
+    EXPECT_EQ(AnalogVideo_NTSC_M | AnalogVideo_PAL_B | AnalogVideo_PAL_G | AnalogVideo_SECAM_L, formats);
+    EXPECT_HRESULT_SUCCEEDED(card.tuner->put_CountryCode(49));
+    long country = 0;
+    EXPECT_HRESULT_SUCCEEDED(card.tuner->get_CountryCode(&country));
+    EXPECT_EQ(49, country);
+    EXPECT_TRUE(journalHas(kTunerCard, L"CountryCode 49"));
+}
+
+TEST_F(TunerTest, CardWithoutTunerHasOnlyTheCrossbar)
+{
+    CardGraph card(kCaptureCard);
+    ASSERT_TRUE(card.filter);
+    EXPECT_HRESULT_FAILED(card.find(&PIN_CATEGORY_CAPTURE, card.tuner));
+    EXPECT_FALSE(card.tuner);
+    ASSERT_HRESULT_SUCCEEDED(card.find(&PIN_CATEGORY_CAPTURE, card.crossbar));
+    long outputs = 0;
+    long inputs = 0;
+    ASSERT_HRESULT_SUCCEEDED(card.crossbar->get_PinCounts(&outputs, &inputs));
+    EXPECT_EQ(2, outputs);
+    EXPECT_EQ(3, inputs);
+}
+
+TEST_F(TunerTest, ChannelMapAnswersPerInputType)
+{
+    CardGraph card(kTunerCard);
+    ASSERT_HRESULT_SUCCEEDED(card.find(&PIN_CATEGORY_CAPTURE, card.tuner));
+    IAMTVTuner *tuner = card.tuner;
+    ASSERT_HRESULT_SUCCEEDED(tuner->put_Mode(AMTUNER_MODE_TV));
+
+    EXPECT_EQ(AMTUNER_SIGNALPRESENT, tunedStrength(tuner, 3, TunerInputAntenna));
+    EXPECT_EQ(AMTUNER_NOSIGNAL, tunedStrength(tuner, 3, TunerInputCable));
+    EXPECT_EQ(AMTUNER_NOSIGNAL, tunedStrength(tuner, 4, TunerInputAntenna));
+    EXPECT_EQ(AMTUNER_SIGNALPRESENT, tunedStrength(tuner, 4, TunerInputCable));
+    EXPECT_EQ(2, tunedStrength(tuner, 8, TunerInputAntenna));
+    EXPECT_EQ(AMTUNER_NOSIGNAL, tunedStrength(tuner, 8, TunerInputCable));
+    EXPECT_EQ(AMTUNER_NOSIGNAL, tunedStrength(tuner, 5, TunerInputAntenna));
+
+    long minimum = 0;
+    long maximum = 0;
+    ASSERT_HRESULT_SUCCEEDED(tuner->ChannelMinMax(&minimum, &maximum));
+    EXPECT_EQ(2, minimum);
+    EXPECT_EQ(69, maximum);
+    EXPECT_EQ(E_INVALIDARG, tuner->put_Channel(70, AMTUNER_SUBCHAN_DEFAULT, AMTUNER_SUBCHAN_DEFAULT));
+
+    long found = -1;
+    ASSERT_HRESULT_SUCCEEDED(tuner->put_InputType(0, TunerInputAntenna));
+    ASSERT_HRESULT_SUCCEEDED(tuner->AutoTune(6, &found));
+    EXPECT_EQ(1, found);
+
+    const std::vector<std::wstring> entries = lab::journal(kTunerCard);
+    const std::vector<std::wstring> expectedStart = {L"Mode TV", L"InputType 0 antenna", L"Channel 3 antenna TV",
+                                                     L"SignalPresent 1", L"InputType 0 cable", L"Channel 3 cable TV",
+                                                     L"SignalPresent 0"};
+    ASSERT_GE(entries.size(), expectedStart.size());
+    EXPECT_EQ(expectedStart, std::vector<std::wstring>(entries.begin(), entries.begin() + expectedStart.size()));
+    EXPECT_TRUE(journalHas(kTunerCard, L"Channel 70 antenna TV failed 0x80070057"));
+    EXPECT_TRUE(journalHas(kTunerCard, L"AutoTune 6 found 1"));
+
+    // A test's override of the channel map takes effect at once and goes with its scope.
+    {
+        lab::DeviceOverride quiet(kTunerCard, L"channels", L"");
+        EXPECT_EQ(AMTUNER_NOSIGNAL, tunedStrength(tuner, 3, TunerInputAntenna));
+    }
+    EXPECT_EQ(AMTUNER_SIGNALPRESENT, strength(tuner));
+}
+
+TEST_F(TunerTest, FmStationsAnswerByFrequency)
+{
+    CardGraph card(kTunerCard);
+    ASSERT_HRESULT_SUCCEEDED(card.find(&PIN_CATEGORY_CAPTURE, card.tuner));
+    IAMTVTuner *tuner = card.tuner;
+    ASSERT_HRESULT_SUCCEEDED(tuner->put_Mode(AMTUNER_MODE_FM_RADIO));
+    const auto tuned = [&](long hertz) {
+        EXPECT_HRESULT_SUCCEEDED(tuner->put_Channel(hertz, AMTUNER_SUBCHAN_DEFAULT, AMTUNER_SUBCHAN_DEFAULT));
+        return strength(tuner);
+    };
+    EXPECT_EQ(AMTUNER_SIGNALPRESENT, tuned(88100000));
+    // A sweep in steps of 0.2 MHz carried in a double lands a hertz short.
+    EXPECT_EQ(AMTUNER_SIGNALPRESENT, tuned(88099999));
+    EXPECT_EQ(AMTUNER_NOSIGNAL, tuned(88300000));
+    EXPECT_EQ(2, tuned(94500000));
+    EXPECT_EQ(AMTUNER_SIGNALPRESENT, tuned(104900000));
+    EXPECT_EQ(E_INVALIDARG, tuner->put_Channel(80000000, AMTUNER_SUBCHAN_DEFAULT, AMTUNER_SUBCHAN_DEFAULT));
+
+    long channel = 0;
+    long video = 0;
+    long audio = 0;
+    ASSERT_HRESULT_SUCCEEDED(tuner->get_Channel(&channel, &video, &audio));
+    EXPECT_EQ(104900000, channel);
+    EXPECT_TRUE(journalHas(kTunerCard, L"Mode FM"));
+    EXPECT_TRUE(journalHas(kTunerCard, L"Channel 88100000 cable FM"));
+}
+
+TEST_F(TunerTest, CrossbarRoutesAndJournalsThem)
+{
+    CardGraph card(kTunerCard);
+    ASSERT_HRESULT_SUCCEEDED(card.find(&PIN_CATEGORY_CAPTURE, card.crossbar));
+    IAMCrossbar *crossbar = card.crossbar;
+    long outputs = 0;
+    long inputs = 0;
+    ASSERT_HRESULT_SUCCEEDED(crossbar->get_PinCounts(&outputs, &inputs));
+    ASSERT_EQ(2, outputs);
+    ASSERT_EQ(5, inputs);
+
+    long related = 0;
+    long type = 0;
+    ASSERT_HRESULT_SUCCEEDED(crossbar->get_CrossbarPinInfo(TRUE, 1, &related, &type));
+    EXPECT_EQ(PhysConn_Video_Tuner, type);
+    EXPECT_EQ(4, related); // the tuner's sound
+    ASSERT_HRESULT_SUCCEEDED(crossbar->get_CrossbarPinInfo(FALSE, 0, &related, &type));
+    EXPECT_EQ(PhysConn_Video_VideoDecoder, type);
+    EXPECT_EQ(1, related);
+
+    long routed = -1;
+    ASSERT_HRESULT_SUCCEEDED(crossbar->get_IsRoutedTo(0, &routed));
+    EXPECT_EQ(0, routed); // composite, the first video input
+    EXPECT_EQ(S_OK, crossbar->CanRoute(0, 1));
+    EXPECT_EQ(S_FALSE, crossbar->CanRoute(0, 3)); // sound into the video decoder
+    EXPECT_EQ(E_INVALIDARG, crossbar->CanRoute(2, 1));
+    ASSERT_HRESULT_SUCCEEDED(crossbar->Route(0, 1));
+    ASSERT_HRESULT_SUCCEEDED(crossbar->get_IsRoutedTo(0, &routed));
+    EXPECT_EQ(1, routed);
+    EXPECT_TRUE(journalHas(kTunerCard, L"Route 0 1"));
+
+    {
+        lab::DeviceOverride refuse(kTunerCard, L"fault.canroute", L"1");
+        EXPECT_EQ(S_FALSE, crossbar->CanRoute(0, 1));
+        EXPECT_EQ(E_FAIL, crossbar->Route(0, 1));
+    }
+    {
+        lab::DeviceOverride failing(kTunerCard, L"fault.route", L"0x80070005");
+        EXPECT_EQ(S_OK, crossbar->CanRoute(0, 2));
+        EXPECT_EQ(E_ACCESSDENIED, crossbar->Route(0, 2));
+    }
+    EXPECT_TRUE(journalHas(kTunerCard, L"Route 0 1 failed 0x80004005"));
+    EXPECT_TRUE(journalHas(kTunerCard, L"Route 0 2 failed 0x80070005"));
+}
+
+TEST_F(TunerTest, CardStreamsBothPinsAndJournalsRunsAndFaults)
+{
+    {
+        CardGraph card(kTunerCard);
+        ASSERT_HRESULT_SUCCEEDED(card.renderToNull(MEDIATYPE_Video));
+        fprintf(stderr,"video rendered\n");
+        ASSERT_HRESULT_SUCCEEDED(card.renderToNull(MEDIATYPE_Audio));
+        fprintf(stderr,"audio rendered\n");
+        CComQIPtr<IMediaControl> control = card.control();
+        ASSERT_HRESULT_SUCCEEDED(control->Run());
+        fprintf(stderr,"running\n");
+        Sleep(300);
+        ASSERT_HRESULT_SUCCEEDED(control->Stop());
+        fprintf(stderr,"stopped\n");
+        EXPECT_GT(lab::samplesDelivered(kTunerCard), 0);
+        EXPECT_TRUE(journalHas(kTunerCard, L"Run"));
+        EXPECT_TRUE(journalHas(kTunerCard, L"Stop"));
+
+        lab::DeviceOverride inUse(kTunerCard, L"fault.run", L"0x800700AA");
+        EXPECT_EQ(HRESULT_FROM_WIN32(ERROR_BUSY), control->Run());
+        fprintf(stderr,"run failed\n");
+        control->Stop();
+        fprintf(stderr,"stopped 2\n");
+        EXPECT_TRUE(journalHas(kTunerCard, L"Run failed 0x800700AA"));
+    }
+    {
+        lab::DeviceOverride refuse(kTunerCard, L"fault.put_Mode", L"E_FAIL");
+        CardGraph card(kTunerCard);
+        ASSERT_HRESULT_SUCCEEDED(card.find(&PIN_CATEGORY_CAPTURE, card.tuner));
+        EXPECT_EQ(E_FAIL, card.tuner->put_Mode(AMTUNER_MODE_TV));
+        EXPECT_TRUE(journalHas(kTunerCard, L"Mode TV failed 0x80004005"));
+    }
+}
+
+} // namespace

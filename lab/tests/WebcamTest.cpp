@@ -1,0 +1,128 @@
+// The simulated webcams as the library meets them: listed by the system device enumerator,
+// bound through their monikers, delivering numbered frames into Wine's sample grabber.
+#include <windows.h>
+#include <dshow.h>
+
+#include <gtest/gtest.h>
+
+#include "LabGraph.h"
+#include "lab/FrameMark.h"
+#include "lab/LabClassIds.h"
+#include "lab/LabControl.h"
+
+using labtest::LabGraph;
+
+namespace {
+
+struct OwnedType {
+    AM_MEDIA_TYPE *type = nullptr;
+    ~OwnedType() { reset(); }
+    void reset()
+    {
+        if (!type)
+            return;
+        if (type->pbFormat)
+            CoTaskMemFree(type->pbFormat);
+        if (type->pUnk)
+            type->pUnk->Release();
+        CoTaskMemFree(type);
+        type = nullptr;
+    }
+    const VIDEOINFOHEADER &info() const { return *reinterpret_cast<const VIDEOINFOHEADER *>(type->pbFormat); }
+};
+
+lab::PixelLayout layoutOf(const GUID &subType)
+{
+    if (IsEqualGUID(subType, MEDIASUBTYPE_YUY2))
+        return lab::PixelLayout::Yuy2;
+    if (IsEqualGUID(subType, MEDIASUBTYPE_UYVY))
+        return lab::PixelLayout::Uyvy;
+    if (IsEqualGUID(subType, MEDIASUBTYPE_RGB32))
+        return lab::PixelLayout::Rgb32;
+    return lab::PixelLayout::Rgb24;
+}
+
+// The frame numbers of the samples, checking each carries a complete, readable picture.
+std::vector<unsigned long> frameNumbers(const std::vector<labtest::CollectedSample> &samples, const AM_MEDIA_TYPE &type)
+{
+    const BITMAPINFOHEADER &header = reinterpret_cast<const VIDEOINFOHEADER *>(type.pbFormat)->bmiHeader;
+    std::vector<unsigned long> numbers;
+    for (const labtest::CollectedSample &sample : samples) {
+        const lab::FrameView view{sample.data.data(), static_cast<long>(sample.data.size()), layoutOf(type.subtype),
+                                  static_cast<int>(header.biWidth), static_cast<int>(std::labs(header.biHeight)),
+                                  header.biHeight > 0};
+        unsigned long number = 0;
+        EXPECT_TRUE(lab::readFrameNumber(view, number)) << "unreadable frame of " << sample.data.size() << " bytes";
+        numbers.push_back(number);
+    }
+    return numbers;
+}
+
+void expectConsecutive(const std::vector<unsigned long> &numbers)
+{
+    for (size_t i = 1; i < numbers.size(); ++i)
+        EXPECT_EQ(numbers[i - 1] + 1, numbers[i]) << "frame " << i;
+}
+
+} // namespace
+
+TEST(LabWebcam, DeviceEnumeratorListsEveryWebcamWithItsPropertyBag)
+{
+    const std::vector<labtest::MonikerInfo> devices = labtest::listDevices(CLSID_VideoInputDeviceCategory);
+    std::map<std::wstring, std::map<std::wstring, std::wstring>> byName;
+    for (const labtest::MonikerInfo &device : devices)
+        byName[device.values.at(L"FriendlyName")] = device.values;
+
+    for (const wchar_t *name : {L"Lab Webcam RGB24", L"Lab Webcam RGB24 Top-Down", L"Lab Webcam YUY2", L"Lab Webcam UYVY",
+                                L"Lab Webcam MJPG", L"Lab Webcam YUY2 MJPG", L"Lab Webcam HD", L"Lab Webcam In Use"}) {
+        ASSERT_EQ(1u, byName.count(name)) << "missing " << std::string(name, name + wcslen(name));
+        EXPECT_EQ(L"{F19DD49F-12B0-4D4B-8CF0-09AECC2CDF40}", byName[name][L"CLSID"]);
+        EXPECT_FALSE(byName[name][L"Description"].empty());
+    }
+    EXPECT_EQ(L"\\\\?\\usb#vid_045e&pid_0772&mi_00#7&2b3c&0&0000#{65e8773d-8f56-11d0-a3b9-00a0c9223196}\\global",
+              byName[L"Lab Webcam YUY2"][L"DevicePath"]);
+    EXPECT_EQ(L"Lab USB camera, motion JPEG, privacy shutter", byName[L"Lab Webcam MJPG"][L"Description"]);
+}
+
+TEST(LabWebcam, UncompressedCapabilitiesDeliverNumberedFramesInOrder)
+{
+    const long objectsBefore = lab::liveObjects();
+    for (const wchar_t *device : {L"Lab Webcam RGB24", L"Lab Webcam RGB24 Top-Down", L"Lab Webcam YUY2", L"Lab Webcam UYVY"}) {
+        SCOPED_TRACE(std::string(device, device + wcslen(device)));
+        CComPtr<IBaseFilter> probe;
+        ASSERT_EQ(S_OK, labtest::bindDevice(device, probe));
+        CComPtr<IAMStreamConfig> config;
+        CComPtr<IPin> out;
+        out.Attach(labtest::firstPin(probe, PINDIR_OUTPUT));
+        ASSERT_EQ(S_OK, out->QueryInterface(IID_IAMStreamConfig, reinterpret_cast<void **>(&config)));
+        int count = 0;
+        int size = 0;
+        ASSERT_EQ(S_OK, config->GetNumberOfCapabilities(&count, &size));
+        EXPECT_EQ(static_cast<int>(sizeof(VIDEO_STREAM_CONFIG_CAPS)), size);
+        for (int i = 0; i < count; ++i) {
+            OwnedType capability;
+            VIDEO_STREAM_CONFIG_CAPS caps = {};
+            ASSERT_EQ(S_OK, config->GetStreamCaps(i, &capability.type, reinterpret_cast<BYTE *>(&caps)));
+            EXPECT_EQ(capability.info().bmiHeader.biWidth, caps.MaxOutputSize.cx);
+
+            lab::clearJournal(device);
+            LabGraph graph;
+            ASSERT_EQ(S_OK, graph.build(device, capability.type, GUID_NULL));
+            ASSERT_EQ(S_OK, graph.capture(4, 5000));
+            const std::vector<labtest::CollectedSample> samples = graph.samples();
+            const std::vector<unsigned long> numbers = frameNumbers(samples, *capability.type);
+            ASSERT_GE(numbers.size(), 4u);
+            EXPECT_EQ(0ul, numbers.front());
+            expectConsecutive(numbers);
+            for (size_t s = 1; s < samples.size(); ++s)
+                EXPECT_GT(samples[s].start, samples[s - 1].start);
+            const std::vector<std::wstring> journal = lab::journal(device);
+            ASSERT_GE(journal.size(), 4u);
+            EXPECT_EQ(L"Pause", journal[0]);
+            EXPECT_EQ(L"Run", journal[1]);
+            graph.tearDown();
+        }
+    }
+    EXPECT_EQ(objectsBefore, lab::liveObjects());
+    EXPECT_EQ(0, lab::liveThreads());
+}

@@ -1,0 +1,42 @@
+// A sample-grabber callback that keeps a copy of every sample with its time stamps.
+#pragma once
+
+#include <windows.h>
+#include <dshow.h>
+#include <qedit.h>
+
+#include <mutex>
+#include <vector>
+
+namespace labtest {
+
+struct CollectedSample {
+    std::vector<BYTE> data;
+    REFERENCE_TIME start = 0;
+    REFERENCE_TIME end = 0;
+    bool timed = false;
+};
+
+class FrameCollector : public ISampleGrabberCB {
+public:
+    FrameCollector() = default;
+    virtual ~FrameCollector() = default;
+    FrameCollector(const FrameCollector &) = delete;
+    FrameCollector &operator=(const FrameCollector &) = delete;
+
+    STDMETHODIMP QueryInterface(REFIID iid, void **out) override;
+    STDMETHODIMP_(ULONG) AddRef() override;
+    STDMETHODIMP_(ULONG) Release() override;
+    STDMETHODIMP SampleCB(double time, IMediaSample *sample) override;
+    STDMETHODIMP BufferCB(double time, BYTE *buffer, long length) override;
+
+    size_t count() const;
+    std::vector<CollectedSample> samples() const;
+
+private:
+    volatile LONG m_refs = 0;
+    mutable std::mutex m_lock;
+    std::vector<CollectedSample> m_samples;
+};
+
+} // namespace labtest
