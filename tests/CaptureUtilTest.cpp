@@ -11,6 +11,7 @@
 #include <amvideo.h>
 #include <dshow.h>
 #include <cstring>
+#include <string>
 
 namespace {
 
@@ -103,29 +104,30 @@ TEST_F(CaptureUtilTest, AlphaNumIsAsciiOnly)
     for (wchar_t c : std::wstring(L"&#_-/ @[`{\x00e9\x00c4\x0660")) EXPECT_FALSE(CaptureUtil::isAlphaNum(c)) << c;
 }
 
-TEST_F(CaptureUtilTest, CodeAfterMarkerRunsToTheFirstNonAsciiAlphaNum)
+const std::wstring kNoMarker = L"<no marker>";
+
+// The code found after a marker, or kNoMarker when the marker is absent (and the code
+// argument was left alone).
+std::wstring codeAfter(const wchar_t* marker, const wchar_t* text)
 {
     kel::String code(L"untouched");
-    EXPECT_FALSE(CaptureUtil::getCodeAfter(kel::String(L"VID_"), kel::String(L"USB\\PID_0001"), code));
+    if (CaptureUtil::getCodeAfter(kel::String(marker), kel::String(text), code)) return code.wstr();
     EXPECT_EQ(code, kel::String(L"untouched"));
+    return kNoMarker;
+}
 
-    EXPECT_TRUE(CaptureUtil::getCodeAfter(kel::String(L"VID_"), kel::String(L"USB\\VID_046D&PID_0825"), code));
-    EXPECT_EQ(code, kel::String(L"046D"));
-    EXPECT_TRUE(CaptureUtil::getCodeAfter(kel::String(L"PID_"), kel::String(L"USB\\VID_046D&PID_0825#6&1"), code));
-    EXPECT_EQ(code, kel::String(L"0825"));
-    EXPECT_TRUE(CaptureUtil::getCodeAfter(kel::String(L"REV_"), kel::String(L"PCI\\REV_0A_X"), code));
-    EXPECT_EQ(code, kel::String(L"0A"));
-    EXPECT_TRUE(CaptureUtil::getCodeAfter(kel::String(L"DEV_"), kel::String(L"DEV_12\x00e9"), code));
-    EXPECT_EQ(code, kel::String(L"12"));
+TEST_F(CaptureUtilTest, CodeAfterMarkerRunsToTheFirstNonAsciiAlphaNum)
+{
+    EXPECT_EQ(codeAfter(L"VID_", L"USB\\PID_0001"), kNoMarker);
+    EXPECT_EQ(codeAfter(L"VID_", L"USB\\VID_046D&PID_0825"), L"046D");
+    EXPECT_EQ(codeAfter(L"PID_", L"USB\\VID_046D&PID_0825#6&1"), L"0825");
+    EXPECT_EQ(codeAfter(L"REV_", L"PCI\\REV_0A_X"), L"0A");
+    EXPECT_EQ(codeAfter(L"DEV_", L"DEV_12\x00e9"), L"12");
     // Only the first occurrence counts.
-    EXPECT_TRUE(CaptureUtil::getCodeAfter(kel::String(L"_"), kel::String(L"A_B1&C_D2"), code));
-    EXPECT_EQ(code, kel::String(L"B1"));
-
-    EXPECT_TRUE(CaptureUtil::getCodeAfter(kel::String(L"SUBSYS_"), kel::String(L"PCI\\SUBSYS_"), code));
-    EXPECT_EQ(code, kel::String());
-    code = kel::String(L"x");
-    EXPECT_TRUE(CaptureUtil::getCodeAfter(kel::String(L"VEN_"), kel::String(L"VEN_&DEV"), code));
-    EXPECT_EQ(code, kel::String());
+    EXPECT_EQ(codeAfter(L"_", L"A_B1&C_D2"), L"B1");
+    // A marker at the very end, or followed by a separator, gives an empty code.
+    EXPECT_EQ(codeAfter(L"SUBSYS_", L"PCI\\SUBSYS_"), L"");
+    EXPECT_EQ(codeAfter(L"VEN_", L"VEN_&DEV"), L"");
 }
 
 TEST_F(CaptureUtilTest, DefaultCountryFollowsTheGlobalLanguage)
