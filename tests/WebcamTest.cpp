@@ -6,6 +6,7 @@
 
 #include <ModuleRegistration.h>
 #include <ScopedVariant.h>
+#include <SdkGuids.h>
 #include <Webcam.h>
 #include <lab/FrameMark.h>
 #include <lab/LabClassIds.h>
@@ -169,6 +170,51 @@ private:
 };
 
 
+bool contains(const std::vector<CLSID>& classes, const CLSID& wanted)
+{
+    for (const CLSID& id : classes) {
+        if (IsEqualCLSID(id, wanted)) return true;
+    }
+    return false;
+}
+
+// Moves the manual clock past a capture's time-out once the camera has been started, and
+// lets the camera deliver again once that run has stopped.
+class TimeOutOnce {
+public:
+    TimeOutOnce(const std::wstring& camera, uint64_t milliseconds)
+        : m_camera(camera), m_thread([this, milliseconds] { drive(milliseconds); })
+    {
+    }
+    ~TimeOutOnce()
+    {
+        m_done = true;
+        m_thread.join();
+    }
+
+private:
+    void drive(uint64_t milliseconds)
+    {
+        if (!waitFor(L"Run")) return;
+        kel::Clock::advanceMilliseconds(milliseconds);
+        if (!waitFor(L"Stop")) return;
+        LabSetOverride(m_camera.c_str(), L"fault.nosamples", nullptr);
+    }
+
+    bool waitFor(const std::wstring& entry)
+    {
+        while (!m_done) {
+            if (!journalOf(m_camera, entry).empty()) return true;
+            Sleep(1);
+        }
+        return false;
+    }
+
+    std::wstring m_camera;
+    std::atomic<bool> m_done{false};
+    std::thread m_thread;
+};
+
 class WebcamTest : public sorvane::test::FrameworkTest {
 protected:
     void SetUp() override
@@ -253,6 +299,220 @@ TEST_F(WebcamTest, FramesOfEachFormatComeBackInOrderFromTheLargestCapability)
         EXPECT_EQ(formatsSet[0].compare(0, wcslen(c.firstFormatSet), c.firstFormatSet), 0) << formatsSet[0].c_str();
     }
     EXPECT_TRUE(recorder().events.empty());
+}
+
+TEST_F(WebcamTest, YuvIsPreferredToMotionJpegAndOnlyItsGroupIsTried)
+{
+    {
+        Webcam webcam(labWebcam(kYuy2MjpgCamera), text(L"Webcam test"), 0);
+        Webcam::FrameInfo info;
+        const Webcam::FrameList frames = capture(webcam, 3, info);
+        EXPECT_EQ(info.format, Webcam::FrameInfo::FORMAT_YUY2);
+        EXPECT_EQ(info.width, 320);
+        EXPECT_EQ(frameNumbers(frames, info), consecutiveFrom(0, 3));
+    }
+    // The one YUY2 capability refused: the capture fails although MJPG was on offer.
+    lab::clearJournal(kYuy2MjpgCamera);
+    lab::DeviceOverride refuse(kYuy2MjpgCamera, L"fault.setformat", L"1");
+    Webcam webcam(labWebcam(kYuy2MjpgCamera), text(L"Webcam test"), 0);
+    const CaptureException failure = captureFailure(webcam, 3);
+    EXPECT_EQ(failure.getResult(), TestResult::FAIL());
+    EXPECT_EQ(failure.getErrorEvent(), sorvane::g_errorCapturingFrames);
+    EXPECT_EQ(journalOf(kYuy2MjpgCamera, L"SetFormat"),
+              std::vector<std::wstring>{L"SetFormat refused YUY2 320x240 30fps"});
+    EXPECT_EQ(logCount(L"callMethodWithRetries, tryNum"), 0u);
+}
+
+TEST_F(WebcamTest, CaptureDelayDropsTheFirstFramesAndFramesBeyondTheCountAreNotKept)
+{
+    ObservedWebcam webcam(labWebcam(kYuy2Camera), 500);
+    Webcam::FrameInfo info;
+    const Webcam::FrameList frames = capture(webcam, 4, info);
+    const std::vector<long> numbers = frameNumbers(frames, info);
+    ASSERT_EQ(numbers.size(), 4u);
+    // Half a second at 30 frames a second goes by before the first frame is kept.
+    EXPECT_GE(numbers[0], 12);
+    EXPECT_EQ(numbers, consecutiveFrom(numbers[0], 4));
+    EXPECT_TRUE(log().contains(text(L"SampleGrabberCallback ctor, captureDelay = 500")));
+    EXPECT_TRUE(log().contains(text(L"Got 4 of 4 frames")));
+}
+
+TEST_F(WebcamTest, CountZeroTriesNoCapabilityAndKeepsTheEarlierFrames)
+{
+    Webcam webcam(labWebcam(kRgb24Camera), text(L"Webcam test"), 0);
+    Webcam::FrameInfo info;
+    const Webcam::FrameList first = capture(webcam, 2, info);
+    lab::clearJournal(kRgb24Camera);
+
+    const Webcam::FrameList again = capture(webcam, 0, info);
+    EXPECT_EQ(again, first);
+    EXPECT_TRUE(journalOf(kRgb24Camera, L"SetFormat").empty());
+    EXPECT_TRUE(log().contains(text(L"returning 2 frames")));
+}
+
+TEST_F(WebcamTest, TimedOutCapabilityIsFollowedByARebuiltGraphAndTheNextCapability)
+{
+    sorvane::test::ManualClock clock;
+    lab::DeviceOverride silent(kYuy2Camera, L"fault.nosamples", L"yes");
+    Webcam webcam(labWebcam(kYuy2Camera), text(L"Webcam test"), 0);
+    Webcam::FrameInfo info;
+    Webcam::FrameList frames;
+    {
+        // Three frames may take 60 + 3 x 5 seconds.
+        TimeOutOnce timeOut(kYuy2Camera, 76000);
+        frames = capture(webcam, 3, info);
+    }
+    EXPECT_EQ(info.width, 320);
+    EXPECT_EQ(frameNumbers(frames, info), consecutiveFrom(0, 3));
+    EXPECT_EQ(journalOf(kYuy2Camera, L"SetFormat"),
+              (std::vector<std::wstring>{L"SetFormat YUY2 640x480 30fps", L"SetFormat YUY2 320x240 30fps"}));
+    EXPECT_TRUE(log().contains(text(L"FramesSavedCheck: 75 second timeout hit")));
+    EXPECT_TRUE(log().contains(text(L"doCaptureFrames timed out")));
+    EXPECT_TRUE(log().contains(text(L"retrying after rebuilding the DirectShow/COM universe...")));
+    EXPECT_EQ(logCount(L"callMethodWithRetries, tryNum"), 0u);
+    // Each of the two capabilities owns a quarter of the bar, counted as progress / 50: the
+    // first never gets past 1 %, the second starts at 25 %.
+    ASSERT_FALSE(recorder().percents.empty());
+    EXPECT_LE(recorder().percents.front(), 1);
+    EXPECT_EQ(recorder().percents.back(), 25);
+    for (int percent : recorder().percents) EXPECT_TRUE(percent <= 1 || percent == 25) << percent;
+}
+
+TEST_F(WebcamTest, ShortfallAfterACompletedRunEndsTheCaptureAtOnce)
+{
+    ObservedWebcam webcam(labWebcam(kYuy2Camera));
+    webcam.stopRunAfterSamples = 2;
+    const CaptureException failure = captureFailure(webcam, 30);
+    EXPECT_EQ(failure.getResult(), TestResult::FAIL());
+    EXPECT_EQ(failure.getErrorEvent(), sorvane::g_errorCapturingFrames);
+    // Neither the next capability nor a second attempt.
+    EXPECT_EQ(journalOf(kYuy2Camera, L"SetFormat").size(), 1u);
+    EXPECT_EQ(logCount(L"callMethodWithRetries, tryNum"), 0u);
+    Webcam::FrameInfo info;
+    EXPECT_LT(webcam.getFrames(info).size(), 30u);
+}
+
+TEST_F(WebcamTest, EveryCapabilityFailingEndsWithErrorCapturingFrames)
+{
+    lab::DeviceOverride refuse(kYuy2Camera, L"fault.setformat", L"0, 1");
+    Webcam webcam(labWebcam(kYuy2Camera), text(L"Webcam test"), 0);
+    const CaptureException failure = captureFailure(webcam, 3);
+    EXPECT_EQ(failure.getResult(), TestResult::FAIL());
+    EXPECT_EQ(failure.getErrorEvent(), sorvane::g_errorCapturingFrames);
+    EXPECT_EQ(journalOf(kYuy2Camera, L"SetFormat refused").size(), 2u);
+    EXPECT_EQ(logCount(L"retrying after rebuilding the DirectShow/COM universe..."), 2u);
+    EXPECT_TRUE(log().contains(text(L"Failed to capture frames for capabilities:")));
+    EXPECT_TRUE(log().contains(text(L"Unable to capture 3 frames, got 0")));
+}
+
+TEST_F(WebcamTest, NoUsableCapabilityCannotRun)
+{
+    lab::DeviceOverride formats(kYuy2Camera, L"format", L"RGB32 640x480 30");
+    Webcam webcam(labWebcam(kYuy2Camera), text(L"Webcam test"), 0);
+    const CaptureException failure = captureFailure(webcam, 3);
+    EXPECT_EQ(failure.getResult(), TestResult::CANNOTRUN());
+    EXPECT_EQ(failure.getErrorEvent(), sorvane::g_errorCreatingFilterGraph);
+    EXPECT_TRUE(log().contains(text(L"No supported capability found.")));
+    EXPECT_TRUE(journalOf(kYuy2Camera, L"SetFormat").empty());
+    EXPECT_EQ(logCount(L"callMethodWithRetries, tryNum"), 0u);
+}
+
+TEST_F(WebcamTest, StreamConfigurationFailuresBeforeTheLoop)
+{
+    sorvane::test::ManualClock clock;
+    {
+        // A wrong capability size fails the attempt, and each retry again.
+        lab::DeviceOverride size(kYuy2Camera, L"fault.capssize", L"100");
+        Webcam webcam(labWebcam(kYuy2Camera), text(L"Webcam test"), 0);
+        const CaptureException failure = captureFailure(webcam, 3);
+        EXPECT_EQ(failure.getResult(), TestResult::FAIL());
+        EXPECT_EQ(failure.getErrorEvent(), sorvane::g_errorCreatingFilterGraph);
+        EXPECT_EQ(logCount(L"Capability size != sizeof(VIDEO_STREAM_CONFIG_CAPS)"), 11u);
+        EXPECT_EQ(clock.sleeps(), std::vector<uint32_t>(10, 100));
+    }
+    {
+        // A capability that cannot be read is skipped.
+        lab::DeviceOverride unreadable(kYuy2Camera, L"fault.getstreamcaps", L"0");
+        Webcam webcam(labWebcam(kYuy2Camera), text(L"Webcam test"), 0);
+        Webcam::FrameInfo info;
+        EXPECT_EQ(capture(webcam, 2, info).size(), 2u);
+        EXPECT_EQ(info.width, 320);
+        EXPECT_TRUE(log().contains(text(L"Failed to fetch capability 0")));
+    }
+}
+
+TEST_F(WebcamTest, PrivacyIsReadAndLeftOffWhereTheCameraHasIt)
+{
+    {
+        lab::DeviceOverride closed(kRgb24Camera, L"privacy", L"1");
+        ObservedWebcam webcam(labWebcam(kRgb24Camera));
+        webcam.readPrivacy = true;
+        Webcam::FrameInfo info;
+        EXPECT_EQ(capture(webcam, 2, info).size(), 2u);
+        EXPECT_EQ(webcam.privacyValue, 1);
+        EXPECT_EQ(journalOf(kRgb24Camera, L"Privacy"), std::vector<std::wstring>{L"Privacy 0 1"});
+    }
+    // No camera control at all, and camera control without the privacy property.
+    for (const wchar_t* camera : {kTopDownCamera, kYuy2Camera}) {
+        SCOPED_TRACE(sorvane::test::narrow(text(camera)));
+        ObservedWebcam webcam(labWebcam(camera));
+        webcam.readPrivacy = true;
+        Webcam::FrameInfo info;
+        EXPECT_EQ(capture(webcam, 2, info).size(), 2u);
+        EXPECT_EQ(webcam.privacyValue, -1);
+        EXPECT_EQ(webcam.privacyFlags, -1);
+        EXPECT_TRUE(journalOf(camera, L"Privacy").empty());
+    }
+    EXPECT_TRUE(log().contains(text(L"Web Camera Control not supported")));
+    EXPECT_TRUE(log().contains(text(L"KSPROPERTY_CAMERACONTROL_PRIVACY not supported")));
+}
+
+TEST_F(WebcamTest, UncompressedCapabilitiesAreWiredByTwoDirectConnections)
+{
+    ObservedWebcam webcam(labWebcam(kYuy2Camera));
+    Webcam::FrameInfo info;
+    capture(webcam, 2, info);
+    ASSERT_EQ(webcam.wiredGraphs.size(), 1u);
+    EXPECT_EQ(webcam.wiredGraphs[0].size(), 3u);
+    EXPECT_TRUE(contains(webcam.wiredGraphs[0], CLSID_NullRenderer));
+    EXPECT_TRUE(contains(webcam.wiredGraphs[0], CLSID_SampleGrabber));
+    EXPECT_TRUE(contains(webcam.wiredGraphs[0], lab::CLSID_LabWebcam));
+    EXPECT_TRUE(log().contains(text(L"using ConnectDirect")));
+    EXPECT_FALSE(log().contains(text(L"using RenderStream")));
+}
+
+TEST_F(WebcamTest, FramesAreFreedWithTheirLastOwner)
+{
+    std::vector<boost::weak_ptr<unsigned char>> watched;
+    boost::shared_ptr<unsigned char> kept;
+    {
+        Webcam webcam(labWebcam(kRgb24Camera), text(L"Webcam test"), 0);
+        Webcam::FrameInfo info;
+        const Webcam::FrameList frames = capture(webcam, 3, info);
+        ASSERT_EQ(frames.size(), 3u);
+        watched.assign(frames.begin(), frames.end());
+        kept = frames[1];
+        // A copy shares the frames rather than copying them.
+        Webcam copy(webcam);
+        Webcam::FrameInfo copyInfo;
+        EXPECT_EQ(copy.getFrames(copyInfo), frames);
+        EXPECT_EQ(copyInfo.width, info.width);
+    }
+    EXPECT_TRUE(watched[0].expired());
+    EXPECT_FALSE(watched[1].expired());
+    EXPECT_TRUE(watched[2].expired());
+    kept.reset();
+    EXPECT_TRUE(watched[1].expired());
+}
+
+TEST_F(WebcamTest, NothingCapturedYetGivesNoFramesAndLeavesTheDescription)
+{
+    Webcam webcam(labWebcam(kRgb24Camera), text(L"Webcam test"), 0);
+    Webcam::FrameInfo info;
+    info.width = 7;
+    EXPECT_TRUE(webcam.getFrames(info).empty());
+    EXPECT_EQ(info.width, 7);
+    EXPECT_TRUE(log().contains(text(L"Unsupported format type: ")));
 }
 
 } // namespace

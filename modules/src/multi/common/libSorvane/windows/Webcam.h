@@ -19,10 +19,13 @@ class SORVANE_API Webcam : public CaptureBase {
 public:
     // How to read the frames getFrames returns.
     struct SORVANE_API FrameInfo {
-        static const int32_t FORMAT_UNKNOWN = 0;
-        static const int32_t FORMAT_RGB24 = 1; // also MJPG, with isJpeg set
-        static const int32_t FORMAT_YUY2 = 2;
-        static const int32_t FORMAT_UYVY = 3;
+        // Values of `format`.
+        enum {
+            FORMAT_UNKNOWN = 0,
+            FORMAT_RGB24 = 1, // also MJPG, with isJpeg set
+            FORMAT_YUY2 = 2,
+            FORMAT_UYVY = 3
+        };
 
         FrameInfo();
 
