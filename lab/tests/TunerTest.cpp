@@ -262,24 +262,24 @@ TEST_F(TunerTest, CardStreamsBothPinsAndJournalsRunsAndFaults)
     {
         CardGraph card(kTunerCard);
         ASSERT_HRESULT_SUCCEEDED(card.renderToNull(MEDIATYPE_Video));
-        fprintf(stderr,"video rendered\n");
         ASSERT_HRESULT_SUCCEEDED(card.renderToNull(MEDIATYPE_Audio));
-        fprintf(stderr,"audio rendered\n");
         CComQIPtr<IMediaControl> control = card.control();
         ASSERT_HRESULT_SUCCEEDED(control->Run());
-        fprintf(stderr,"running\n");
         Sleep(300);
         ASSERT_HRESULT_SUCCEEDED(control->Stop());
-        fprintf(stderr,"stopped\n");
         EXPECT_GT(lab::samplesDelivered(kTunerCard), 0);
         EXPECT_TRUE(journalHas(kTunerCard, L"Run"));
         EXPECT_TRUE(journalHas(kTunerCard, L"Stop"));
 
+    }
+    {
+        // Alone in its graph: Wine's graph reports a Pause failure only when no renderer before
+        // it answered S_FALSE.
         lab::DeviceOverride inUse(kTunerCard, L"fault.run", L"0x800700AA");
+        CardGraph card(kTunerCard);
+        CComQIPtr<IMediaControl> control = card.control();
         EXPECT_EQ(HRESULT_FROM_WIN32(ERROR_BUSY), control->Run());
-        fprintf(stderr,"run failed\n");
         control->Stop();
-        fprintf(stderr,"stopped 2\n");
         EXPECT_TRUE(journalHas(kTunerCard, L"Run failed 0x800700AA"));
     }
     {

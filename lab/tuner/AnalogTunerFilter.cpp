@@ -113,6 +113,9 @@ HRESULT AnalogTunerFilter::configure(const std::shared_ptr<DeviceState> &device)
     return S_OK;
 }
 
+// Running to Paused leaves the streaming threads alone: the graph pauses the renderers first, and
+// a paused renderer holds the sample it was given until it runs or stops, so joining a thread
+// here could wait for ever. The threads end in onStop, after the renderers let go.
 HRESULT AnalogTunerFilter::onPause(bool fromStopped)
 {
     if (fromStopped) {
@@ -121,8 +124,6 @@ HRESULT AnalogTunerFilter::onPause(bool fromStopped)
             m_device->record(L"Run failed " + hresultText(refused));
             return refused;
         }
-    } else {
-        stopStreaming();
     }
     m_device->record(L"Pause");
     return S_OK;
