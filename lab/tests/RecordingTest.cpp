@@ -297,6 +297,40 @@ TEST_F(RecordingTest, WebcamFramesLandInTheAviInOrder)
     DeleteFileW(path.c_str());
 }
 
+// JPEG frames differ in length from frame to frame: every chunk must still start where the index
+// says, after the (even-padded) chunk before it.
+TEST_F(RecordingTest, MotionJpegFramesKeepTheirLengths)
+{
+    const std::wstring path = tempFile(L"lab-recording-mjpg.avi");
+    DeleteFileW(path.c_str());
+    {
+        Recording recording(L"Lab Webcam MJPG");
+        ASSERT_HRESULT_SUCCEEDED(recording.build(path, false));
+        ASSERT_HRESULT_SUCCEEDED(recording.record(700));
+    }
+
+    AviFile avi(readFile(path));
+    ASSERT_TRUE(avi.riff);
+    ASSERT_EQ(1u, avi.streamHeaders.size());
+    EXPECT_EQ(fourcc("MJPG"), avi.streamHeaders[0].fccHandler);
+    const std::vector<const AviFile::Chunk *> frames = avi.chunksOf("00dc");
+    ASSERT_GE(frames.size(), 5u);
+    ASSERT_EQ(frames.size(), avi.index.size());
+    DWORD largest = 0;
+    for (size_t i = 0; i < frames.size(); ++i) {
+        const BYTE *data = &avi.bytes[frames[i]->offset];
+        const DWORD size = frames[i]->size;
+        ASSERT_GE(size, 4u);
+        EXPECT_TRUE(data[0] == 0xFF && data[1] == 0xD8) << "frame " << i << " starts a JPEG";
+        EXPECT_TRUE(data[size - 2] == 0xFF && data[size - 1] == 0xD9) << "frame " << i << " ends a JPEG";
+        EXPECT_EQ(size, avi.index[i].size);
+        EXPECT_EQ(frames[i]->offset - 8, avi.moviType + avi.index[i].offset);
+        largest = size > largest ? size : largest;
+    }
+    EXPECT_EQ(largest, avi.streamHeaders[0].dwSuggestedBufferSize);
+    DeleteFileW(path.c_str());
+}
+
 TEST_F(RecordingTest, CompressedVideoAndSoundGetTheirOwnChunkTypes)
 {
     const std::wstring path = tempFile(L"lab-recording-tuner.avi");
