@@ -216,6 +216,22 @@ bool inGraph(IBaseFilter *filter, IGraphBuilder *graph)
     return member;
 }
 
+// Records the device for about the given time into a fresh temporary file and reads it back;
+// the file is gone afterwards.
+AviFile recordedFile(const wchar_t *device, const wchar_t *fileName, bool withAudio, DWORD milliseconds)
+{
+    const std::wstring path = tempFile(fileName);
+    DeleteFileW(path.c_str());
+    {
+        Recording recording(device);
+        EXPECT_HRESULT_SUCCEEDED(recording.build(path, withAudio));
+        EXPECT_HRESULT_SUCCEEDED(recording.record(milliseconds));
+    }
+    AviFile avi(readFile(path));
+    DeleteFileW(path.c_str());
+    return avi;
+}
+
 // The frame numbers the video chunks of the file carry, in file order, read with the geometry
 // of the file's first stream format.
 std::vector<unsigned long> frameNumbers(const AviFile &avi, const char *chunkId, lab::PixelLayout layout)
@@ -301,15 +317,7 @@ TEST_F(RecordingTest, WebcamFramesLandInTheAviInOrder)
 // says, after the (even-padded) chunk before it.
 TEST_F(RecordingTest, MotionJpegFramesKeepTheirLengths)
 {
-    const std::wstring path = tempFile(L"lab-recording-mjpg.avi");
-    DeleteFileW(path.c_str());
-    {
-        Recording recording(L"Lab Webcam MJPG");
-        ASSERT_HRESULT_SUCCEEDED(recording.build(path, false));
-        ASSERT_HRESULT_SUCCEEDED(recording.record(700));
-    }
-
-    AviFile avi(readFile(path));
+    const AviFile avi = recordedFile(L"Lab Webcam MJPG", L"lab-recording-mjpg.avi", false, 700);
     ASSERT_TRUE(avi.riff);
     ASSERT_EQ(1u, avi.streamHeaders.size());
     EXPECT_EQ(fourcc("MJPG"), avi.streamHeaders[0].fccHandler);
@@ -328,20 +336,11 @@ TEST_F(RecordingTest, MotionJpegFramesKeepTheirLengths)
         largest = size > largest ? size : largest;
     }
     EXPECT_EQ(largest, avi.streamHeaders[0].dwSuggestedBufferSize);
-    DeleteFileW(path.c_str());
 }
 
 TEST_F(RecordingTest, CompressedVideoAndSoundGetTheirOwnChunkTypes)
 {
-    const std::wstring path = tempFile(L"lab-recording-tuner.avi");
-    DeleteFileW(path.c_str());
-    {
-        Recording recording(L"Lab Analog TV Tuner");
-        ASSERT_HRESULT_SUCCEEDED(recording.build(path, true));
-        ASSERT_HRESULT_SUCCEEDED(recording.record(600));
-    }
-
-    AviFile avi(readFile(path));
+    const AviFile avi = recordedFile(L"Lab Analog TV Tuner", L"lab-recording-tuner.avi", true, 600);
     ASSERT_TRUE(avi.riff);
     ASSERT_EQ(2u, avi.streamHeaders.size());
     EXPECT_EQ(fourcc("vids"), avi.streamHeaders[0].fccType);
@@ -358,7 +357,6 @@ TEST_F(RecordingTest, CompressedVideoAndSoundGetTheirOwnChunkTypes)
     EXPECT_EQ(avi.chunks.size(), avi.index.size());
     EXPECT_EQ(video, avi.streamHeaders[0].dwLength);
     EXPECT_EQ(audio * 19200u / 4u, avi.streamHeaders[1].dwLength);
-    DeleteFileW(path.c_str());
 }
 
 TEST_F(RecordingTest, EachRunWritesTheFileAfresh)

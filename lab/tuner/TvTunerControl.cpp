@@ -113,6 +113,24 @@ HRESULT TvTunerControl::refuse(DeviceState &device, const std::wstring &entry, H
     return hr;
 }
 
+template <class Describe, class Apply>
+HRESULT TvTunerControl::change(const wchar_t *method, Describe describe, Apply apply)
+{
+    std::shared_ptr<DeviceState> state = device();
+    if (!state)
+        return E_UNEXPECTED;
+    std::lock_guard<std::mutex> guard(m_lock);
+    std::wstring entry = describe();
+    HRESULT hr = fault(*state, method, entry);
+    if (FAILED(hr))
+        return hr;
+    hr = apply(*state, entry);
+    if (FAILED(hr))
+        return refuse(*state, entry, hr);
+    state->record(entry);
+    return hr;
+}
+
 bool TvTunerControl::validInput(long index) const
 {
     return index >= 0 && index < static_cast<long>(m_inputTypes.size());
@@ -159,22 +177,20 @@ STDMETHODIMP_(ULONG) TvTunerControl::Release() { return m_owner.Release(); }
 
 STDMETHODIMP TvTunerControl::put_Channel(LONG channel, LONG videoSubChannel, LONG audioSubChannel)
 {
-    std::shared_ptr<DeviceState> state = device();
-    if (!state)
-        return E_UNEXPECTED;
-    std::lock_guard<std::mutex> guard(m_lock);
-    std::wstring entry = L"Channel " + std::to_wstring(channel) + L" " + inputName(m_inputTypes[m_connectedInput]) +
-                         L" " + modeName(m_mode);
-    HRESULT hr = fault(*state, L"put_Channel", entry);
-    if (FAILED(hr))
-        return hr;
-    hr = tune(*state, channel);
-    if (FAILED(hr))
-        return refuse(*state, entry, hr);
-    m_videoSubChannel = videoSubChannel;
-    m_audioSubChannel = audioSubChannel;
-    state->record(entry);
-    return S_OK;
+    return change(
+        L"put_Channel",
+        [&] {
+            return L"Channel " + std::to_wstring(channel) + L" " + inputName(m_inputTypes[m_connectedInput]) + L" " +
+                   modeName(m_mode);
+        },
+        [&](DeviceState &state, std::wstring &) {
+            HRESULT hr = tune(state, channel);
+            if (SUCCEEDED(hr)) {
+                m_videoSubChannel = videoSubChannel;
+                m_audioSubChannel = audioSubChannel;
+            }
+            return hr;
+        });
 }
 
 // Takes the channel (TV) or frequency (FM) when it lies in the band.
@@ -224,19 +240,14 @@ STDMETHODIMP TvTunerControl::ChannelMinMax(LONG *minimum, LONG *maximum)
 
 STDMETHODIMP TvTunerControl::put_CountryCode(LONG country)
 {
-    std::shared_ptr<DeviceState> state = device();
-    if (!state)
-        return E_UNEXPECTED;
-    std::wstring entry = L"CountryCode " + std::to_wstring(country);
-    HRESULT hr = fault(*state, L"put_CountryCode", entry);
-    if (FAILED(hr))
-        return hr;
-    if (country < 1 || country > 999)
-        return refuse(*state, entry, E_INVALIDARG);
-    std::lock_guard<std::mutex> guard(m_lock);
-    m_country = country;
-    state->record(entry);
-    return S_OK;
+    return change(
+        L"put_CountryCode", [&] { return L"CountryCode " + std::to_wstring(country); },
+        [&](DeviceState &, std::wstring &) {
+            if (country < 1 || country > 999)
+                return E_INVALIDARG;
+            m_country = country;
+            return S_OK;
+        });
 }
 
 STDMETHODIMP TvTunerControl::get_CountryCode(LONG *country)
@@ -286,19 +297,14 @@ STDMETHODIMP TvTunerControl::SignalPresent(LONG *strength)
 
 STDMETHODIMP TvTunerControl::put_Mode(AMTunerModeType mode)
 {
-    std::shared_ptr<DeviceState> state = device();
-    if (!state)
-        return E_UNEXPECTED;
-    std::wstring entry = std::wstring(L"Mode ") + modeName(mode);
-    HRESULT hr = fault(*state, L"put_Mode", entry);
-    if (FAILED(hr))
-        return hr;
-    if (mode == AMTUNER_MODE_DEFAULT || (availableModes(*state) & mode) != mode)
-        return refuse(*state, entry, E_INVALIDARG);
-    std::lock_guard<std::mutex> guard(m_lock);
-    m_mode = mode;
-    state->record(entry);
-    return S_OK;
+    return change(
+        L"put_Mode", [&] { return std::wstring(L"Mode ") + modeName(mode); },
+        [&](DeviceState &state, std::wstring &) {
+            if (mode == AMTUNER_MODE_DEFAULT || (availableModes(state) & mode) != mode)
+                return E_INVALIDARG;
+            m_mode = mode;
+            return S_OK;
+        });
 }
 
 STDMETHODIMP TvTunerControl::get_Mode(AMTunerModeType *mode)
@@ -354,20 +360,16 @@ STDMETHODIMP TvTunerControl::AutoTune(LONG channel, LONG *found)
 {
     if (!found)
         return E_POINTER;
-    std::shared_ptr<DeviceState> state = device();
-    if (!state)
-        return E_UNEXPECTED;
-    std::lock_guard<std::mutex> guard(m_lock);
-    std::wstring entry = L"AutoTune " + std::to_wstring(channel);
-    HRESULT hr = fault(*state, L"AutoTune", entry);
-    if (FAILED(hr))
-        return hr;
-    hr = tune(*state, channel);
-    if (FAILED(hr))
-        return refuse(*state, entry, hr);
-    *found = strengthLocked(*state) > 0 ? 1 : 0;
-    state->record(entry + L" found " + std::to_wstring(*found));
-    return S_OK;
+    return change(
+        L"AutoTune", [&] { return L"AutoTune " + std::to_wstring(channel); },
+        [&](DeviceState &state, std::wstring &entry) {
+            HRESULT hr = tune(state, channel);
+            if (SUCCEEDED(hr)) {
+                *found = strengthLocked(state) > 0 ? 1 : 0;
+                entry += L" found " + std::to_wstring(*found);
+            }
+            return hr;
+        });
 }
 
 STDMETHODIMP TvTunerControl::StoreAutoTune() { return S_OK; }
@@ -383,19 +385,14 @@ STDMETHODIMP TvTunerControl::get_NumInputConnections(LONG *count)
 
 STDMETHODIMP TvTunerControl::put_InputType(LONG index, TunerInputType type)
 {
-    std::shared_ptr<DeviceState> state = device();
-    if (!state)
-        return E_UNEXPECTED;
-    std::lock_guard<std::mutex> guard(m_lock);
-    std::wstring entry = L"InputType " + std::to_wstring(index) + L" " + inputName(type);
-    HRESULT hr = fault(*state, L"put_InputType", entry);
-    if (FAILED(hr))
-        return hr;
-    if (!validInput(index) || (type != TunerInputCable && type != TunerInputAntenna))
-        return refuse(*state, entry, E_INVALIDARG);
-    m_inputTypes[index] = type;
-    state->record(entry);
-    return S_OK;
+    return change(
+        L"put_InputType", [&] { return L"InputType " + std::to_wstring(index) + L" " + inputName(type); },
+        [&](DeviceState &, std::wstring &) {
+            if (!validInput(index) || (type != TunerInputCable && type != TunerInputAntenna))
+                return E_INVALIDARG;
+            m_inputTypes[index] = type;
+            return S_OK;
+        });
 }
 
 STDMETHODIMP TvTunerControl::get_InputType(LONG index, TunerInputType *type)
@@ -411,19 +408,14 @@ STDMETHODIMP TvTunerControl::get_InputType(LONG index, TunerInputType *type)
 
 STDMETHODIMP TvTunerControl::put_ConnectInput(LONG index)
 {
-    std::shared_ptr<DeviceState> state = device();
-    if (!state)
-        return E_UNEXPECTED;
-    std::lock_guard<std::mutex> guard(m_lock);
-    std::wstring entry = L"ConnectInput " + std::to_wstring(index);
-    HRESULT hr = fault(*state, L"put_ConnectInput", entry);
-    if (FAILED(hr))
-        return hr;
-    if (!validInput(index))
-        return refuse(*state, entry, E_INVALIDARG);
-    m_connectedInput = index;
-    state->record(entry);
-    return S_OK;
+    return change(
+        L"put_ConnectInput", [&] { return L"ConnectInput " + std::to_wstring(index); },
+        [&](DeviceState &, std::wstring &) {
+            if (!validInput(index))
+                return E_INVALIDARG;
+            m_connectedInput = index;
+            return S_OK;
+        });
 }
 
 STDMETHODIMP TvTunerControl::get_ConnectInput(LONG *index)

@@ -86,6 +86,11 @@ private:
     // The failure injected for the method ("fault.put_Channel"), journaled; else S_OK.
     HRESULT fault(DeviceState &device, const wchar_t *method, const std::wstring &entry);
     HRESULT refuse(DeviceState &device, const std::wstring &entry, HRESULT hr);
+    // What every setter does: describe() names the call for the journal; an injected fault or a
+    // failure of apply(device, entry) refuses it ("... failed 0x<hr>"), else it is journaled.
+    // apply runs under the lock and may add to the entry.
+    template <class Describe, class Apply>
+    HRESULT change(const wchar_t *method, Describe describe, Apply apply);
     bool validInput(long index) const;
     long availableModes(DeviceState &device);
     void range(DeviceState &device, long &minimum, long &maximum);
