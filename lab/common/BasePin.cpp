@@ -112,7 +112,7 @@ STDMETHODIMP BasePin::EnumMediaTypes(IEnumMediaTypes **types)
     if (!types)
         return E_POINTER;
     *types = nullptr;
-    lab::EnumMediaTypes *enumerator = new (std::nothrow) lab::EnumMediaTypes(this, mediaTypes(), 0);
+    lab::EnumMediaTypes *enumerator = new (std::nothrow) lab::EnumMediaTypes(this, offeredTypes(), 0);
     if (!enumerator)
         return E_OUTOFMEMORY;
     CComPtr<IEnumMediaTypes> hold(enumerator);
@@ -131,6 +131,22 @@ STDMETHODIMP BasePin::EndFlush() { return S_OK; }
 STDMETHODIMP BasePin::NewSegment(REFERENCE_TIME, REFERENCE_TIME, double) { return S_OK; }
 
 void *BasePin::queryExtra(REFIID) { return nullptr; }
+
+std::vector<MediaType> BasePin::offeredTypes()
+{
+    std::lock_guard<std::recursive_mutex> guard(m_filter.lock());
+    std::vector<MediaType> types = mediaTypes();
+    if (!m_connected || m_direction != PINDIR_OUTPUT)
+        return types;
+    // Connected, the connection's type comes first: pass-through filters downstream (Wine's
+    // sample grabber) offer our first type to their own peer, then reconnect us with it.
+    std::vector<MediaType> ordered{m_type};
+    for (MediaType &type : types) {
+        if (!m_type.sameAs(type.get()))
+            ordered.push_back(std::move(type));
+    }
+    return ordered;
+}
 
 bool BasePin::filterStopped() { return m_filter.state() == State_Stopped; }
 

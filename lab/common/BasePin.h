@@ -61,6 +61,7 @@ protected:
     virtual HRESULT onConnected() { return S_OK; }
     virtual void onDisconnected() {}
     bool filterStopped();
+    std::vector<MediaType> offeredTypes();
     void setConnection(IPin *peer, const AM_MEDIA_TYPE &type);
     void clearConnection();
 

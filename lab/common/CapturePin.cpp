@@ -118,15 +118,9 @@ std::vector<MediaType> CapturePin::mediaTypes()
     std::lock_guard<std::recursive_mutex> guard(m_filter.lock());
     if (!m_setFormat.empty())
         return {m_setFormat};
-    // Connected, the connection's type comes first: pass-through filters downstream (Wine's
-    // sample grabber) offer our first type to their own peer and reconnect us with it.
     std::vector<MediaType> types;
-    if (m_connected)
-        types.push_back(m_type);
-    for (const VideoFormat &format : m_formats) {
-        if (!m_connected || !format.matches(m_type.get()))
-            types.push_back(format.mediaType());
-    }
+    for (const VideoFormat &format : m_formats)
+        types.push_back(format.mediaType());
     return types;
 }
 
@@ -155,10 +149,18 @@ void CapturePin::startStreaming()
 {
     if (!isConnected() || m_formats.empty())
         return;
-    m_thread.start([this](HANDLE stopEvent) { stream(stopEvent); });
+    m_delivering = true;
+    if (!m_thread.running())
+        m_thread.start([this](HANDLE stopEvent) { stream(stopEvent); });
 }
 
-void CapturePin::stopStreaming() { m_thread.stop(); }
+void CapturePin::pauseStreaming() { m_delivering = false; }
+
+void CapturePin::stopStreaming()
+{
+    m_delivering = false;
+    m_thread.stop();
+}
 
 void CapturePin::stream(HANDLE stopEvent)
 {
@@ -179,7 +181,7 @@ void CapturePin::stream(HANDLE stopEvent)
         const DWORD wait = dueMs > elapsedMs ? static_cast<DWORD>(dueMs - elapsedMs) : 0;
         if (WaitForSingleObject(stopEvent, wait) == WAIT_OBJECT_0)
             break;
-        if (device->flag(L"fault.nosamples") || (stopAfter >= 0 && delivered >= stopAfter))
+        if (!m_delivering || device->flag(L"fault.nosamples") || (stopAfter >= 0 && delivered >= stopAfter))
             continue;
         if (deliverFrame(format, frame, nextStart) != S_OK) {
             // Downstream refused (stopping, one-shot grabber ...): idle until told to stop.

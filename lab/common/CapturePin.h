@@ -11,6 +11,7 @@
 //   fault.zerolength      "yes": deliver samples with no data
 #pragma once
 
+#include <atomic>
 #include <memory>
 #include <vector>
 
@@ -43,7 +44,12 @@ public:
     std::vector<MediaType> mediaTypes() override;
     HRESULT checkMediaType(const AM_MEDIA_TYPE &type) override;
 
+    // Run: starts the streaming thread, or lets a paused one deliver again.
     void startStreaming();
+    // Run -> Pause: the thread stops delivering but lives on. It must not be joined here:
+    // it may sit in a paused renderer's Receive, which returns only when the graph stops.
+    void pauseStreaming();
+    // Stop: ends and joins the thread (downstream filters are stopped first and let it go).
     void stopStreaming();
 
 protected:
@@ -62,6 +68,7 @@ private:
     std::vector<VideoFormat> m_formats;
     MediaType m_setFormat;
     StreamingThread m_thread;
+    std::atomic<bool> m_delivering{false};
 };
 
 } // namespace lab

@@ -126,3 +126,68 @@ TEST(LabWebcam, UncompressedCapabilitiesDeliverNumberedFramesInOrder)
     EXPECT_EQ(objectsBefore, lab::liveObjects());
     EXPECT_EQ(0, lab::liveThreads());
 }
+
+TEST(LabWebcam, MotionJpegReachesAnRgb24GrabberThroughTheDecompressor)
+{
+    const long objectsBefore = lab::liveObjects();
+    for (const wchar_t *device : {L"Lab Webcam MJPG", L"Lab Webcam YUY2 MJPG"}) {
+        SCOPED_TRACE(std::string(device, device + wcslen(device)));
+        LabGraph graph;
+        ASSERT_EQ(S_OK, graph.build(device, nullptr, MEDIASUBTYPE_RGB24));
+        ASSERT_EQ(S_OK, graph.capture(4, 5000));
+        AM_MEDIA_TYPE connected = {};
+        ASSERT_EQ(S_OK, graph.connectedType(connected));
+        EXPECT_TRUE(IsEqualGUID(MEDIASUBTYPE_RGB24, connected.subtype));
+        const std::vector<labtest::CollectedSample> samples = graph.samples();
+        const std::vector<unsigned long> numbers = frameNumbers(samples, connected);
+        const BITMAPINFOHEADER &header = reinterpret_cast<const VIDEOINFOHEADER *>(connected.pbFormat)->bmiHeader;
+        EXPECT_EQ(640, header.biWidth);
+        const lab::FrameView first{samples[0].data.data(), static_cast<long>(samples[0].data.size()), lab::PixelLayout::Rgb24,
+                                   640, 480, header.biHeight > 0};
+        for (int bar = 0; bar < 8; ++bar) {
+            const int x = bar * 80 + 40;
+            const lab::Rgb expected = lab::barColour(x, 640);
+            const lab::Rgb actual = first.rgb(x, 240);
+            EXPECT_NEAR(expected.r, actual.r, 24) << "bar " << bar;
+            EXPECT_NEAR(expected.g, actual.g, 24) << "bar " << bar;
+            EXPECT_NEAR(expected.b, actual.b, 24) << "bar " << bar;
+        }
+        CoTaskMemFree(connected.pbFormat);
+        ASSERT_GE(numbers.size(), 4u);
+        expectConsecutive(numbers);
+    }
+    EXPECT_EQ(objectsBefore, lab::liveObjects());
+}
+
+TEST(LabWebcam, EveryFormatPreviewsThroughTheDefaultVideoRenderer)
+{
+    const long objectsBefore = lab::liveObjects();
+    for (const wchar_t *device : {L"Lab Webcam RGB24", L"Lab Webcam RGB24 Top-Down", L"Lab Webcam YUY2", L"Lab Webcam UYVY",
+                                  L"Lab Webcam MJPG"}) {
+        SCOPED_TRACE(std::string(device, device + wcslen(device)));
+        lab::clearJournal(device);
+        CComPtr<IGraphBuilder> graph;
+        ASSERT_EQ(S_OK, graph.CoCreateInstance(CLSID_FilterGraph, nullptr, CLSCTX_INPROC_SERVER));
+        CComPtr<ICaptureGraphBuilder2> builder;
+        ASSERT_EQ(S_OK, builder.CoCreateInstance(CLSID_CaptureGraphBuilder2, nullptr, CLSCTX_INPROC_SERVER));
+        ASSERT_EQ(S_OK, builder->SetFiltergraph(graph));
+        CComPtr<IBaseFilter> source;
+        ASSERT_EQ(S_OK, labtest::bindDevice(device, source));
+        ASSERT_EQ(S_OK, graph->AddFilter(source, L"Video Capture"));
+        ASSERT_TRUE(SUCCEEDED(builder->RenderStream(&PIN_CATEGORY_CAPTURE, &MEDIATYPE_Video, source, nullptr, nullptr)));
+        CComQIPtr<IMediaControl> control(graph.p);
+        ASSERT_TRUE(SUCCEEDED(control->Run()));
+        const DWORD begin = GetTickCount();
+        while (lab::samplesDelivered(device) < 3 && GetTickCount() - begin < 5000)
+            Sleep(10);
+        EXPECT_EQ(S_OK, control->Stop());
+        EXPECT_GE(lab::samplesDelivered(device), 3);
+        CComPtr<IEnumFilters> filters;
+        ASSERT_EQ(S_OK, graph->EnumFilters(&filters));
+        for (CComPtr<IBaseFilter> filter; filters->Next(1, &filter, nullptr) == S_OK; filter.Release()) {
+            graph->RemoveFilter(filter);
+            filters->Reset();
+        }
+    }
+    EXPECT_EQ(objectsBefore, lab::liveObjects());
+}

@@ -140,7 +140,7 @@ HRESULT WebcamFilter::onPause(bool fromStopped)
             return refused;
         }
     } else {
-        m_pin.stopStreaming();
+        m_pin.pauseStreaming();
     }
     m_device->record(L"Pause");
     return S_OK;
