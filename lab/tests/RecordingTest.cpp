@@ -210,10 +210,9 @@ bool inGraph(IBaseFilter *filter, IGraphBuilder *graph)
     FILTER_INFO info = {};
     if (FAILED(filter->QueryFilterInfo(&info)))
         return false;
-    const bool member = info.pGraph == graph;
-    if (info.pGraph)
-        info.pGraph->Release();
-    return member;
+    CComPtr<IFilterGraph> member;
+    member.Attach(info.pGraph);
+    return member.IsEqualObject(graph);
 }
 
 // Records the device for about the given time into a fresh temporary file and reads it back;

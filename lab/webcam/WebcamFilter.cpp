@@ -133,21 +133,22 @@ long WebcamFilter::paintFrame(const VideoFormat &format, unsigned long frame, BY
 
 HRESULT WebcamFilter::onPause(bool fromStopped)
 {
-    if (fromStopped) {
-        const HRESULT refused = m_device->hresult(L"fault.run");
-        if (FAILED(refused)) {
-            m_device->record(L"Run failed " + hresultText(refused));
-            return refused;
-        }
-    } else {
+    if (!fromStopped)
         m_pin.pauseStreaming();
-    }
     m_device->record(L"Pause");
     return S_OK;
 }
 
+// A device held elsewhere refuses to run. The refusal comes from Run, not Pause: the graph
+// reports a source's Run failure to IMediaControl::Run, while a Pause failure of the source can
+// hide behind a renderer still completing its own pause.
 HRESULT WebcamFilter::onRun(REFERENCE_TIME)
 {
+    const HRESULT refused = m_device->hresult(L"fault.run");
+    if (FAILED(refused)) {
+        m_device->record(L"Run failed " + hresultText(refused));
+        return refused;
+    }
     m_device->record(L"Run");
     m_pin.startStreaming();
     return S_OK;

@@ -7,7 +7,7 @@
 //   privacy = none | unsupported | 0 | 1
 //            none: no IAMCameraControl; unsupported: the interface without the privacy
 //            property; 0/1: privacy supported, starting off/on
-//   fault.run = <HRESULT>    Pause/Run of the filter fail with it (device in use ...)
+//   fault.run = <HRESULT>    Run of the filter fails with it (device in use ...)
 //   fault.bind = <HRESULT>   IPersistPropertyBag::Load fails, so binding the moniker fails
 // and the capture pin's faults.
 #pragma once
