@@ -44,23 +44,25 @@ STDMETHODIMP FileWriter::GetCurFile(LPOLESTR *name, AM_MEDIA_TYPE *type)
     if (!name)
         return E_POINTER;
     *name = nullptr;
-    std::wstring path = m_file.path();
+    const std::wstring path = m_file.path();
     if (path.empty())
         return E_FAIL;
+    if (type) {
+        std::lock_guard<std::mutex> guard(m_settingsLock);
+        const HRESULT hr = m_fileType.copyTo(*type);
+        if (FAILED(hr))
+            return hr;
+    }
+    // The caller owns the name (and the type's contents) from here on.
     const size_t bytes = (path.size() + 1) * sizeof(wchar_t);
     *name = static_cast<LPOLESTR>(CoTaskMemAlloc(bytes));
-    if (!*name)
-        return E_OUTOFMEMORY;
-    std::memcpy(*name, path.c_str(), bytes);
-    if (!type)
+    if (*name) {
+        std::memcpy(*name, path.c_str(), bytes);
         return S_OK;
-    std::lock_guard<std::mutex> guard(m_settingsLock);
-    HRESULT hr = m_fileType.copyTo(*type);
-    if (FAILED(hr)) {
-        CoTaskMemFree(*name);
-        *name = nullptr;
     }
-    return hr;
+    if (type)
+        MediaType::freeContents(*type);
+    return E_OUTOFMEMORY;
 }
 
 STDMETHODIMP FileWriter::SetMode(DWORD flags)

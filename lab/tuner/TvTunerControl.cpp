@@ -81,7 +81,8 @@ void TvTunerControl::attach(const std::shared_ptr<DeviceState> &device)
     m_frequencyHz = kFmLowestHz;
     m_country = static_cast<long>(device->integer(L"country-code", 1));
     long inputs = static_cast<long>(device->integer(L"tuner-inputs", 1));
-    TunerInputType type = device->text(L"input-type", L"cable") == L"antenna" ? TunerInputAntenna : TunerInputCable;
+    const std::wstring inputType = DeviceConfig::lower(DeviceConfig::trim(device->text(L"input-type", L"cable")));
+    const TunerInputType type = inputType == L"antenna" ? TunerInputAntenna : TunerInputCable;
     m_inputTypes.assign(inputs > 0 ? inputs : 1, type);
     m_connectedInput = 0;
 }
