@@ -14,6 +14,8 @@
 
 #include <boost/weak_ptr.hpp>
 #include <atomic>
+#include <functional>
+#include <string>
 #include <thread>
 
 namespace {
@@ -127,6 +129,8 @@ public:
     std::vector<std::vector<CLSID>> wiredGraphs;
     // Ends each run once the camera delivered this many samples; 0 leaves runs alone.
     long long stopRunAfterSamples = 0;
+    // Makes the grabber take RGB24 only, whatever the camera sends.
+    bool grabberTakesOnlyRgb24 = false;
 
     using Webcam::doCaptureFrames;
 
@@ -135,6 +139,16 @@ protected:
     {
         Webcam::setupDevice();
         if (readPrivacy) getPrivacy(privacyValue, privacyFlags);
+    }
+
+    void setupSampleGrabber() override
+    {
+        Webcam::setupSampleGrabber();
+        if (!grabberTakesOnlyRgb24) return;
+        AM_MEDIA_TYPE rgb24 = {};
+        rgb24.majortype = MEDIATYPE_Video;
+        rgb24.subtype = MEDIASUBTYPE_RGB24;
+        m_sampleGrabber->SetMediaType(&rgb24);
     }
 
     void renderToSaver() override
@@ -178,42 +192,32 @@ bool contains(const std::vector<CLSID>& classes, const CLSID& wanted)
     return false;
 }
 
-// Moves the manual clock past a capture's time-out once the camera has been started, and
-// lets the camera deliver again once that run has stopped.
-class TimeOutOnce {
+// Runs `work` beside the capture, which blocks the test's thread; `work` waits through
+// waitUntil, which gives up when the test is over.
+class SideThread {
 public:
-    TimeOutOnce(const std::wstring& camera, uint64_t milliseconds)
-        : m_camera(camera), m_thread([this, milliseconds] { drive(milliseconds); })
+    explicit SideThread(const std::function<void(SideThread&)>& work) : m_thread([this, work] { work(*this); }) {}
+    ~SideThread()
     {
-    }
-    ~TimeOutOnce()
-    {
-        m_done = true;
+        m_over = true;
         m_thread.join();
     }
 
-private:
-    void drive(uint64_t milliseconds)
+    bool waitUntil(const std::function<bool()>& condition)
     {
-        if (!waitFor(L"Run")) return;
-        kel::Clock::advanceMilliseconds(milliseconds);
-        if (!waitFor(L"Stop")) return;
-        LabSetOverride(m_camera.c_str(), L"fault.nosamples", nullptr);
-    }
-
-    bool waitFor(const std::wstring& entry)
-    {
-        while (!m_done) {
-            if (!journalOf(m_camera, entry).empty()) return true;
+        while (!m_over) {
+            if (condition()) return true;
             Sleep(1);
         }
         return false;
     }
 
-    std::wstring m_camera;
-    std::atomic<bool> m_done{false};
+private:
+    std::atomic<bool> m_over{false};
     std::thread m_thread;
 };
+
+bool journalHas(const std::wstring& camera, const std::wstring& entry) { return !journalOf(camera, entry).empty(); }
 
 class WebcamTest : public sorvane::test::FrameworkTest {
 protected:
@@ -358,8 +362,14 @@ TEST_F(WebcamTest, TimedOutCapabilityIsFollowedByARebuiltGraphAndTheNextCapabili
     Webcam::FrameInfo info;
     Webcam::FrameList frames;
     {
-        // Three frames may take 60 + 3 x 5 seconds.
-        TimeOutOnce timeOut(kYuy2Camera, 76000);
+        // Once the camera runs, the clock moves past the 60 + 3 x 5 seconds three frames may
+        // take; once that run has stopped, the camera delivers again.
+        SideThread timeOut([](SideThread& side) {
+            if (!side.waitUntil([] { return journalHas(kYuy2Camera, L"Run"); })) return;
+            kel::Clock::advanceMilliseconds(76000);
+            if (!side.waitUntil([] { return journalHas(kYuy2Camera, L"Stop"); })) return;
+            LabSetOverride(kYuy2Camera, L"fault.nosamples", nullptr);
+        });
         frames = capture(webcam, 3, info);
     }
     EXPECT_EQ(info.width, 320);
@@ -479,6 +489,72 @@ TEST_F(WebcamTest, UncompressedCapabilitiesAreWiredByTwoDirectConnections)
     EXPECT_TRUE(contains(webcam.wiredGraphs[0], lab::CLSID_LabWebcam));
     EXPECT_TRUE(log().contains(text(L"using ConnectDirect")));
     EXPECT_FALSE(log().contains(text(L"using RenderStream")));
+}
+
+TEST_F(WebcamTest, MotionJpegIsDecodedForAGrabberThatAsksForRgb24)
+{
+    ObservedWebcam webcam(labWebcam(kMjpgCamera));
+    Webcam::FrameInfo info;
+    const Webcam::FrameList frames = capture(webcam, 3, info);
+    // The frames are described as the grabber received them: decoded.
+    EXPECT_EQ(info.format, Webcam::FrameInfo::FORMAT_RGB24);
+    EXPECT_FALSE(info.isJpeg);
+    EXPECT_EQ(info.width, 640);
+    EXPECT_EQ(info.height, 480);
+    EXPECT_EQ(frameNumbers(frames, info), consecutiveFrom(0, 3));
+    ASSERT_EQ(webcam.wiredGraphs.size(), 1u);
+    EXPECT_TRUE(contains(webcam.wiredGraphs[0], lab::CLSID_LabMjpegDecompressor));
+    EXPECT_TRUE(log().contains(text(L"using RenderStream")));
+    EXPECT_FALSE(log().contains(text(L"using ConnectDirect")));
+    EXPECT_TRUE(log().contains(text(L"SampleGrabber used format = MEDIATYPE_Video, MEDIASUBTYPE_RGB24")));
+}
+
+TEST_F(WebcamTest, RefusedDirectConnectionFallsBackToRenderStreamOnce)
+{
+    ObservedWebcam webcam(labWebcam(kYuy2Camera));
+    webcam.grabberTakesOnlyRgb24 = true;
+    Webcam::FrameInfo info;
+    const Webcam::FrameList frames = capture(webcam, 3, info);
+    EXPECT_EQ(info.format, Webcam::FrameInfo::FORMAT_RGB24);
+    EXPECT_EQ(info.width, 640);
+    EXPECT_EQ(frameNumbers(frames, info), consecutiveFrom(0, 3));
+    ASSERT_EQ(webcam.wiredGraphs.size(), 1u);
+    EXPECT_TRUE(contains(webcam.wiredGraphs[0], lab::CLSID_LabColourConverter));
+    EXPECT_EQ(logCount(L"ConnectDirect src->grabber failed."), 1u);
+    EXPECT_EQ(logCount(L"Trying RenderStream as fallback"), 1u);
+    EXPECT_EQ(logCount(L"using RenderStream"), 1u);
+}
+
+TEST_F(WebcamTest, RecordingRendersTheCaptureStreamIntoTheMultiplexer)
+{
+    sorvane::test::ManualClock clock;
+    Webcam webcam(labWebcam(kYuy2Camera), text(L"Webcam test"), 0);
+    {
+        // The recording's three seconds pass once the camera has delivered a few frames.
+        SideThread stopper([](SideThread& side) {
+            if (side.waitUntil([] { return lab::samplesDelivered(kYuy2Camera) >= 5; }))
+                kel::Clock::advanceMilliseconds(3100);
+        });
+        try {
+            webcam.captureToFile(text(L"WebcamTest"));
+        } catch (const CaptureException& e) {
+            ADD_FAILURE() << "captureToFile threw " << sorvane::test::narrow(e.toString());
+        }
+    }
+    EXPECT_TRUE(log().contains(text(L"Webcam::doRenderToFile()")));
+    wchar_t temp[MAX_PATH];
+    ASSERT_NE(GetTempPathW(MAX_PATH, temp), 0u);
+    const std::wstring path = std::wstring(temp) + L"WebcamTest.avi";
+    HANDLE file = CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
+    ASSERT_NE(file, INVALID_HANDLE_VALUE);
+    char header[12] = {};
+    DWORD read = 0;
+    ReadFile(file, header, sizeof(header), &read, nullptr);
+    CloseHandle(file);
+    DeleteFileW(path.c_str());
+    ASSERT_EQ(read, sizeof(header));
+    EXPECT_EQ(std::string(header, 4), "RIFF");
+    EXPECT_EQ(std::string(header + 8, 4), "AVI ");
 }
 
 TEST_F(WebcamTest, FramesAreFreedWithTheirLastOwner)
