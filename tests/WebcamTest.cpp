@@ -262,6 +262,12 @@ protected:
         return CaptureException(TestResult::PASS(), 0, nullptr, nullptr);
     }
 
+    CaptureException captureFailure(const wchar_t* camera, unsigned long long count)
+    {
+        Webcam webcam(labWebcam(camera), text(L"Webcam test"), 0);
+        return captureFailure(webcam, count);
+    }
+
     size_t logCount(const wchar_t* message) { return log().find(text(message)).size(); }
 
 private:
@@ -318,8 +324,7 @@ TEST_F(WebcamTest, YuvIsPreferredToMotionJpegAndOnlyItsGroupIsTried)
     // The one YUY2 capability refused: the capture fails although MJPG was on offer.
     lab::clearJournal(kYuy2MjpgCamera);
     lab::DeviceOverride refuse(kYuy2MjpgCamera, L"fault.setformat", L"1");
-    Webcam webcam(labWebcam(kYuy2MjpgCamera), text(L"Webcam test"), 0);
-    const CaptureException failure = captureFailure(webcam, 3);
+    const CaptureException failure = captureFailure(kYuy2MjpgCamera, 3);
     EXPECT_EQ(failure.getResult(), TestResult::FAIL());
     EXPECT_EQ(failure.getErrorEvent(), sorvane::g_errorCapturingFrames);
     EXPECT_EQ(journalOf(kYuy2MjpgCamera, L"SetFormat"),
@@ -405,8 +410,7 @@ TEST_F(WebcamTest, ShortfallAfterACompletedRunEndsTheCaptureAtOnce)
 TEST_F(WebcamTest, EveryCapabilityFailingEndsWithErrorCapturingFrames)
 {
     lab::DeviceOverride refuse(kYuy2Camera, L"fault.setformat", L"0, 1");
-    Webcam webcam(labWebcam(kYuy2Camera), text(L"Webcam test"), 0);
-    const CaptureException failure = captureFailure(webcam, 3);
+    const CaptureException failure = captureFailure(kYuy2Camera, 3);
     EXPECT_EQ(failure.getResult(), TestResult::FAIL());
     EXPECT_EQ(failure.getErrorEvent(), sorvane::g_errorCapturingFrames);
     EXPECT_EQ(journalOf(kYuy2Camera, L"SetFormat refused").size(), 2u);
@@ -418,8 +422,7 @@ TEST_F(WebcamTest, EveryCapabilityFailingEndsWithErrorCapturingFrames)
 TEST_F(WebcamTest, NoUsableCapabilityCannotRun)
 {
     lab::DeviceOverride formats(kYuy2Camera, L"format", L"RGB32 640x480 30");
-    Webcam webcam(labWebcam(kYuy2Camera), text(L"Webcam test"), 0);
-    const CaptureException failure = captureFailure(webcam, 3);
+    const CaptureException failure = captureFailure(kYuy2Camera, 3);
     EXPECT_EQ(failure.getResult(), TestResult::CANNOTRUN());
     EXPECT_EQ(failure.getErrorEvent(), sorvane::g_errorCreatingFilterGraph);
     EXPECT_TRUE(log().contains(text(L"No supported capability found.")));
@@ -433,8 +436,7 @@ TEST_F(WebcamTest, StreamConfigurationFailuresBeforeTheLoop)
     {
         // A wrong capability size fails the attempt, and each retry again.
         lab::DeviceOverride size(kYuy2Camera, L"fault.capssize", L"100");
-        Webcam webcam(labWebcam(kYuy2Camera), text(L"Webcam test"), 0);
-        const CaptureException failure = captureFailure(webcam, 3);
+        const CaptureException failure = captureFailure(kYuy2Camera, 3);
         EXPECT_EQ(failure.getResult(), TestResult::FAIL());
         EXPECT_EQ(failure.getErrorEvent(), sorvane::g_errorCreatingFilterGraph);
         EXPECT_EQ(logCount(L"Capability size != sizeof(VIDEO_STREAM_CONFIG_CAPS)"), 11u);
