@@ -291,4 +291,37 @@ TEST_F(TunerTest, CardStreamsBothPinsAndJournalsRunsAndFaults)
     }
 }
 
+TEST_F(TunerTest, CardSurvivesRunPauseStopCyclesAndRemoval)
+{
+    CardGraph card(kTunerCard);
+    ASSERT_HRESULT_SUCCEEDED(card.renderToNull(MEDIATYPE_Video));
+    ASSERT_HRESULT_SUCCEEDED(card.renderToNull(MEDIATYPE_Audio));
+    CComQIPtr<IMediaControl> control = card.control();
+    for (int cycle = 0; cycle < 3; ++cycle) {
+        ASSERT_HRESULT_SUCCEEDED(control->Run());
+        Sleep(100);
+        ASSERT_HRESULT_SUCCEEDED(control->Pause());
+        ASSERT_HRESULT_SUCCEEDED(control->Run());
+        Sleep(50);
+        ASSERT_HRESULT_SUCCEEDED(control->Stop());
+        EXPECT_EQ(0, lab::liveThreads()) << "cycle " << cycle;
+    }
+    // Wine's graph does not stop a filter it removes: the peers refuse to disconnect while
+    // running, and the card goes on streaming until the graph stops.
+    ASSERT_HRESULT_SUCCEEDED(control->Run());
+    Sleep(100);
+    CComPtr<IFilterGraph> graph;
+    FILTER_INFO info = {};
+    ASSERT_HRESULT_SUCCEEDED(card.filter->QueryFilterInfo(&info));
+    graph.Attach(info.pGraph);
+    EXPECT_EQ(VFW_E_NOT_STOPPED, graph->RemoveFilter(card.filter));
+    const long long delivered = lab::samplesDelivered(kTunerCard);
+    Sleep(150);
+    EXPECT_GT(lab::samplesDelivered(kTunerCard), delivered);
+    ASSERT_HRESULT_SUCCEEDED(control->Stop());
+    EXPECT_HRESULT_SUCCEEDED(graph->RemoveFilter(card.filter));
+    EXPECT_EQ(0, lab::liveThreads());
+    EXPECT_EQ(L"Stop", lab::journal(kTunerCard).back());
+}
+
 } // namespace
