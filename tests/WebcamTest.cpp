@@ -3,6 +3,8 @@
 // the privacy shutter, and everything released afterwards.
 #include "FrameworkTest.h"
 #include "ManualClock.h"
+#include "ProgramCopies.h"
+#include "RunningProgram.h"
 
 #include <ModuleRegistration.h>
 #include <ScopedVariant.h>
@@ -428,6 +430,27 @@ TEST_F(WebcamTest, NoUsableCapabilityCannotRun)
     EXPECT_TRUE(log().contains(text(L"No supported capability found.")));
     EXPECT_TRUE(journalOf(kYuy2Camera, L"SetFormat").empty());
     EXPECT_EQ(logCount(L"callMethodWithRetries, tryNum"), 0u);
+}
+
+TEST_F(WebcamTest, CameraHeldElsewhereOrMediaCenterRunningCannotRun)
+{
+    {
+        // Starting the camera fails: no other capability and no other attempt is tried.
+        lab::DeviceOverride held(kYuy2Camera, L"fault.run", L"0x800705AA");
+        const CaptureException failure = captureFailure(kYuy2Camera, 3);
+        EXPECT_EQ(failure.getResult(), TestResult::CANNOTRUN());
+        EXPECT_EQ(failure.getWarningEvent(), sorvane::g_errorDeviceInUse);
+        EXPECT_EQ(journalOf(kYuy2Camera, L"SetFormat").size(), 1u);
+        EXPECT_EQ(logCount(L"callMethodWithRetries, tryNum"), 0u);
+    }
+    lab::clearJournal(kYuy2Camera);
+    sorvane::test::ProgramCopies copies;
+    sorvane::test::RunningProgram mediaCenter(copies.copyAs(L"ehshell.exe"));
+    ASSERT_TRUE(mediaCenter.started());
+    const CaptureException failure = captureFailure(kYuy2Camera, 3);
+    EXPECT_EQ(failure.getResult(), TestResult::CANNOTRUN());
+    EXPECT_EQ(failure.getWarningEvent(), sorvane::g_mediaCenterIsRunning);
+    EXPECT_TRUE(lab::journal(kYuy2Camera).empty());
 }
 
 TEST_F(WebcamTest, StreamConfigurationFailuresBeforeTheLoop)
