@@ -273,10 +273,9 @@ TEST_F(TunerTest, CardStreamsBothPinsAndJournalsRunsAndFaults)
 
     }
     {
-        // Alone in its graph: Wine's graph reports a Pause failure only when no renderer before
-        // it answered S_FALSE.
         lab::DeviceOverride inUse(kTunerCard, L"fault.run", L"0x800700AA");
         CardGraph card(kTunerCard);
+        ASSERT_HRESULT_SUCCEEDED(card.renderToNull(MEDIATYPE_Video));
         CComQIPtr<IMediaControl> control = card.control();
         EXPECT_EQ(HRESULT_FROM_WIN32(ERROR_BUSY), control->Run());
         control->Stop();
