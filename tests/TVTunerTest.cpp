@@ -1,0 +1,213 @@
+// Channel iteration end to end on the lab's analog TV card: the range, progress and percent
+// reports, the settle and picture sleeps, the cable question and its second pass, range
+// checks and stop requests.
+#include "ManualClock.h"
+#include "TunerLab.h"
+
+#include <AnalogTuner.h>
+#include <ModuleRegistration.h>
+#include <ruvo/MessageCatalog.h>
+
+namespace {
+
+using ruvo::TestResult;
+using sorvane::AnalogTuner;
+using sorvane::CaptureException;
+using sorvane::test::kLabTVCard;
+using sorvane::test::tunedChannels;
+
+const std::vector<std::wstring> kChannels2To3Twice = {
+    L"Channel 2 antenna TV", L"Channel 2 cable TV", L"Channel 3 antenna TV", L"Channel 3 cable TV",
+    L"Channel 2 antenna TV", L"Channel 2 cable TV", L"Channel 3 antenna TV", L"Channel 3 cable TV",
+};
+
+std::string variable(const ruvo::Event* event, const char* name)
+{
+    ruvo::Value value;
+    if (!event || !event->variables().get(kel::String(name), value)) return "(unset)";
+    return sorvane::test::narrow(value.toKELString());
+}
+
+class TVTunerTest : public sorvane::test::TunerLabTest {
+protected:
+    void SetUp() override
+    {
+        TunerLabTest::SetUp();
+        card.set(L"channels", L"");
+        recorder().setPromptEnabled(true);
+    }
+
+    CaptureException checkFails()
+    {
+        return sorvane::test::outcomeOf([this] { tuner.checkTVSignal(); });
+    }
+
+    sorvane::test::ManualClock clock;
+    AnalogTuner tuner{sorvane::test::labTVCard(), kel::String(L"Tuner test")};
+};
+
+TEST_F(TVTunerTest, SignalInRangePassesWithProgressPercentAndSleeps)
+{
+    card.set(L"channels", L"4:antenna, 9:cable");
+    setTVRange(2, 5);
+
+    tuner.checkTVSignal();
+
+    EXPECT_EQ(tunedChannels(kLabTVCard),
+              (std::vector<std::wstring>{L"Channel 2 antenna TV", L"Channel 2 cable TV", L"Channel 3 antenna TV",
+                                         L"Channel 3 cable TV", L"Channel 4 antenna TV"}));
+    EXPECT_EQ(recorder().progressTexts,
+              (std::vector<kel::String>{kel::String(L"Testing channel 2"), kel::String(L"Testing channel 3"),
+                                        kel::String(L"Testing channel 4")}));
+    EXPECT_EQ(recorder().percents, (std::vector<int>{33, 67}));
+    EXPECT_EQ(recorder().percentResets, 1);
+    // Graph settle, one settle per tune, and the picture left on screen.
+    EXPECT_EQ(clock.sleeps(), (std::vector<uint32_t>{1000, 1000, 1000, 1000, 1000, 1000, 5000}));
+    EXPECT_TRUE(recorder().prompts.empty());
+    EXPECT_TRUE(log().contains(kel::String(L"found signal on channel 4")));
+}
+
+TEST_F(TVTunerTest, SingleChannelRangeAtBothLimitsIsAccepted)
+{
+    card.set(L"channels", L"2:cable, 60:antenna");
+    setTVRange(2, 2);
+    tuner.checkTVSignal();
+    setTVRange(60, 60);
+    tuner.checkTVSignal();
+
+    EXPECT_EQ(tunedChannels(kLabTVCard),
+              (std::vector<std::wstring>{L"Channel 2 antenna TV", L"Channel 2 cable TV", L"Channel 60 antenna TV"}));
+    // Start equal to end: the first channel with signal reports no percent at all.
+    EXPECT_TRUE(recorder().percents.empty());
+}
+
+TEST_F(TVTunerTest, RangeWithoutSignalAsksAboutTheCableThenEndsWithNoSignalWithTip)
+{
+    setTVRange(2, 3);
+    setParameter("MsgBoxTimeout", ruvo::Value(uint32_t(30)));
+    recorder().queueAnswer(1);
+
+    const CaptureException e = checkFails();
+
+    EXPECT_EQ(e.getResult(), TestResult::NOSIGNAL());
+    EXPECT_EQ(e.getErrorEvent(), sorvane::g_errorNoSignalWithTip);
+    EXPECT_EQ(variable(e.getErrorEvent(), "startchannel"), "2");
+    EXPECT_EQ(variable(e.getErrorEvent(), "endchannel"), "3");
+    EXPECT_EQ(tunedChannels(kLabTVCard), kChannels2To3Twice);
+    EXPECT_EQ(recorder().percentResets, 2);
+    // Each pass counts from its first channel; past the last one the fraction exceeds 1.
+    EXPECT_EQ(recorder().percents, (std::vector<int>{100, 200, 100, 200}));
+
+    ASSERT_EQ(recorder().prompts.size(), 1u);
+    const ruvo::RecordingBackend::Prompt& prompt = recorder().prompts[0];
+    EXPECT_EQ(prompt.title, kel::String(L"Tuner test"));
+    EXPECT_EQ(prompt.text, ruvo::MessageCatalog::text(kel::String(L"CheckCableConnectedMessage")));
+    EXPECT_EQ(prompt.type, 0);
+    EXPECT_EQ(prompt.options, 1);
+    EXPECT_EQ(prompt.looks, 0);
+    EXPECT_TRUE(prompt.flag);
+    EXPECT_EQ(prompt.waitMilliseconds, 30000u);
+
+    e.postEvents();
+    ASSERT_EQ(postedKeys(), (std::vector<std::string>{"ErrorNoSignalWithTip"}));
+    EXPECT_EQ(recorder().events[0].message,
+              kel::String(L"No signal was found on channels 2 to 3. Check that the antenna or cable is connected."));
+}
+
+TEST_F(TVTunerTest, CableQuestionOffGivesASilentSecondPass)
+{
+    setTVRange(2, 3);
+    setParameter("CheckTVCable", ruvo::Value::fromBool(false));
+
+    EXPECT_EQ(checkFails().getResult(), TestResult::NOSIGNAL());
+    EXPECT_TRUE(recorder().prompts.empty());
+    EXPECT_EQ(tunedChannels(kLabTVCard), kChannels2To3Twice);
+}
+
+TEST_F(TVTunerTest, CableQuestionNotShownOrNotAnsweredStillTriesAgain)
+{
+    setTVRange(2, 3);
+    recorder().queueAnswer(0, true, false);
+    EXPECT_EQ(checkFails().getResult(), TestResult::NOSIGNAL());
+    EXPECT_EQ(recorder().prompts.size(), 1u);
+    EXPECT_EQ(tunedChannels(kLabTVCard), kChannels2To3Twice);
+    EXPECT_TRUE(log().contains(kel::String(L"DisplayRetryDialog()--MessageBox2::wait() returned false")));
+
+    lab::clearJournal(kLabTVCard);
+    recorder().setPromptEnabled(false);
+    EXPECT_EQ(checkFails().getResult(), TestResult::NOSIGNAL());
+    EXPECT_EQ(tunedChannels(kLabTVCard), kChannels2To3Twice);
+}
+
+TEST_F(TVTunerTest, AbortAnswersToTheCableQuestionEndWithUserAborted)
+{
+    setTVRange(2, 2);
+    for (int answer : {5, 6}) {
+        SCOPED_TRACE(answer);
+        lab::clearJournal(kLabTVCard);
+        recorder().queueAnswer(answer);
+
+        const CaptureException e = checkFails();
+
+        EXPECT_EQ(e.getResult(), TestResult::USERABORTED());
+        EXPECT_EQ(e.getErrorEvent(), nullptr);
+        EXPECT_EQ(e.getWarningEvent(), nullptr);
+        EXPECT_EQ(tunedChannels(kLabTVCard),
+                  (std::vector<std::wstring>{L"Channel 2 antenna TV", L"Channel 2 cable TV"}));
+    }
+}
+
+TEST_F(TVTunerTest, ChannelOutsideTheLimitsIsABadParameter)
+{
+    struct Case {
+        uint32_t start;
+        uint32_t end;
+        const char* name;
+        const char* value;
+    };
+    for (const Case& c : {Case{1, 5, "TVStartChannel", "1"}, Case{2, 61, "TVEndChannel", "61"}}) {
+        SCOPED_TRACE(c.name);
+        setTVRange(c.start, c.end);
+
+        const CaptureException e = checkFails();
+
+        EXPECT_EQ(e.getResult(), TestResult::BADPARAMS());
+        EXPECT_EQ(e.getErrorEvent(), sorvane::g_badParametersRange);
+        EXPECT_EQ(variable(e.getErrorEvent(), "ParameterName"), c.name);
+        EXPECT_EQ(variable(e.getErrorEvent(), "ParameterValue"), c.value);
+        EXPECT_EQ(variable(e.getErrorEvent(), "RangeMin"), "2");
+        EXPECT_EQ(variable(e.getErrorEvent(), "RangeMax"), "60");
+    }
+    EXPECT_TRUE(tunedChannels(kLabTVCard).empty());
+    EXPECT_TRUE(recorder().prompts.empty());
+}
+
+TEST_F(TVTunerTest, EndBelowStartIsABadParameterWithoutEvent)
+{
+    setTVRange(5, 4);
+
+    const CaptureException e = checkFails();
+
+    EXPECT_EQ(e.getResult(), TestResult::BADPARAMS());
+    EXPECT_EQ(e.getErrorEvent(), nullptr);
+    EXPECT_EQ(e.getWarningEvent(), nullptr);
+    EXPECT_TRUE(tunedChannels(kLabTVCard).empty());
+}
+
+TEST_F(TVTunerTest, StopRequestBetweenChannelsEndsBeforeTheNextTune)
+{
+    card.set(L"channels", L"3:antenna");
+    setTVRange(2, 5);
+    setParameter("SignalType", ruvo::Value("antenna"));
+    // Channel 2 asks once before tuning and once after its one failed check.
+    recorder().requestStopAtCheck(3);
+
+    const CaptureException e = checkFails();
+
+    EXPECT_EQ(e.getResult(), TestResult::USERABORTED());
+    EXPECT_EQ(e.getErrorEvent(), nullptr);
+    EXPECT_EQ(tunedChannels(kLabTVCard), (std::vector<std::wstring>{L"Channel 2 antenna TV"}));
+    EXPECT_TRUE(recorder().prompts.empty());
+}
+
+} // namespace

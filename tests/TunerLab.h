@@ -1,0 +1,145 @@
+// The lab's analog TV cards as the tuner tests use them: framework device records found
+// among the video input monikers, and the journal of what was done to a card.
+#pragma once
+
+#include "FrameworkTest.h"
+
+#include <CaptureException.h>
+#include <ScopedVariant.h>
+#include <lab/LabControl.h>
+
+#include <atlbase.h>
+#include <dshow.h>
+#include <kel/String.h>
+#include <ruvo/DiagDevice.h>
+#include <string>
+#include <vector>
+
+namespace sorvane {
+namespace test {
+
+// A card with IAMTVTuner (TV and FM) and a crossbar.
+const wchar_t* const kLabTVCard = L"Lab Analog TV Tuner";
+// A capture card with a crossbar but no tuner.
+const wchar_t* const kLabCaptureCard = L"Lab Analog Capture Card";
+
+// The identifier the framework keeps for a device: its path after "\\?\", upper-cased,
+// with "#" as "\".
+inline kel::String locatorFromPath(const kel::String& path)
+{
+    const int marker = path.find(kel::String(L"?\\"));
+    if (marker < 0) return kel::String();
+    return path.substring(marker + 2).toUpper().replace(kel::String(L"#"), kel::String(L"\\"));
+}
+
+inline kel::String monikerText(IPropertyBag* bag, const wchar_t* name)
+{
+    sorvane::ScopedVariant value;
+    if (FAILED(bag->Read(name, value.get(), nullptr))) return kel::String();
+    return value.text();
+}
+
+// The framework's record of the lab device with this friendly name, with these capabilities;
+// an empty record when the lab does not have it.
+inline ruvo::DiagDevice labDevice(const std::wstring& friendlyName, const ruvo::DeviceCapability& capabilities)
+{
+    const HRESULT init = CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+    ruvo::DiagDevice found;
+    {
+        CComPtr<ICreateDevEnum> devices;
+        CComPtr<IEnumMoniker> monikers;
+        if (SUCCEEDED(devices.CoCreateInstance(CLSID_SystemDeviceEnum, nullptr, CLSCTX_INPROC_SERVER)) &&
+            devices->CreateClassEnumerator(CLSID_VideoInputDeviceCategory, &monikers, 0) == S_OK) {
+            CComPtr<IMoniker> moniker;
+            while (monikers->Next(1, &moniker, nullptr) == S_OK) {
+                CComPtr<IPropertyBag> bag;
+                moniker->BindToStorage(nullptr, nullptr, IID_IPropertyBag, reinterpret_cast<void**>(&bag));
+                moniker.Release();
+                if (!bag || monikerText(bag, L"FriendlyName") != kel::String(friendlyName.c_str())) continue;
+                const kel::String name(friendlyName.c_str());
+                found = ruvo::DiagDevice(name, monikerText(bag, L"Description"),
+                                         locatorFromPath(monikerText(bag, L"DevicePath")), capabilities);
+                found.setProperty("AnalogFriendlyName", ruvo::Value(name));
+                break;
+            }
+        }
+    }
+    if (SUCCEEDED(init)) CoUninitialize();
+    return found;
+}
+
+inline ruvo::DiagDevice labTVCard()
+{
+    return labDevice(kLabTVCard, ruvo::DeviceCapability::VideoCapture() | ruvo::DeviceCapability::AnalogTVTuner() |
+                                     ruvo::DeviceCapability::FMRadioTuner());
+}
+
+// The card's journal entries that begin with `prefix`, in order.
+inline std::vector<std::wstring> journalOf(const std::wstring& device, const std::wstring& prefix)
+{
+    std::vector<std::wstring> entries;
+    for (const std::wstring& entry : lab::journal(device)) {
+        if (entry.compare(0, prefix.size(), prefix) == 0) entries.push_back(entry);
+    }
+    return entries;
+}
+
+// The channels tuned, as "Channel <n> antenna|cable TV|FM".
+inline std::vector<std::wstring> tunedChannels(const std::wstring& device)
+{
+    return journalOf(device, L"Channel ");
+}
+
+// True when no capture window of the library is left on this thread.
+inline bool noCaptureWindowLeft()
+{
+    return FindWindowW(L"KEL_CaptureBase_Window", nullptr) == nullptr;
+}
+
+// The failure an operation ends with; a PASS result when it returns normally.
+template <class Operation>
+CaptureException outcomeOf(Operation operation)
+{
+    try {
+        operation();
+    } catch (const CaptureException& e) {
+        return e;
+    }
+    return CaptureException(ruvo::TestResult::PASS(), 0, nullptr, nullptr);
+}
+
+// A test on the lab's analog cards: their journals start empty, the TV card's settings may
+// be overridden for the test, and every lab object and capture window is gone at the end.
+class TunerLabTest : public FrameworkTest {
+protected:
+    void SetUp() override
+    {
+        FrameworkTest::SetUp();
+        lab::clearJournal(kLabTVCard);
+        lab::clearJournal(kLabCaptureCard);
+        m_liveObjectsBefore = lab::liveObjects();
+        // Wine's video renderer takes RGB as it is: the tuner tests need no format converter.
+        card.set(L"format", L"RGB24 320x240 30");
+    }
+
+    void TearDown() override
+    {
+        EXPECT_EQ(lab::liveObjects(), m_liveObjectsBefore) << "lab objects left behind";
+        EXPECT_TRUE(noCaptureWindowLeft());
+        FrameworkTest::TearDown();
+    }
+
+    void setTVRange(uint32_t start, uint32_t end)
+    {
+        setParameter("TVStartChannel", ruvo::Value(start));
+        setParameter("TVEndChannel", ruvo::Value(end));
+    }
+
+    lab::DeviceOverride card{kLabTVCard};
+
+private:
+    long m_liveObjectsBefore = 0;
+};
+
+} // namespace test
+} // namespace sorvane
