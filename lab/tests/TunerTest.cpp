@@ -12,6 +12,7 @@
 #include <gtest/gtest.h>
 
 #include "LabGraph.h"
+#include "lab/FrameMark.h"
 #include "lab/LabControl.h"
 
 namespace {
@@ -288,6 +289,68 @@ TEST_F(TunerTest, CardStreamsBothPinsAndJournalsRunsAndFaults)
         EXPECT_EQ(E_FAIL, card.tuner->put_Mode(AMTUNER_MODE_TV));
         EXPECT_TRUE(journalHas(kTunerCard, L"Mode TV failed 0x80004005"));
     }
+}
+
+// What the card's video shows, frame by frame: the lab picture (its frame number readable), snow
+// (lumas all over the place) or black.
+enum class Picture { Lab, Snow, Black, Other };
+
+Picture pictureOf(const labtest::CollectedSample &sample)
+{
+    const lab::FrameView frame{sample.data.data(), static_cast<long>(sample.data.size()), lab::PixelLayout::Yuy2,
+                               640, 480, false};
+    if (!frame.complete())
+        return Picture::Other;
+    std::vector<bool> seen(256, false);
+    int distinct = 0;
+    for (int x = 0; x < frame.width; ++x) {
+        const int luma = std::min(255, std::max(0, frame.luma(x, 240)));
+        distinct += seen[luma] ? 0 : 1;
+        seen[luma] = true;
+    }
+    // Snow may pass for a frame mark now and then, so it is told apart first.
+    if (distinct > 100)
+        return Picture::Snow;
+    unsigned long number = 0;
+    if (lab::readFrameNumber(frame, number))
+        return Picture::Lab;
+    return distinct == 1 && frame.luma(0, 240) == 0 ? Picture::Black : Picture::Other;
+}
+
+// Tunes and routes a fresh card, then captures a few frames of its picture.
+std::vector<Picture> pictures(long channel, bool routeTuner)
+{
+    labtest::LabGraph graph;
+    EXPECT_HRESULT_SUCCEEDED(graph.build(kTunerCard, nullptr, MEDIASUBTYPE_YUY2));
+    CComQIPtr<IAMTVTuner> tuner(graph.source);
+    CComQIPtr<IAMCrossbar> crossbar(graph.source);
+    if (!tuner || !crossbar)
+        return {};
+    tuner->put_InputType(0, TunerInputAntenna);
+    tuner->put_Channel(channel, AMTUNER_SUBCHAN_DEFAULT, AMTUNER_SUBCHAN_DEFAULT);
+    if (routeTuner)
+        crossbar->Route(0, 1);
+    EXPECT_EQ(S_OK, graph.capture(3, 5000));
+    std::vector<Picture> seen;
+    for (const labtest::CollectedSample &sample : graph.samples())
+        seen.push_back(pictureOf(sample));
+    graph.tearDown();
+    return seen;
+}
+
+TEST_F(TunerTest, PictureFollowsTuningAndRouting)
+{
+    const std::vector<Picture> received = pictures(3, true);
+    ASSERT_GE(received.size(), 3u);
+    EXPECT_EQ(std::vector<Picture>(received.size(), Picture::Lab), received);
+
+    const std::vector<Picture> nothing = pictures(5, true);
+    ASSERT_GE(nothing.size(), 3u);
+    EXPECT_EQ(std::vector<Picture>(nothing.size(), Picture::Snow), nothing);
+
+    const std::vector<Picture> composite = pictures(3, false);
+    ASSERT_GE(composite.size(), 3u);
+    EXPECT_EQ(std::vector<Picture>(composite.size(), Picture::Black), composite);
 }
 
 TEST_F(TunerTest, CardSurvivesRunPauseStopCyclesAndRemoval)
