@@ -150,6 +150,13 @@ std::vector<MediaType> BasePin::offeredTypes()
 
 bool BasePin::filterStopped() { return m_filter.state() == State_Stopped; }
 
+HRESULT BasePin::canConnect()
+{
+    if (m_connected)
+        return VFW_E_ALREADY_CONNECTED;
+    return filterStopped() ? S_OK : VFW_E_NOT_STOPPED;
+}
+
 void BasePin::setConnection(IPin *peer, const AM_MEDIA_TYPE &type)
 {
     m_connected = peer;

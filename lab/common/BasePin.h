@@ -61,6 +61,8 @@ protected:
     virtual HRESULT onConnected() { return S_OK; }
     virtual void onDisconnected() {}
     bool filterStopped();
+    // S_OK when the pin may take a new connection: unconnected, filter stopped.
+    HRESULT canConnect();
     std::vector<MediaType> offeredTypes();
     void setConnection(IPin *peer, const AM_MEDIA_TYPE &type);
     void clearConnection();

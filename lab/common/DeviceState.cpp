@@ -1,5 +1,7 @@
 #include "common/DeviceState.h"
 
+#include <cwchar>
+
 namespace lab {
 
 DeviceState::DeviceState(const std::wstring &name) : m_name(name) {}
@@ -79,6 +81,13 @@ void DeviceState::record(const std::wstring &entry)
 {
     std::lock_guard<std::mutex> guard(m_lock);
     m_journal.push_back(entry);
+}
+
+void DeviceState::record(const std::wstring &what, HRESULT hr)
+{
+    wchar_t code[16] = {};
+    swprintf(code, 16, L" 0x%08lX", static_cast<unsigned long>(hr));
+    record(what + code);
 }
 
 std::vector<std::wstring> DeviceState::journal() const

@@ -38,6 +38,8 @@ public:
     bool findOverride(const std::wstring &key, std::wstring &value) const;
 
     void record(const std::wstring &entry);
+    // An entry with an HRESULT after it: "Run failed 0x800705AA".
+    void record(const std::wstring &what, HRESULT hr);
     std::vector<std::wstring> journal() const;
     void clearJournal();
 

@@ -9,29 +9,6 @@ EnumMediaTypes::EnumMediaTypes(IPin *pin, std::vector<MediaType> types, size_t p
 {
 }
 
-STDMETHODIMP EnumMediaTypes::QueryInterface(REFIID iid, void **out)
-{
-    if (!out)
-        return E_POINTER;
-    if (IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, IID_IEnumMediaTypes)) {
-        *out = static_cast<IEnumMediaTypes *>(this);
-        AddRef();
-        return S_OK;
-    }
-    *out = nullptr;
-    return E_NOINTERFACE;
-}
-
-STDMETHODIMP_(ULONG) EnumMediaTypes::AddRef() { return InterlockedIncrement(&m_refs); }
-
-STDMETHODIMP_(ULONG) EnumMediaTypes::Release()
-{
-    const LONG refs = InterlockedDecrement(&m_refs);
-    if (refs == 0)
-        delete this;
-    return refs;
-}
-
 STDMETHODIMP EnumMediaTypes::Next(ULONG count, AM_MEDIA_TYPE **types, ULONG *fetched)
 {
     if (!types || (count > 1 && !fetched))

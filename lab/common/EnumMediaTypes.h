@@ -7,20 +7,15 @@
 
 #include <atlbase.h>
 
+#include "common/ComObject.h"
 #include "common/LabModule.h"
 #include "common/MediaType.h"
 
 namespace lab {
 
-class EnumMediaTypes final : public IEnumMediaTypes, private LiveObject {
+class EnumMediaTypes final : public ComObject<IEnumMediaTypes>, private LiveObject {
 public:
     EnumMediaTypes(IPin *pin, std::vector<MediaType> types, size_t position);
-    EnumMediaTypes(const EnumMediaTypes &) = delete;
-    EnumMediaTypes &operator=(const EnumMediaTypes &) = delete;
-
-    STDMETHODIMP QueryInterface(REFIID iid, void **out) override;
-    STDMETHODIMP_(ULONG) AddRef() override;
-    STDMETHODIMP_(ULONG) Release() override;
 
     STDMETHODIMP Next(ULONG count, AM_MEDIA_TYPE **types, ULONG *fetched) override;
     STDMETHODIMP Skip(ULONG count) override;
@@ -28,8 +23,6 @@ public:
     STDMETHODIMP Clone(IEnumMediaTypes **clone) override;
 
 private:
-    ~EnumMediaTypes() = default;
-    volatile LONG m_refs = 0;
     CComPtr<IPin> m_pin;
     std::vector<MediaType> m_types;
     size_t m_position;

@@ -7,29 +7,6 @@ namespace lab {
 
 EnumPins::EnumPins(BaseFilter &filter, int position) : m_filter(filter), m_hold(&filter), m_position(position) {}
 
-STDMETHODIMP EnumPins::QueryInterface(REFIID iid, void **out)
-{
-    if (!out)
-        return E_POINTER;
-    if (IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, IID_IEnumPins)) {
-        *out = static_cast<IEnumPins *>(this);
-        AddRef();
-        return S_OK;
-    }
-    *out = nullptr;
-    return E_NOINTERFACE;
-}
-
-STDMETHODIMP_(ULONG) EnumPins::AddRef() { return InterlockedIncrement(&m_refs); }
-
-STDMETHODIMP_(ULONG) EnumPins::Release()
-{
-    const LONG refs = InterlockedDecrement(&m_refs);
-    if (refs == 0)
-        delete this;
-    return refs;
-}
-
 STDMETHODIMP EnumPins::Next(ULONG count, IPin **pins, ULONG *fetched)
 {
     if (!pins || (count > 1 && !fetched))

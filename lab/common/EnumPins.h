@@ -6,21 +6,16 @@
 
 #include <atlbase.h>
 
+#include "common/ComObject.h"
 #include "common/LabModule.h"
 
 namespace lab {
 
 class BaseFilter;
 
-class EnumPins final : public IEnumPins, private LiveObject {
+class EnumPins final : public ComObject<IEnumPins>, private LiveObject {
 public:
     EnumPins(BaseFilter &filter, int position);
-    EnumPins(const EnumPins &) = delete;
-    EnumPins &operator=(const EnumPins &) = delete;
-
-    STDMETHODIMP QueryInterface(REFIID iid, void **out) override;
-    STDMETHODIMP_(ULONG) AddRef() override;
-    STDMETHODIMP_(ULONG) Release() override;
 
     STDMETHODIMP Next(ULONG count, IPin **pins, ULONG *fetched) override;
     STDMETHODIMP Skip(ULONG count) override;
@@ -28,8 +23,6 @@ public:
     STDMETHODIMP Clone(IEnumPins **clone) override;
 
 private:
-    ~EnumPins() = default;
-    volatile LONG m_refs = 0;
     BaseFilter &m_filter;
     CComPtr<IBaseFilter> m_hold;
     int m_position;

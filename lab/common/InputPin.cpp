@@ -13,10 +13,9 @@ STDMETHODIMP InputPin::ReceiveConnection(IPin *connector, const AM_MEDIA_TYPE *t
     if (!connector || !type)
         return E_POINTER;
     std::lock_guard<std::recursive_mutex> guard(m_filter.lock());
-    if (m_connected)
-        return VFW_E_ALREADY_CONNECTED;
-    if (!filterStopped())
-        return VFW_E_NOT_STOPPED;
+    const HRESULT allowed = canConnect();
+    if (FAILED(allowed))
+        return allowed;
     PIN_DIRECTION direction = PINDIR_INPUT;
     if (FAILED(connector->QueryDirection(&direction)) || direction != PINDIR_OUTPUT)
         return VFW_E_INVALID_DIRECTION;

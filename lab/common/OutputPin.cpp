@@ -93,10 +93,9 @@ STDMETHODIMP OutputPin::Connect(IPin *receiver, const AM_MEDIA_TYPE *type)
     if (!receiver)
         return E_POINTER;
     std::lock_guard<std::recursive_mutex> guard(m_filter.lock());
-    if (m_connected)
-        return VFW_E_ALREADY_CONNECTED;
-    if (!filterStopped())
-        return VFW_E_NOT_STOPPED;
+    const HRESULT allowed = canConnect();
+    if (FAILED(allowed))
+        return allowed;
     if (type && isComplete(*type))
         return tryConnect(receiver, *type);
 

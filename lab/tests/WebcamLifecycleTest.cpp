@@ -74,17 +74,11 @@ TEST(LabWebcamLifecycle, SurvivesRemovalFromARunningGraph)
 
 TEST(LabWebcamLifecycle, PrivacyShutterKeepsValueAndFlags)
 {
-    CComPtr<ICaptureGraphBuilder2> builder;
-    ASSERT_EQ(S_OK, builder.CoCreateInstance(CLSID_CaptureGraphBuilder2, nullptr, CLSCTX_INPROC_SERVER));
-    CComPtr<IGraphBuilder> graph;
-    ASSERT_EQ(S_OK, graph.CoCreateInstance(CLSID_FilterGraph, nullptr, CLSCTX_INPROC_SERVER));
-    ASSERT_EQ(S_OK, builder->SetFiltergraph(graph));
-
-    CComPtr<IBaseFilter> shutter;
-    ASSERT_EQ(S_OK, labtest::bindDevice(L"Lab Webcam RGB24", shutter));
-    ASSERT_EQ(S_OK, graph->AddFilter(shutter, L"Video Capture"));
+    LabGraph graph;
+    ASSERT_EQ(S_OK, graph.addDevice(L"Lab Webcam RGB24"));
     CComPtr<IAMCameraControl> control;
-    ASSERT_EQ(S_OK, builder->FindInterface(nullptr, nullptr, shutter, IID_IAMCameraControl, reinterpret_cast<void **>(&control)));
+    ASSERT_EQ(S_OK, graph.builder->FindInterface(nullptr, nullptr, graph.source, IID_IAMCameraControl,
+                                                 reinterpret_cast<void **>(&control)));
     long value = -1;
     long flags = -1;
     ASSERT_EQ(S_OK, control->Get(kPrivacy, &value, &flags));
@@ -119,22 +113,16 @@ TEST(LabWebcamLifecycle, PrivacyShutterKeepsValueAndFlags)
 
 TEST(LabWebcamLifecycle, CaptureGraphBuilderFindsTheStreamConfigOfTheCapturePin)
 {
-    CComPtr<ICaptureGraphBuilder2> builder;
-    ASSERT_EQ(S_OK, builder.CoCreateInstance(CLSID_CaptureGraphBuilder2, nullptr, CLSCTX_INPROC_SERVER));
-    CComPtr<IGraphBuilder> graph;
-    ASSERT_EQ(S_OK, graph.CoCreateInstance(CLSID_FilterGraph, nullptr, CLSCTX_INPROC_SERVER));
-    ASSERT_EQ(S_OK, builder->SetFiltergraph(graph));
-    CComPtr<IBaseFilter> source;
-    ASSERT_EQ(S_OK, labtest::bindDevice(L"Lab Webcam YUY2 MJPG", source));
-    ASSERT_EQ(S_OK, graph->AddFilter(source, L"Video Capture"));
+    LabGraph graph;
+    ASSERT_EQ(S_OK, graph.addDevice(L"Lab Webcam YUY2 MJPG"));
     CComPtr<IAMStreamConfig> config;
-    ASSERT_EQ(S_OK, builder->FindInterface(&PIN_CATEGORY_CAPTURE, &MEDIATYPE_Video, source, IID_IAMStreamConfig,
-                                           reinterpret_cast<void **>(&config)));
+    ASSERT_EQ(S_OK, graph.builder->FindInterface(&PIN_CATEGORY_CAPTURE, &MEDIATYPE_Video, graph.source, IID_IAMStreamConfig,
+                                                 reinterpret_cast<void **>(&config)));
     int count = 0;
     int size = 0;
     ASSERT_EQ(S_OK, config->GetNumberOfCapabilities(&count, &size));
     EXPECT_EQ(3, count);
     CComPtr<IAMStreamConfig> preview;
-    EXPECT_EQ(E_NOINTERFACE, builder->FindInterface(&PIN_CATEGORY_PREVIEW, &MEDIATYPE_Video, source, IID_IAMStreamConfig,
-                                                    reinterpret_cast<void **>(&preview)));
+    EXPECT_EQ(E_NOINTERFACE, graph.builder->FindInterface(&PIN_CATEGORY_PREVIEW, &MEDIATYPE_Video, graph.source,
+                                                          IID_IAMStreamConfig, reinterpret_cast<void **>(&preview)));
 }

@@ -166,28 +166,15 @@ TEST(LabWebcam, EveryFormatPreviewsThroughTheDefaultVideoRenderer)
                                   L"Lab Webcam MJPG"}) {
         SCOPED_TRACE(std::string(device, device + wcslen(device)));
         lab::clearJournal(device);
-        CComPtr<IGraphBuilder> graph;
-        ASSERT_EQ(S_OK, graph.CoCreateInstance(CLSID_FilterGraph, nullptr, CLSCTX_INPROC_SERVER));
-        CComPtr<ICaptureGraphBuilder2> builder;
-        ASSERT_EQ(S_OK, builder.CoCreateInstance(CLSID_CaptureGraphBuilder2, nullptr, CLSCTX_INPROC_SERVER));
-        ASSERT_EQ(S_OK, builder->SetFiltergraph(graph));
-        CComPtr<IBaseFilter> source;
-        ASSERT_EQ(S_OK, labtest::bindDevice(device, source));
-        ASSERT_EQ(S_OK, graph->AddFilter(source, L"Video Capture"));
-        ASSERT_TRUE(SUCCEEDED(builder->RenderStream(&PIN_CATEGORY_CAPTURE, &MEDIATYPE_Video, source, nullptr, nullptr)));
-        CComQIPtr<IMediaControl> control(graph.p);
-        ASSERT_TRUE(SUCCEEDED(control->Run()));
+        LabGraph graph;
+        ASSERT_EQ(S_OK, graph.addDevice(device));
+        ASSERT_TRUE(SUCCEEDED(graph.builder->RenderStream(&PIN_CATEGORY_CAPTURE, &MEDIATYPE_Video, graph.source, nullptr, nullptr)));
+        ASSERT_TRUE(SUCCEEDED(graph.run()));
         const DWORD begin = GetTickCount();
         while (lab::samplesDelivered(device) < 3 && GetTickCount() - begin < 5000)
             Sleep(10);
-        EXPECT_EQ(S_OK, control->Stop());
+        EXPECT_EQ(S_OK, graph.stop());
         EXPECT_GE(lab::samplesDelivered(device), 3);
-        CComPtr<IEnumFilters> filters;
-        ASSERT_EQ(S_OK, graph->EnumFilters(&filters));
-        for (CComPtr<IBaseFilter> filter; filters->Next(1, &filter, nullptr) == S_OK; filter.Release()) {
-            graph->RemoveFilter(filter);
-            filters->Reset();
-        }
     }
     EXPECT_EQ(objectsBefore, lab::liveObjects());
 }

@@ -1,6 +1,5 @@
 #include "webcam/WebcamFilter.h"
 
-#include <cstdio>
 
 #include "common/ClassRegistry.h"
 #include "common/DeviceRegistry.h"
@@ -17,57 +16,27 @@ const ClassRegistration registration(ClassInfo::device(CLSID_LabWebcam, L"Sorvan
 // KSPROPERTY_CAMERACONTROL_PRIVACY of ksmedia.h, whose other baggage the lab does not need.
 const long kPrivacyProperty = 8;
 
-std::wstring hresultText(HRESULT hr)
-{
-    wchar_t text[16] = {};
-    swprintf(text, 16, L"0x%08lX", static_cast<unsigned long>(hr));
-    return text;
-}
-
 } // namespace
 
-WebcamFilter::WebcamFilter() : BaseFilter(CLSID_LabWebcam), m_pin(*this, L"Capture", *this)
+WebcamFilter::WebcamFilter() : DeviceFilter(CLSID_LabWebcam), m_pin(*this, L"Capture", *this)
 {
     // Without a property bag (created directly) the camera has one plain format.
-    const std::shared_ptr<DeviceState> device = DeviceRegistry::device(L"");
-    if (device->text(L"format").empty())
-        device->setOverride(L"format", L"RGB24 320x240 30");
-    configure(device);
+    const std::shared_ptr<DeviceState> unnamed = DeviceRegistry::device(L"");
+    if (unnamed->text(L"format").empty())
+        unnamed->setOverride(L"format", L"RGB24 320x240 30");
+    useDevice(unnamed);
 }
 
 WebcamFilter::~WebcamFilter() { m_pin.stopStreaming(); }
 
 void *WebcamFilter::queryExtra(REFIID iid)
 {
-    if (IsEqualIID(iid, IID_IPersistPropertyBag))
-        return static_cast<IPersistPropertyBag *>(this);
     if (IsEqualIID(iid, IID_IAMCameraControl) && m_privacy != Privacy::None)
         return static_cast<IAMCameraControl *>(this);
-    return nullptr;
+    return DeviceFilter::queryExtra(iid);
 }
 
 BasePin *WebcamFilter::pin(int index) { return index == 0 ? &m_pin : nullptr; }
-
-STDMETHODIMP WebcamFilter::InitNew() { return S_OK; }
-
-STDMETHODIMP WebcamFilter::Load(IPropertyBag *bag, IErrorLog *)
-{
-    if (!bag)
-        return E_POINTER;
-    const DeviceConfig config = DeviceConfig::fromPropertyBag(bag);
-    std::wstring name;
-    config.find(L"FriendlyName", name);
-    const std::shared_ptr<DeviceState> device = DeviceRegistry::device(name);
-    device->setConfig(config);
-    const HRESULT refused = device->hresult(L"fault.bind");
-    if (FAILED(refused)) {
-        device->record(L"Bind failed " + hresultText(refused));
-        return refused;
-    }
-    return configure(device);
-}
-
-STDMETHODIMP WebcamFilter::Save(IPropertyBag *, BOOL, BOOL) { return E_NOTIMPL; }
 
 HRESULT WebcamFilter::configure(const std::shared_ptr<DeviceState> &device)
 {
@@ -82,7 +51,6 @@ HRESULT WebcamFilter::configure(const std::shared_ptr<DeviceState> &device)
     m_privacy = privacy == L"none" ? Privacy::None : (privacy == L"unsupported" ? Privacy::Unsupported : Privacy::Supported);
     m_privacyValue = privacy == L"1" ? 1 : 0;
     m_privacyFlags = CameraControl_Flags_Manual;
-    m_device = device;
     m_pin.setDevice(device, formats);
     return S_OK;
 }
@@ -110,7 +78,7 @@ STDMETHODIMP WebcamFilter::Set(long property, long value, long flags)
     std::lock_guard<std::recursive_mutex> guard(lock());
     m_privacyValue = value;
     m_privacyFlags = flags;
-    m_device->record(L"Privacy " + std::to_wstring(value) + L" " + std::to_wstring(flags));
+    device()->record(L"Privacy " + std::to_wstring(value) + L" " + std::to_wstring(flags));
     return S_OK;
 }
 
@@ -135,7 +103,7 @@ HRESULT WebcamFilter::onPause(bool fromStopped)
 {
     if (!fromStopped)
         m_pin.pauseStreaming();
-    m_device->record(L"Pause");
+    device()->record(L"Pause");
     return S_OK;
 }
 
@@ -144,12 +112,12 @@ HRESULT WebcamFilter::onPause(bool fromStopped)
 // hide behind a renderer still completing its own pause.
 HRESULT WebcamFilter::onRun(REFERENCE_TIME)
 {
-    const HRESULT refused = m_device->hresult(L"fault.run");
+    const HRESULT refused = device()->hresult(L"fault.run");
     if (FAILED(refused)) {
-        m_device->record(L"Run failed " + hresultText(refused));
+        device()->record(L"Run failed", refused);
         return refused;
     }
-    m_device->record(L"Run");
+    device()->record(L"Run");
     m_pin.startStreaming();
     return S_OK;
 }
@@ -157,7 +125,7 @@ HRESULT WebcamFilter::onRun(REFERENCE_TIME)
 void WebcamFilter::onStop()
 {
     m_pin.stopStreaming();
-    m_device->record(L"Stop");
+    device()->record(L"Stop");
 }
 
 } // namespace lab

@@ -12,30 +12,21 @@
 // and the capture pin's faults.
 #pragma once
 
-#include <memory>
-
-#include "common/BaseFilter.h"
 #include "common/CapturePin.h"
-#include "common/DeviceState.h"
+#include "common/DeviceFilter.h"
 #include "common/FrameSource.h"
 #include "webcam/FramePainter.h"
 
 namespace lab {
 
-class WebcamFilter : public BaseFilter, public IAMCameraControl, public IPersistPropertyBag, public FrameSource {
+class WebcamFilter : public DeviceFilter, public IAMCameraControl, public FrameSource {
 public:
     WebcamFilter();
     ~WebcamFilter();
 
-    STDMETHODIMP QueryInterface(REFIID iid, void **out) override { return BaseFilter::QueryInterface(iid, out); }
-    STDMETHODIMP_(ULONG) AddRef() override { return BaseFilter::AddRef(); }
-    STDMETHODIMP_(ULONG) Release() override { return BaseFilter::Release(); }
-    STDMETHODIMP GetClassID(CLSID *clsid) override { return BaseFilter::GetClassID(clsid); }
-
-    // IPersistPropertyBag
-    STDMETHODIMP InitNew() override;
-    STDMETHODIMP Load(IPropertyBag *bag, IErrorLog *log) override;
-    STDMETHODIMP Save(IPropertyBag *bag, BOOL clearDirty, BOOL saveAll) override;
+    STDMETHODIMP QueryInterface(REFIID iid, void **out) override { return DeviceFilter::QueryInterface(iid, out); }
+    STDMETHODIMP_(ULONG) AddRef() override { return DeviceFilter::AddRef(); }
+    STDMETHODIMP_(ULONG) Release() override { return DeviceFilter::Release(); }
 
     // IAMCameraControl
     STDMETHODIMP GetRange(long property, long *min, long *max, long *step, long *defaultValue, long *flags) override;
@@ -53,15 +44,13 @@ protected:
     HRESULT onRun(REFERENCE_TIME start) override;
     void onStop() override;
     bool isLiveSource() const override { return true; }
+    HRESULT configure(const std::shared_ptr<DeviceState> &device) override;
 
 private:
     enum class Privacy { None, Unsupported, Supported };
 
-    HRESULT configure(const std::shared_ptr<DeviceState> &device);
-
     CapturePin m_pin;
     FramePainter m_painter;
-    std::shared_ptr<DeviceState> m_device;
     Privacy m_privacy = Privacy::Supported;
     long m_privacyValue = 0;
     long m_privacyFlags = CameraControl_Flags_Manual;

@@ -72,17 +72,24 @@ LabGraph::LabGraph() = default;
 
 LabGraph::~LabGraph() { tearDown(); }
 
-HRESULT LabGraph::build(const std::wstring &device, const AM_MEDIA_TYPE *capability, const GUID &wantedSubType)
+HRESULT LabGraph::addDevice(const std::wstring &device)
 {
-    HRESULT hr = graph.CoCreateInstance(CLSID_FilterGraph, nullptr, CLSCTX_INPROC_SERVER);
-    if (SUCCEEDED(hr))
+    HRESULT hr = graph ? S_OK : graph.CoCreateInstance(CLSID_FilterGraph, nullptr, CLSCTX_INPROC_SERVER);
+    if (SUCCEEDED(hr) && !builder) {
         hr = builder.CoCreateInstance(CLSID_CaptureGraphBuilder2, nullptr, CLSCTX_INPROC_SERVER);
-    if (SUCCEEDED(hr))
-        hr = builder->SetFiltergraph(graph);
+        if (SUCCEEDED(hr))
+            hr = builder->SetFiltergraph(graph);
+    }
     if (SUCCEEDED(hr))
         hr = bindDevice(device, source);
     if (SUCCEEDED(hr))
         hr = graph->AddFilter(source, L"Video Capture");
+    return hr;
+}
+
+HRESULT LabGraph::build(const std::wstring &device, const AM_MEDIA_TYPE *capability, const GUID &wantedSubType)
+{
+    HRESULT hr = addDevice(device);
     if (SUCCEEDED(hr))
         hr = grabberFilter.CoCreateInstance(CLSID_SampleGrabber, nullptr, CLSCTX_INPROC_SERVER);
     if (SUCCEEDED(hr))

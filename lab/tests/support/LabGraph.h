@@ -38,6 +38,9 @@ public:
     LabGraph(const LabGraph &) = delete;
     LabGraph &operator=(const LabGraph &) = delete;
 
+    // Creates the graph and its capture graph builder on first use, binds the device and adds
+    // it as "Video Capture" (into `source`).
+    HRESULT addDevice(const std::wstring &device);
     // Adds the device and a grabber asking for `wanted` (major type Video when empty) with a
     // null renderer behind it. Direct connection with the capability's type when given;
     // otherwise the capture graph builder's RenderStream (which inserts decoders).

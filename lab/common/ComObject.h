@@ -1,0 +1,47 @@
+// IUnknown for a lab object with one interface: interlocked reference count from 0, deleted at
+// the last Release, answering IUnknown and the interface.
+#pragma once
+
+#include <windows.h>
+#include <unknwn.h>
+
+namespace lab {
+
+template <class Interface>
+class ComObject : public Interface {
+public:
+    ComObject() = default;
+    ComObject(const ComObject &) = delete;
+    ComObject &operator=(const ComObject &) = delete;
+
+    STDMETHODIMP QueryInterface(REFIID iid, void **out) override
+    {
+        if (!out)
+            return E_POINTER;
+        if (IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, __uuidof(Interface))) {
+            *out = static_cast<Interface *>(this);
+            AddRef();
+            return S_OK;
+        }
+        *out = nullptr;
+        return E_NOINTERFACE;
+    }
+
+    STDMETHODIMP_(ULONG) AddRef() override { return InterlockedIncrement(&m_refs); }
+
+    STDMETHODIMP_(ULONG) Release() override
+    {
+        const LONG refs = InterlockedDecrement(&m_refs);
+        if (refs == 0)
+            delete this;
+        return refs;
+    }
+
+protected:
+    virtual ~ComObject() = default;
+
+private:
+    volatile LONG m_refs = 0;
+};
+
+} // namespace lab

@@ -1,0 +1,40 @@
+// The base of a filter that is a simulated device. Bound through its moniker, it reads the
+// device's settings from the property bag into the device's shared state (IPersistPropertyBag),
+// where a test's overrides apply too; a fault.bind refuses the bind. Subclasses take their
+// settings in configure() and list their interfaces in queryExtra (calling this one's).
+#pragma once
+
+#include <memory>
+
+#include "common/BaseFilter.h"
+#include "common/DeviceState.h"
+
+namespace lab {
+
+class DeviceFilter : public BaseFilter, public IPersistPropertyBag {
+public:
+    explicit DeviceFilter(const CLSID &clsid);
+
+    STDMETHODIMP QueryInterface(REFIID iid, void **out) override { return BaseFilter::QueryInterface(iid, out); }
+    STDMETHODIMP_(ULONG) AddRef() override { return BaseFilter::AddRef(); }
+    STDMETHODIMP_(ULONG) Release() override { return BaseFilter::Release(); }
+    STDMETHODIMP GetClassID(CLSID *clsid) override { return BaseFilter::GetClassID(clsid); }
+
+    // IPersistPropertyBag
+    STDMETHODIMP InitNew() override;
+    STDMETHODIMP Load(IPropertyBag *bag, IErrorLog *log) override;
+    STDMETHODIMP Save(IPropertyBag *bag, BOOL clearDirty, BOOL saveAll) override;
+
+protected:
+    void *queryExtra(REFIID iid) override;
+    // Takes the device's settings; a failure fails the bind.
+    virtual HRESULT configure(const std::shared_ptr<DeviceState> &device) = 0;
+    // Serves the device (the constructor uses it for a filter created without a moniker).
+    HRESULT useDevice(const std::shared_ptr<DeviceState> &device);
+    const std::shared_ptr<DeviceState> &device() const { return m_device; }
+
+private:
+    std::shared_ptr<DeviceState> m_device;
+};
+
+} // namespace lab
