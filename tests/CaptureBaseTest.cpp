@@ -1,0 +1,343 @@
+// The capture graph core end to end against the lab: finding devices, preview with its
+// window and question, recording, and the run failures that name who holds the device.
+#include "AviFile.h"
+#include "FrameworkTest.h"
+#include "ManualClock.h"
+#include "PlainCapture.h"
+#include "ProgramCopies.h"
+#include "RunningProgram.h"
+#include "WindowWatcher.h"
+
+#include <ModuleRegistration.h>
+#include <kel/Stopwatch.h>
+#include <lab/FrameMark.h>
+#include <lab/LabControl.h>
+
+namespace {
+
+using ruvo::TestResult;
+using sorvane::CaptureException;
+using sorvane::test::PlainCapture;
+using sorvane::test::WindowWatcher;
+using sorvane::test::narrow;
+
+const wchar_t kCamera[] = L"Lab Webcam RGB24 Top-Down";
+const wchar_t kCameraDescription[] = L"Lab USB camera, RGB24 top-down, no camera control";
+const wchar_t kCameraPath[] =
+    L"\\\\?\\usb#vid_046d&pid_0826&mi_00#7&1a2c&0&0000#{65e8773d-8f56-11d0-a3b9-00a0c9223196}\\global";
+const wchar_t kCameraLocator[] =
+    L"USB\\VID_046D&PID_0826&MI_00\\7&1A2C&0&0000\\{65E8773D-8F56-11D0-A3B9-00A0C9223196}\\GLOBAL";
+const wchar_t kTitle[] = L"Capture core test";
+const wchar_t kWindowClass[] = L"KEL_CaptureBase_Window";
+const wchar_t kVideoInputInstances[] =
+    L"Software\\Classes\\CLSID\\{860BB310-5D01-11D0-BD3B-00A0C911CE86}\\Instance";
+
+class CaptureBaseTest : public sorvane::test::FrameworkTest {
+protected:
+    void SetUp() override
+    {
+        FrameworkTest::SetUp();
+        lab::clearJournal(kCamera);
+        m_liveAtStart = lab::liveObjects();
+    }
+
+    void TearDown() override
+    {
+        // Whatever happened, the lab's objects are gone, its threads ended, no window left.
+        EXPECT_EQ(lab::liveObjects(), m_liveAtStart);
+        EXPECT_EQ(lab::liveThreads(), 0);
+        EXPECT_FALSE(WindowWatcher::exists(kWindowClass, kTitle));
+        FrameworkTest::TearDown();
+    }
+
+    static ruvo::DiagDevice camera(const wchar_t* name = kCamera, const wchar_t* locator = kCameraLocator)
+    {
+        return sorvane::test::captureDevice(kel::String(name), kel::String(kCameraDescription), kel::String(locator));
+    }
+
+    // Runs the operation and returns what it threw; PASS when it returned.
+    template <class Operation>
+    static CaptureException outcome(Operation operation)
+    {
+        try {
+            operation();
+        } catch (const CaptureException& e) {
+            return e;
+        }
+        return CaptureException(TestResult::PASS(), 0, nullptr, nullptr);
+    }
+
+    int journalCount(const std::wstring& prefix) const
+    {
+        int count = 0;
+        for (const std::wstring& entry : lab::journal(kCamera)) count += entry.compare(0, prefix.size(), prefix) == 0;
+        return count;
+    }
+
+private:
+    long m_liveAtStart = 0;
+};
+
+TEST_F(CaptureBaseTest, FindsThePlainDeviceByFriendlyNameAndIdentifier)
+{
+    PlainCapture capture(camera(), kel::String(kTitle));
+    capture.setupGraph();
+    capture.setupDevice();
+    ASSERT_NE(capture.source(), nullptr);
+    EXPECT_EQ(narrow(capture.devicePath()), narrow(kel::String(kCameraPath)));
+    CComPtr<IBaseFilter> named;
+    ASSERT_EQ(capture.graph()->FindFilterByName(L"Video Capture", &named), S_OK);
+    EXPECT_EQ(named.p, capture.source());
+    named.Release();
+
+    // A second add under the same name replaces the filter instead of adding a twin.
+    capture.addFilter(CComPtr<IBaseFilter>(capture.source()), kel::String(L"Video Capture"));
+    EXPECT_TRUE(log().contains(kel::String(L"removeFilterByName: removing Video Capture")));
+    EXPECT_TRUE(log().contains(kel::String(L"binding to Lab Webcam RGB24 Top-Down @ USB\\VID_046D")));
+    capture.cleanUpAll();
+    EXPECT_EQ(capture.graph(), nullptr);
+}
+
+TEST_F(CaptureBaseTest, DeviceKnownOnlyByTheDefaultNameIsFoundByDescription)
+{
+    const kel::String defaultName = sorvane::g_defaultName->localizedString().toKELString();
+    PlainCapture capture(camera(defaultName.c_str()), kel::String(kTitle));
+    capture.setupGraph();
+    capture.setupDevice();
+    EXPECT_NE(capture.source(), nullptr);
+    capture.cleanUpAll();
+}
+
+TEST_F(CaptureBaseTest, MissingDeviceIsNoDeviceWithAWarning)
+{
+    // Identifiers compare exactly: the same device under a lower-case locator is not it.
+    const std::wstring lowerLocator = kel::String(kCameraLocator).toLower().c_str();
+    for (const ruvo::DiagDevice& device :
+         {camera(L"Lab Webcam That Is Not There"), camera(kCamera, lowerLocator.c_str())}) {
+        PlainCapture capture(device, kel::String(kTitle));
+        capture.setupGraph();
+        const CaptureException e = outcome([&] { capture.setupDevice(); });
+        EXPECT_EQ(e.getResult(), TestResult::NODEVICE());
+        EXPECT_EQ(e.getWarningEvent(), sorvane::g_warningDeviceNotFound);
+        EXPECT_EQ(e.getErrorEvent(), nullptr);
+        capture.cleanUpAll();
+    }
+}
+
+// Moves the video-input category's device keys aside for one test, so it is empty.
+class EmptyVideoInputCategory {
+public:
+    EmptyVideoInputCategory() : m_moved(move(kVideoInputInstances, m_aside.c_str())) {}
+    ~EmptyVideoInputCategory()
+    {
+        if (m_moved) move(m_aside.c_str(), kVideoInputInstances);
+    }
+    bool moved() const { return m_moved; }
+
+private:
+    static bool move(const wchar_t* from, const wchar_t* to)
+    {
+        HKEY target = nullptr;
+        if (RegCreateKeyExW(HKEY_LOCAL_MACHINE, to, 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &target, nullptr)) return false;
+        const bool copied = RegCopyTreeW(HKEY_LOCAL_MACHINE, from, target) == ERROR_SUCCESS;
+        RegCloseKey(target);
+        return copied && RegDeleteTreeW(HKEY_LOCAL_MACHINE, from) == ERROR_SUCCESS;
+    }
+    const std::wstring m_aside = std::wstring(kVideoInputInstances) + L".aside";
+    bool m_moved;
+};
+
+TEST_F(CaptureBaseTest, EmptyCategoryIsNoDeviceWithAnError)
+{
+    PlainCapture capture(camera(), kel::String(kTitle));
+    capture.setupGraph();
+    CaptureException e(TestResult::PASS(), 0, nullptr, nullptr);
+    {
+        EmptyVideoInputCategory empty;
+        ASSERT_TRUE(empty.moved());
+        e = outcome([&] { capture.setupDevice(); });
+    }
+    EXPECT_EQ(e.getResult(), TestResult::NODEVICE());
+    EXPECT_EQ(e.getErrorEvent(), sorvane::g_warningDeviceNotFound);
+    EXPECT_EQ(e.getWarningEvent(), nullptr);
+    EXPECT_TRUE(log().contains(kel::String(L"CLSID_VideoInputDeviceCategory returned a NULL enumerator.")));
+    capture.cleanUpAll();
+}
+
+TEST_F(CaptureBaseTest, PreviewShowsTheWindowForTheRunTime)
+{
+    setParameter("TestRunTime", 1u);
+    PlainCapture capture(camera(), kel::String(kTitle));
+    WindowWatcher watcher(kWindowClass, kTitle);
+    kel::Stopwatch watch;
+    capture.captureToScreen();
+    const double seconds = watch.elapsedSeconds();
+    EXPECT_GT(seconds, 1.0);
+    EXPECT_LT(seconds, 3.0);
+    EXPECT_TRUE(watcher.seenVisible());
+    EXPECT_GE(journalCount(L"Pause"), 1);
+    EXPECT_GE(journalCount(L"Stop"), 1);
+    EXPECT_GT(lab::samplesDelivered(kCamera), 0);
+}
+
+TEST_F(CaptureBaseTest, PreviewWithoutRunTimeLastsJustOverThreeSeconds)
+{
+    PlainCapture capture(camera(), kel::String(kTitle));
+    kel::Stopwatch watch;
+    capture.captureToScreen();
+    EXPECT_GT(watch.elapsedSeconds(), 3.0);
+    EXPECT_LT(watch.elapsedSeconds(), 5.0);
+}
+
+// Answers the pass/fail question with `button` once its buttons carry their new labels.
+struct QuestionAnswer {
+    int button;
+    std::wstring pass;
+    std::wstring fail;
+    std::wstring cancel;
+
+    void operator()(HWND box)
+    {
+        for (int i = 0; i < 200 && WindowWatcher::itemText(box, IDYES) != L"Pass"; ++i) Sleep(10);
+        pass = WindowWatcher::itemText(box, IDYES);
+        fail = WindowWatcher::itemText(box, IDNO);
+        cancel = WindowWatcher::itemText(box, IDCANCEL);
+        WindowWatcher::press(box, button);
+    }
+};
+
+TEST_F(CaptureBaseTest, InteractivePreviewAsksWithRelabelledButtons)
+{
+    setParameter("TestRunTime", 0u);
+    setParameter("Interactive", ruvo::Value::fromBool(true));
+    const struct {
+        int button;
+        TestResult result;
+        ruvo::Event* event;
+    } answers[] = {
+        {IDYES, TestResult::PASS(), nullptr},
+        {IDNO, TestResult::FAIL(), sorvane::g_userClickedFail},
+        {IDCANCEL, TestResult::USERABORTED(), nullptr},
+    };
+    for (const auto& answer : answers) {
+        SCOPED_TRACE(answer.button);
+        PlainCapture capture(camera(), kel::String(kTitle));
+        QuestionAnswer script{answer.button, L"", L"", L""};
+        CaptureException e(TestResult::PASS(), 0, nullptr, nullptr);
+        {
+            WindowWatcher watcher(L"#32770", kTitle, std::ref(script));
+            e = outcome([&] { capture.captureToScreen(); });
+        }
+        EXPECT_EQ(e.getResult(), answer.result);
+        EXPECT_EQ(e.getErrorEvent(), answer.event);
+        EXPECT_EQ(script.pass, L"Pass");
+        EXPECT_EQ(script.fail, L"Fail");
+        EXPECT_FALSE(script.cancel.empty());
+        // The user's verdict is final: no retry.
+        EXPECT_FALSE(log().contains(kel::String(L"callMethodWithRetries, tryNum")));
+        lab::clearJournal(kCamera);
+    }
+}
+
+TEST_F(CaptureBaseTest, RecordingWritesTheLabsFramesToAnAviInTheTempFolder)
+{
+    wchar_t temp[MAX_PATH];
+    GetTempPathW(MAX_PATH, temp);
+    const std::wstring path = std::wstring(temp) + L"sorvane-core-recording.avi";
+    {
+        HANDLE stale = CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
+        DWORD written = 0;
+        WriteFile(stale, "stale", 5, &written, nullptr);
+        CloseHandle(stale);
+    }
+    setParameter("TestRunTime", 10u);
+    PlainCapture capture(camera(), kel::String(kTitle));
+    kel::Stopwatch watch;
+    capture.captureToFile(kel::String(L"sorvane-core-recording"));
+    // The recording ignores the preview time and runs hidden.
+    EXPECT_GT(watch.elapsedSeconds(), 3.0);
+    EXPECT_LT(watch.elapsedSeconds(), 6.0);
+    EXPECT_EQ(narrow(capture.outputFile()), narrow(kel::String(path.c_str())));
+
+    const sorvane::test::AviFile avi(path);
+    ASSERT_TRUE(avi.valid()) << avi.problem();
+    EXPECT_EQ(avi.format().biWidth, 320);
+    EXPECT_EQ(std::abs(avi.format().biHeight), 240);
+    EXPECT_GE(avi.frameCount(), 30);
+    EXPECT_LE(avi.frameCount(), 150);
+    unsigned long previous = 0;
+    for (int i = 0; i < avi.frameCount(); ++i) {
+        const lab::FrameView frame{avi.frameData(i), avi.frameLength(i), lab::PixelLayout::Rgb24, 320, 240,
+                                   avi.format().biHeight > 0};
+        unsigned long number = 0;
+        ASSERT_TRUE(lab::readFrameNumber(frame, number)) << "frame " << i;
+        if (i > 0) EXPECT_GT(number, previous) << "frame " << i;
+        previous = number;
+    }
+    DeleteFileW(path.c_str());
+}
+
+TEST_F(CaptureBaseTest, RunRefusedBecauseTheDeviceIsInUseIsNotRetried)
+{
+    sorvane::test::ManualClock clock;
+    for (const wchar_t* code : {L"0x800705AA", L"0x800700AA", L"0x80070057"}) {
+        SCOPED_TRACE(narrow(kel::String(code)));
+        lab::DeviceOverride fault(kCamera, L"fault.run", code);
+        PlainCapture capture(camera(), kel::String(kTitle));
+        const CaptureException e = outcome([&] { capture.captureToScreen(); });
+        EXPECT_EQ(e.getResult(), TestResult::CANNOTRUN());
+        EXPECT_EQ(e.getWarningEvent(), sorvane::g_errorDeviceInUse);
+        uint64_t expected = 0;
+        kel::String(code).toUInt(expected);
+        EXPECT_EQ(static_cast<unsigned long>(e.getErrorCode()), static_cast<unsigned long>(expected));
+        EXPECT_TRUE(clock.sleeps().empty());
+        EXPECT_EQ(journalCount(L"Pause"), 1);
+        lab::clearJournal(kCamera);
+    }
+}
+
+TEST_F(CaptureBaseTest, RunRefusedWhileFastAccessRunsIsDeviceBusy)
+{
+    sorvane::test::ProgramCopies copies;
+    sorvane::test::RunningProgram fastAccess(copies.copyAs(L"fatraymon.exe"));
+    ASSERT_TRUE(fastAccess.started());
+    sorvane::test::ManualClock clock;
+    lab::DeviceOverride fault(kCamera, L"fault.run", L"0x8007001F");
+    PlainCapture capture(camera(), kel::String(kTitle));
+    const CaptureException e = outcome([&] { capture.captureToScreen(); });
+    EXPECT_EQ(e.getResult(), TestResult::DEVICEBUSY());
+    EXPECT_EQ(e.getWarningEvent(), sorvane::g_fastAccessRunning);
+    EXPECT_EQ(journalCount(L"Pause"), 1);
+}
+
+TEST_F(CaptureBaseTest, OtherRunFailuresAreRetriedTenTimesAndTheLastRethrown)
+{
+    sorvane::test::ManualClock clock;
+    lab::DeviceOverride fault(kCamera, L"fault.run", L"0x8007001F");
+    PlainCapture capture(camera(), kel::String(kTitle));
+    const CaptureException e = outcome([&] { capture.captureToScreen(); });
+    EXPECT_EQ(e.getResult(), TestResult::FAIL());
+    EXPECT_EQ(e.getErrorEvent(), sorvane::g_errorCreatingFilterGraph);
+    EXPECT_EQ(static_cast<unsigned long>(e.getErrorCode()), 0x8007001Ful);
+    EXPECT_EQ(journalCount(L"Pause"), 11);
+    EXPECT_EQ(clock.sleeps(), std::vector<uint32_t>(10, 100));
+}
+
+TEST_F(CaptureBaseTest, RunningMediaCenterStopsTheTestBeforeAnyGraph)
+{
+    sorvane::test::ProgramCopies copies;
+    sorvane::test::RunningProgram mediaCenter(copies.copyAs(L"ehshell.exe"));
+    ASSERT_TRUE(mediaCenter.started());
+    for (int toFile = 0; toFile < 2; ++toFile) {
+        PlainCapture capture(camera(), kel::String(kTitle));
+        const CaptureException e = outcome([&] {
+            if (toFile) capture.captureToFile(kel::String(L"sorvane-never-written"));
+            else capture.captureToScreen();
+        });
+        EXPECT_EQ(e.getResult(), TestResult::CANNOTRUN());
+        EXPECT_EQ(e.getWarningEvent(), sorvane::g_mediaCenterIsRunning);
+    }
+    EXPECT_TRUE(lab::journal(kCamera).empty());
+}
+
+} // namespace

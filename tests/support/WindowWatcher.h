@@ -1,0 +1,46 @@
+#pragma once
+
+#include <windows.h>
+#include <atomic>
+#include <functional>
+#include <string>
+#include <thread>
+
+namespace sorvane {
+namespace test {
+
+// Watches, from a thread of its own, for a top-level window of a class and caption, and
+// acts on it once when it appears (reads it, clicks a button ...).
+class WindowWatcher {
+public:
+    typedef std::function<void(HWND)> Action;
+
+    WindowWatcher(const std::wstring& className, const std::wstring& caption, Action action = Action());
+    ~WindowWatcher();
+    WindowWatcher(const WindowWatcher&) = delete;
+    WindowWatcher& operator=(const WindowWatcher&) = delete;
+
+    bool seen() const { return m_seen; }
+    bool seenVisible() const { return m_seenVisible; }
+
+    // Reads a dialog control's text.
+    static std::wstring itemText(HWND dialog, int id);
+    // Presses a dialog button as a click would.
+    static void press(HWND dialog, int id);
+    // True when a top-level window of the class and caption exists now.
+    static bool exists(const std::wstring& className, const std::wstring& caption);
+
+private:
+    void watch();
+
+    std::wstring m_className;
+    std::wstring m_caption;
+    Action m_action;
+    std::atomic<bool> m_stop;
+    std::atomic<bool> m_seen;
+    std::atomic<bool> m_seenVisible;
+    std::thread m_thread;
+};
+
+} // namespace test
+} // namespace sorvane
