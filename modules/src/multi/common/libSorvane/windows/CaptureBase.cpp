@@ -4,6 +4,7 @@
 #include "CaptureUtil.h"
 #include "ComRelease.h"
 #include "ErrorHandler.h"
+#include "LibraryModule.h"
 #include "ModuleRegistration.h"
 #include "PassFailQuestion.h"
 #include "ScopeExit.h"
@@ -36,14 +37,6 @@ const double kRecordingSeconds = 3.0;
 const long kOperationAborted = 995;
 const int kRunInfoPriority = 2;
 const int kRunWarningPriority = 3;
-
-HINSTANCE libraryInstance()
-{
-    HMODULE module = nullptr;
-    GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-                       reinterpret_cast<LPCWSTR>(&libraryInstance), &module);
-    return module;
-}
 
 kel::String readBagText(IPropertyBag* bag, const wchar_t* name)
 {
@@ -500,7 +493,7 @@ void CaptureBase::cleanUpAll()
 void CaptureBase::setupWindow()
 {
     SORVANE_TRACE();
-    const HINSTANCE instance = libraryInstance();
+    const HINSTANCE instance = LibraryModule::instance();
     WNDCLASSW windowClass = {};
     windowClass.lpfnWndProc = &CaptureBase::windowsMsgCallback;
     windowClass.hInstance = instance;

@@ -1,6 +1,8 @@
 #include "CountryDialog.h"
+
 #include "CaptureLog.h"
 #include "CountryCodeManager.h"
+#include "LibraryModule.h"
 #include "ModuleRegistration.h"
 #include "resources/CountryDialogIds.h"
 
@@ -13,15 +15,6 @@ namespace {
 // The selection field and the list items of a combo box.
 const WPARAM kSelectionField = static_cast<WPARAM>(-1);
 const WPARAM kListItems = 0;
-
-// The module that holds the dialog template: this library, wherever it was loaded from.
-HMODULE resourceModule()
-{
-    HMODULE module = nullptr;
-    GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-                       reinterpret_cast<LPCWSTR>(&resourceModule), &module);
-    return module;
-}
 
 // The video window posts WM_QUIT when it is destroyed. Left in the queue, it would end
 // the dialog's modal loop before the user saw it.
@@ -48,7 +41,7 @@ int CountryDialog::ask(HWND owner, int preselectedCode)
 {
     m_preselectedCode = preselectedCode;
     discardPendingQuit();
-    const INT_PTR result = DialogBoxParamW(resourceModule(), MAKEINTRESOURCEW(IDD_COUNTRY_SELECTION), owner,
+    const INT_PTR result = DialogBoxParamW(LibraryModule::instance(), MAKEINTRESOURCEW(IDD_COUNTRY_SELECTION), owner,
                                            &CountryDialog::dialogProc, reinterpret_cast<LPARAM>(this));
     if (result == -1) {
         SORVANE_LOG_ERROR("DialogBoxParam failed: " << static_cast<unsigned long>(GetLastError()));
