@@ -58,13 +58,25 @@ STDMETHODIMP CapturePin::SetFormat(AM_MEDIA_TYPE *type)
     }
     if (!filterStopped())
         return VFW_E_NOT_STOPPED;
-    if (m_connected && !m_type.sameAs(*type) && m_connected->QueryAccept(type) != S_OK)
+    const bool reconnect = m_connected && !m_type.sameAs(*type);
+    if (reconnect && m_connected->QueryAccept(type) != S_OK)
         return VFW_E_TYPE_NOT_ACCEPTED;
     m_setFormat = MediaType(*type);
     if (frameTime == 0)
         m_setFormat.videoInfo()->AvgTimePerFrame = format.frameTime();
     m_device->record(L"SetFormat " + VideoFormat::describe(m_setFormat.get()));
-    return S_OK;
+    return reconnect ? reconnectWith(m_setFormat) : S_OK;
+}
+
+// A connected pin given a new format reconnects through the graph, as a driver's pin does.
+HRESULT CapturePin::reconnectWith(const MediaType &type)
+{
+    FILTER_INFO info = {};
+    m_filter.QueryFilterInfo(&info);
+    CComPtr<IFilterGraph> graph;
+    graph.Attach(info.pGraph);
+    CComQIPtr<IFilterGraph2> graph2(graph.p);
+    return graph2 ? graph2->ReconnectEx(this, &type.get()) : VFW_E_NOT_IN_GRAPH;
 }
 
 STDMETHODIMP CapturePin::GetFormat(AM_MEDIA_TYPE **type)

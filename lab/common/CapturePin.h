@@ -58,6 +58,7 @@ protected:
 
 private:
     int formatIndex(const AM_MEDIA_TYPE &type) const;
+    HRESULT reconnectWith(const MediaType &type);
     // The format frames are delivered in: the connection's, else the one set, else the first.
     VideoFormat streamFormat() const;
     void stream(HANDLE stopEvent);

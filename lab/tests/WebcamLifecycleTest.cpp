@@ -122,6 +122,22 @@ TEST(LabWebcamLifecycle, CaptureGraphBuilderFindsTheStreamConfigOfTheCapturePin)
     int size = 0;
     ASSERT_EQ(S_OK, config->GetNumberOfCapabilities(&count, &size));
     EXPECT_EQ(3, count);
+    // Connected, a new format reconnects the pin with it.
+    AM_MEDIA_TYPE *small = nullptr;
+    VIDEO_STREAM_CONFIG_CAPS caps = {};
+    ASSERT_EQ(S_OK, config->GetStreamCaps(1, &small, reinterpret_cast<BYTE *>(&caps)));
+    ASSERT_TRUE(SUCCEEDED(graph.builder->RenderStream(&PIN_CATEGORY_CAPTURE, &MEDIATYPE_Video, graph.source, nullptr, nullptr)));
+    EXPECT_EQ(S_OK, config->SetFormat(small));
+    CComPtr<IPin> out;
+    out.Attach(labtest::firstPin(graph.source, PINDIR_OUTPUT));
+    AM_MEDIA_TYPE connected = {};
+    ASSERT_EQ(S_OK, out->ConnectionMediaType(&connected));
+    EXPECT_TRUE(IsEqualGUID(MEDIASUBTYPE_YUY2, connected.subtype));
+    EXPECT_EQ(320, reinterpret_cast<const VIDEOINFOHEADER *>(connected.pbFormat)->bmiHeader.biWidth);
+    CoTaskMemFree(connected.pbFormat);
+    CoTaskMemFree(small->pbFormat);
+    CoTaskMemFree(small);
+
     CComPtr<IAMStreamConfig> preview;
     EXPECT_EQ(E_NOINTERFACE, graph.builder->FindInterface(&PIN_CATEGORY_PREVIEW, &MEDIATYPE_Video, graph.source,
                                                           IID_IAMStreamConfig, reinterpret_cast<void **>(&preview)));
