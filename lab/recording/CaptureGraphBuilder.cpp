@@ -56,29 +56,6 @@ HRESULT CaptureGraphBuilder::loadWineBuilder()
     return factory->CreateInstance(nullptr, IID_ICaptureGraphBuilder2, reinterpret_cast<void **>(&m_wine));
 }
 
-STDMETHODIMP CaptureGraphBuilder::QueryInterface(REFIID iid, void **out)
-{
-    if (!out)
-        return E_POINTER;
-    if (IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, IID_ICaptureGraphBuilder2)) {
-        *out = static_cast<ICaptureGraphBuilder2 *>(this);
-        AddRef();
-        return S_OK;
-    }
-    *out = nullptr;
-    return E_NOINTERFACE;
-}
-
-STDMETHODIMP_(ULONG) CaptureGraphBuilder::AddRef() { return InterlockedIncrement(&m_refs); }
-
-STDMETHODIMP_(ULONG) CaptureGraphBuilder::Release()
-{
-    const LONG refs = InterlockedDecrement(&m_refs);
-    if (refs == 0)
-        delete this;
-    return refs;
-}
-
 STDMETHODIMP CaptureGraphBuilder::SetFiltergraph(IGraphBuilder *graph) { return m_wine->SetFiltergraph(graph); }
 
 STDMETHODIMP CaptureGraphBuilder::GetFiltergraph(IGraphBuilder **graph) { return m_wine->GetFiltergraph(graph); }

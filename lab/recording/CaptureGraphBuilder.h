@@ -9,17 +9,14 @@
 
 #include <atlbase.h>
 
+#include "common/ComObject.h"
 #include "common/LabModule.h"
 
 namespace lab {
 
-class CaptureGraphBuilder final : public ICaptureGraphBuilder2, private LiveObject {
+class CaptureGraphBuilder final : public ComObject<ICaptureGraphBuilder2>, private LiveObject {
 public:
     static HRESULT create(REFIID iid, void **out);
-
-    STDMETHODIMP QueryInterface(REFIID iid, void **out) override;
-    STDMETHODIMP_(ULONG) AddRef() override;
-    STDMETHODIMP_(ULONG) Release() override;
 
     STDMETHODIMP SetFiltergraph(IGraphBuilder *graph) override;
     STDMETHODIMP GetFiltergraph(IGraphBuilder **graph) override;
@@ -40,16 +37,13 @@ public:
 
 private:
     CaptureGraphBuilder();
-    ~CaptureGraphBuilder();
-    CaptureGraphBuilder(const CaptureGraphBuilder &) = delete;
-    CaptureGraphBuilder &operator=(const CaptureGraphBuilder &) = delete;
+    ~CaptureGraphBuilder() override;
 
     HRESULT loadWineBuilder();
     // The graph set by SetFiltergraph; like Windows, one is made when none was set.
     HRESULT outputGraph(CComPtr<IGraphBuilder> &graph);
     HRESULT addWriterBehind(IGraphBuilder *graph, IBaseFilter *mux, LPCOLESTR file, CComPtr<IFileSinkFilter> &sink);
 
-    volatile LONG m_refs = 0;
     HMODULE m_qcap = nullptr;
     CComPtr<ICaptureGraphBuilder2> m_wine;
 };

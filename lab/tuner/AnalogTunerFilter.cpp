@@ -4,7 +4,6 @@
 
 #include "common/ClassRegistry.h"
 #include "common/DeviceRegistry.h"
-#include "tuner/HresultText.h"
 #include "tuner/TunerClassIds.h"
 
 namespace lab {
@@ -17,7 +16,6 @@ const ClassRegistration tunerCard(ClassInfo::device(CLSID_LabAnalogTuner, L"Sorv
 const ClassRegistration captureCard(ClassInfo::device(CLSID_LabAnalogCapture, L"Sorvane Lab Analog Capture Card",
                                                       &AnalogTunerFilter::createCaptureCard, L"analog-capture",
                                                       CLSID_VideoInputDeviceCategory));
-
 
 } // namespace
 
@@ -44,28 +42,26 @@ HRESULT AnalogTunerFilter::create(const CLSID &clsid, bool hasTuner, REFIID iid,
 }
 
 AnalogTunerFilter::AnalogTunerFilter(const CLSID &clsid, bool hasTuner)
-    : BaseFilter(clsid), m_hasTuner(hasTuner), m_tuner(*static_cast<IBaseFilter *>(this)),
+    : DeviceFilter(clsid), m_hasTuner(hasTuner), m_tuner(*static_cast<IBaseFilter *>(this)),
       m_crossbar(*static_cast<IBaseFilter *>(this)), m_picture(hasTuner ? &m_tuner : nullptr, m_crossbar),
       m_video(*this, L"Capture", m_picture), m_audio(*this, L"Audio Capture")
 {
     // Without a property bag (created directly) the card has one plain format and an empty sky.
-    const std::shared_ptr<DeviceState> device = DeviceRegistry::device(L"");
-    if (device->text(L"format").empty())
-        device->setOverride(L"format", L"YUY2 320x240 30");
-    configure(device);
+    const std::shared_ptr<DeviceState> unnamed = DeviceRegistry::device(L"");
+    if (unnamed->text(L"format").empty())
+        unnamed->setOverride(L"format", L"YUY2 320x240 30");
+    useDevice(unnamed);
 }
 
 AnalogTunerFilter::~AnalogTunerFilter() { stopStreaming(); }
 
 void *AnalogTunerFilter::queryExtra(REFIID iid)
 {
-    if (IsEqualIID(iid, IID_IPersistPropertyBag))
-        return static_cast<IPersistPropertyBag *>(this);
     if (IsEqualIID(iid, IID_IAMCrossbar))
         return static_cast<IAMCrossbar *>(&m_crossbar);
     if ((IsEqualIID(iid, IID_IAMTVTuner) || IsEqualIID(iid, IID_IAMTuner)) && m_hasTuner)
         return static_cast<IAMTVTuner *>(&m_tuner);
-    return nullptr;
+    return DeviceFilter::queryExtra(iid);
 }
 
 BasePin *AnalogTunerFilter::pin(int index)
@@ -74,27 +70,6 @@ BasePin *AnalogTunerFilter::pin(int index)
         return &m_video;
     return index == 1 ? &m_audio : nullptr;
 }
-
-STDMETHODIMP AnalogTunerFilter::InitNew() { return S_OK; }
-
-STDMETHODIMP AnalogTunerFilter::Load(IPropertyBag *bag, IErrorLog *)
-{
-    if (!bag)
-        return E_POINTER;
-    const DeviceConfig config = DeviceConfig::fromPropertyBag(bag);
-    std::wstring name;
-    config.find(L"FriendlyName", name);
-    const std::shared_ptr<DeviceState> device = DeviceRegistry::device(name);
-    device->setConfig(config);
-    const HRESULT refused = device->hresult(L"fault.bind");
-    if (FAILED(refused)) {
-        device->record(L"Bind failed " + hresultText(refused));
-        return refused;
-    }
-    return configure(device);
-}
-
-STDMETHODIMP AnalogTunerFilter::Save(IPropertyBag *, BOOL, BOOL) { return E_NOTIMPL; }
 
 HRESULT AnalogTunerFilter::configure(const std::shared_ptr<DeviceState> &device)
 {
@@ -105,33 +80,35 @@ HRESULT AnalogTunerFilter::configure(const std::shared_ptr<DeviceState> &device)
             return E_INVALIDARG;
         formats.push_back(format);
     }
-    std::lock_guard<std::recursive_mutex> guard(lock());
-    m_device = device;
     m_tuner.attach(device);
     m_crossbar.attach(device);
     m_video.setDevice(device, formats);
     return S_OK;
 }
 
-// Running to Paused leaves the streaming threads alone: the graph pauses the renderers first, and
-// a paused renderer holds the sample it was given until it runs or stops, so joining a thread
-// here could wait for ever. The threads end in onStop, after the renderers let go.
+// Running to Paused only stops the deliveries: the graph pauses the renderers first, and a
+// paused renderer holds the sample it was given until it runs or stops, so joining a streaming
+// thread here could wait for ever. The threads end in onStop, after the renderers let go.
 HRESULT AnalogTunerFilter::onPause(bool fromStopped)
 {
-    if (fromStopped) {
-        const HRESULT refused = m_device->hresult(L"fault.run");
-        if (FAILED(refused)) {
-            m_device->record(L"Run failed " + hresultText(refused));
-            return refused;
-        }
+    if (!fromStopped) {
+        m_video.pauseStreaming();
+        m_audio.pauseStreaming();
     }
-    m_device->record(L"Pause");
+    device()->record(L"Pause");
     return S_OK;
 }
 
+// A card held by another program refuses to run; the graph reports a source's Run failure to
+// IMediaControl::Run.
 HRESULT AnalogTunerFilter::onRun(REFERENCE_TIME)
 {
-    m_device->record(L"Run");
+    const HRESULT refused = device()->hresult(L"fault.run");
+    if (FAILED(refused)) {
+        device()->record(L"Run failed", refused);
+        return refused;
+    }
+    device()->record(L"Run");
     m_video.startStreaming();
     m_audio.startStreaming();
     return S_OK;
@@ -140,7 +117,7 @@ HRESULT AnalogTunerFilter::onRun(REFERENCE_TIME)
 void AnalogTunerFilter::onStop()
 {
     stopStreaming();
-    m_device->record(L"Stop");
+    device()->record(L"Stop");
 }
 
 void AnalogTunerFilter::stopStreaming()

@@ -2,7 +2,8 @@
 // capture pin (the device's "format" lines, uncompressed only) and an audio capture pin, with
 // the card's tuner (IAMTVTuner, see TvTunerControl) and crossbar (IAMCrossbar, see
 // CrossbarControl) on the filter itself, where ICaptureGraphBuilder2::FindInterface finds them
-// from the capture filter whatever pin category it is asked for.
+// from the capture filter for a pin category or none (not for LOOK_UPSTREAM_ONLY, which skips
+// the filter itself).
 //
 // Two device kinds of the description file:
 //   analog-tuner    a TV card with tuner, crossbar and both capture pins
@@ -10,17 +11,14 @@
 //
 // Device keys besides those of the tuner and crossbar:
 //   format = <VideoFormat>   one line per capability (RGB24, RGB32, YUY2, UYVY)
-//   fault.run = <HRESULT>    Pause/Run of the filter fail with it
+//   fault.run = <HRESULT>    Run of the filter fails with it (device in use ...)
 //   fault.bind = <HRESULT>   IPersistPropertyBag::Load fails
 // Journal: "Pause", "Run", "Stop", "Run failed 0x<hr>", "Bind failed 0x<hr>" and the capture
 // pin's "Delivered <n>".
 #pragma once
 
-#include <memory>
-
-#include "common/BaseFilter.h"
 #include "common/CapturePin.h"
-#include "common/DeviceState.h"
+#include "common/DeviceFilter.h"
 #include "tuner/CrossbarControl.h"
 #include "tuner/TunerAudioPin.h"
 #include "tuner/TunerPicture.h"
@@ -28,7 +26,7 @@
 
 namespace lab {
 
-class AnalogTunerFilter : public BaseFilter, public IPersistPropertyBag {
+class AnalogTunerFilter : public DeviceFilter {
 public:
     AnalogTunerFilter(const CLSID &clsid, bool hasTuner);
     ~AnalogTunerFilter();
@@ -36,21 +34,12 @@ public:
     static HRESULT createTunerCard(REFIID iid, void **out);
     static HRESULT createCaptureCard(REFIID iid, void **out);
 
-    STDMETHODIMP QueryInterface(REFIID iid, void **out) override { return BaseFilter::QueryInterface(iid, out); }
-    STDMETHODIMP_(ULONG) AddRef() override { return BaseFilter::AddRef(); }
-    STDMETHODIMP_(ULONG) Release() override { return BaseFilter::Release(); }
-    STDMETHODIMP GetClassID(CLSID *clsid) override { return BaseFilter::GetClassID(clsid); }
-
-    // IPersistPropertyBag
-    STDMETHODIMP InitNew() override;
-    STDMETHODIMP Load(IPropertyBag *bag, IErrorLog *log) override;
-    STDMETHODIMP Save(IPropertyBag *bag, BOOL clearDirty, BOOL saveAll) override;
-
     int pinCount() override { return 2; }
     BasePin *pin(int index) override;
 
 protected:
     void *queryExtra(REFIID iid) override;
+    HRESULT configure(const std::shared_ptr<DeviceState> &device) override;
     HRESULT onPause(bool fromStopped) override;
     HRESULT onRun(REFERENCE_TIME start) override;
     void onStop() override;
@@ -58,7 +47,6 @@ protected:
 
 private:
     static HRESULT create(const CLSID &clsid, bool hasTuner, REFIID iid, void **out);
-    HRESULT configure(const std::shared_ptr<DeviceState> &device);
     void stopStreaming();
 
     const bool m_hasTuner;
@@ -67,7 +55,6 @@ private:
     TunerPicture m_picture;
     CapturePin m_video;
     TunerAudioPin m_audio;
-    std::shared_ptr<DeviceState> m_device;
 };
 
 } // namespace lab

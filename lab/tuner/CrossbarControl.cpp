@@ -5,7 +5,6 @@
 
 #include "common/DeviceConfig.h"
 #include "common/DeviceState.h"
-#include "tuner/HresultText.h"
 
 namespace lab {
 
@@ -132,7 +131,7 @@ STDMETHODIMP CrossbarControl::Route(LONG output, LONG input)
     if (SUCCEEDED(hr))
         hr = m_device->hresult(L"fault.route");
     if (FAILED(hr)) {
-        m_device->record(entry + L" failed " + hresultText(hr));
+        m_device->record(entry + L" failed", hr);
         return hr;
     }
     m_routes[output] = input;

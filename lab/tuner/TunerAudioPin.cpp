@@ -63,11 +63,20 @@ long TunerAudioPin::bufferSize() { return static_cast<long>(pcmFormat().nAvgByte
 
 void TunerAudioPin::startStreaming()
 {
-    if (isConnected())
+    if (!isConnected())
+        return;
+    m_delivering = true;
+    if (!m_thread.running())
         m_thread.start([this](HANDLE stopEvent) { stream(stopEvent); });
 }
 
-void TunerAudioPin::stopStreaming() { m_thread.stop(); }
+void TunerAudioPin::pauseStreaming() { m_delivering = false; }
+
+void TunerAudioPin::stopStreaming()
+{
+    m_delivering = false;
+    m_thread.stop();
+}
 
 void TunerAudioPin::stream(HANDLE stopEvent)
 {
@@ -78,6 +87,8 @@ void TunerAudioPin::stream(HANDLE stopEvent)
         const DWORD elapsed = GetTickCount() - begin;
         if (WaitForSingleObject(stopEvent, due > elapsed ? due - elapsed : 0) == WAIT_OBJECT_0)
             return;
+        if (!m_delivering)
+            continue;
         if (deliverBuffer(nextStart) != S_OK) {
             // Downstream refused (stopping, nothing to play on): idle until told to stop.
             WaitForSingleObject(stopEvent, INFINITE);

@@ -2,6 +2,8 @@
 // time-stamped like the video, while the filter runs. The lab's broadcasts are silent.
 #pragma once
 
+#include <atomic>
+
 #include "common/OutputPin.h"
 #include "common/StreamingThread.h"
 
@@ -19,7 +21,10 @@ public:
     std::vector<MediaType> mediaTypes() override;
     HRESULT checkMediaType(const AM_MEDIA_TYPE &type) override;
 
+    // Run: starts the streaming thread, or lets a paused one deliver again.
     void startStreaming();
+    // Run -> Pause: deliveries stop, the thread lives on (it may sit in a paused renderer).
+    void pauseStreaming();
     void stopStreaming();
 
 protected:
@@ -30,6 +35,7 @@ private:
     HRESULT deliverBuffer(REFERENCE_TIME &nextStart);
 
     StreamingThread m_thread;
+    std::atomic<bool> m_delivering{false};
 };
 
 } // namespace lab

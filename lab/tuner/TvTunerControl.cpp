@@ -3,7 +3,6 @@
 
 #include "common/DeviceConfig.h"
 #include "common/DeviceState.h"
-#include "tuner/HresultText.h"
 #include "tuner/ChannelMap.h"
 
 namespace lab {
@@ -110,7 +109,7 @@ HRESULT TvTunerControl::fault(DeviceState &device, const wchar_t *method, const 
 
 HRESULT TvTunerControl::refuse(DeviceState &device, const std::wstring &entry, HRESULT hr)
 {
-    device.record(entry + L" failed " + hresultText(hr));
+    device.record(entry + L" failed", hr);
     return hr;
 }
 
