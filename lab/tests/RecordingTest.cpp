@@ -312,8 +312,8 @@ TEST_F(RecordingTest, WebcamFramesLandInTheAviInOrder)
     DeleteFileW(path.c_str());
 }
 
-// JPEG frames differ in length from frame to frame: every chunk must still start where the index
-// says, after the (even-padded) chunk before it.
+// JPEG frames differ in length from frame to frame, many of them odd: every chunk must still
+// start where the index says, after the padding of the chunk before it.
 TEST_F(RecordingTest, MotionJpegFramesKeepTheirLengths)
 {
     const AviFile avi = recordedFile(L"Lab Webcam MJPG", L"lab-recording-mjpg.avi", false, 700);
