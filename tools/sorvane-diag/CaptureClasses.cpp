@@ -1,0 +1,64 @@
+#include "CaptureClasses.h"
+
+#include <Webcam.h>
+
+#include <kel/FileSystem.h>
+
+namespace sorvane {
+namespace diag {
+
+bool CaptureClasses::hasWebcam() { return true; }
+
+// The analog tuner's calls below are written out and wait for the class: each is one line.
+bool CaptureClasses::hasAnalogTuner() { return false; }
+
+bool CaptureClasses::isTuner(const ruvo::DiagDevice& device)
+{
+    return device.deviceCapabilities().isCapable(ruvo::DeviceCapability::AnalogTVTuner());
+}
+
+CapturedFrames CaptureClasses::captureFrames(const ruvo::DiagDevice& device, const std::wstring& title,
+                                             unsigned captureDelay, unsigned count)
+{
+    Webcam camera(device, kel::String(title), captureDelay);
+    camera.captureFrames(count);
+    Webcam::FrameInfo info;
+    CapturedFrames frames;
+    frames.buffers = camera.getFrames(info);
+    frames.width = info.width;
+    frames.height = info.height;
+    frames.layout = CapturedFrames::layoutOf(info.format, info.isJpeg);
+    frames.bottomUp = info.bottomUp;
+    return frames;
+}
+
+void CaptureClasses::captureToScreen(const ruvo::DiagDevice& device, const std::wstring& title, unsigned captureDelay)
+{
+    // With AnalogTuner: if (isTuner(device)) AnalogTuner(device, kel::String(title)).captureToScreen(); else
+    Webcam(device, kel::String(title), captureDelay).captureToScreen();
+}
+
+void CaptureClasses::captureToFile(const ruvo::DiagDevice& device, const std::wstring& title, unsigned captureDelay,
+                                   const std::wstring& fileName)
+{
+    // With AnalogTuner: if (isTuner(device)) AnalogTuner(device, kel::String(title)).captureToFile(kel::String(fileName)); else
+    Webcam(device, kel::String(title), captureDelay).captureToFile(kel::String(fileName));
+}
+
+void CaptureClasses::checkTVSignal(const ruvo::DiagDevice&, const std::wstring&)
+{
+    // AnalogTuner(device, kel::String(title)).checkTVSignal();
+}
+
+void CaptureClasses::checkFMRadioSignal(const ruvo::DiagDevice&, const std::wstring&)
+{
+    // AnalogTuner(device, kel::String(title)).checkFMRadioSignal();
+}
+
+std::wstring CaptureClasses::recordingPath(const std::wstring& fileName)
+{
+    return kel::FileSystem::tempDirectory().wstr() + fileName + L".avi";
+}
+
+} // namespace diag
+} // namespace sorvane

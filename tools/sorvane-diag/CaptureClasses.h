@@ -1,0 +1,37 @@
+// The one place where the host constructs the library's capture classes and calls their
+// public operations, as a test module would. Each call returns normally on PASS and
+// throws sorvane::CaptureException otherwise.
+#pragma once
+
+#include "CapturedFrames.h"
+
+#include <ruvo/DiagDevice.h>
+
+#include <string>
+
+namespace sorvane {
+namespace diag {
+
+class CaptureClasses {
+public:
+    // Whether this build of the library has the classes a command needs.
+    static bool hasWebcam();
+    static bool hasAnalogTuner();
+    // Tuners are captured by AnalogTuner, every other device by Webcam.
+    static bool isTuner(const ruvo::DiagDevice& device);
+
+    static CapturedFrames captureFrames(const ruvo::DiagDevice& device, const std::wstring& title,
+                                        unsigned captureDelay, unsigned count);
+    // A tuner shows its TV picture; any other device is previewed as a webcam.
+    static void captureToScreen(const ruvo::DiagDevice& device, const std::wstring& title, unsigned captureDelay);
+    static void captureToFile(const ruvo::DiagDevice& device, const std::wstring& title, unsigned captureDelay,
+                              const std::wstring& fileName);
+    static void checkTVSignal(const ruvo::DiagDevice& device, const std::wstring& title);
+    static void checkFMRadioSignal(const ruvo::DiagDevice& device, const std::wstring& title);
+
+    // Where captureToFile leaves its recording: "<temp>\<fileName>.avi".
+    static std::wstring recordingPath(const std::wstring& fileName);
+};
+
+} // namespace diag
+} // namespace sorvane

@@ -1,0 +1,105 @@
+#include "CommandContext.h"
+#include "CaptureClasses.h"
+#include "DeviceCatalog.h"
+#include "DeviceChooser.h"
+#include "HostError.h"
+#include "RunReport.h"
+#include "Terminal.h"
+
+#include <CaptureException.h>
+#include <ModuleRegistration.h>
+#include <ruvo/DiagModule.h>
+
+namespace sorvane {
+namespace diag {
+
+CommandContext::CommandContext(const HostOptions& options, Terminal& terminal, RunReport& report)
+    : m_options(options), m_terminal(terminal), m_report(report), m_enumerated(false)
+{
+}
+
+const std::vector<ruvo::DiagDevice>& CommandContext::devices()
+{
+    if (!m_enumerated) {
+        RunReport::Phase timing(m_report, L"enumeration");
+        m_devices = DeviceCatalog::enumerate();
+        m_enumerated = true;
+    }
+    return m_devices;
+}
+
+bool CommandContext::chooseDevice(const ruvo::DeviceCapability& fitting, const std::wstring& kind,
+                                  ruvo::DiagDevice& chosen)
+{
+    const DeviceChooser::Choice choice = DeviceChooser::choose(devices(), m_options.device, fitting, kind);
+    if (choice.index < 0) {
+        say(choice.problem);
+        return false;
+    }
+    chosen = m_devices[choice.index];
+    m_report.setDevice(chosen, choice.index);
+    m_terminal.line(L"Device " + std::to_wstring(choice.index) + L": " + chosen.name().wstr());
+    return true;
+}
+
+ruvo::TestResult CommandContext::chooseCaptureDevice(ruvo::DiagDevice& chosen)
+{
+    if (!chooseDevice(ruvo::DeviceCapability::VideoCapture(), L"video capture device", chosen))
+        return ruvo::TestResult::NODEVICE();
+    if (CaptureClasses::isTuner(chosen))
+        return CaptureClasses::hasAnalogTuner() ? ruvo::TestResult::PASS() : notInThisBuild(L"AnalogTuner");
+    return CaptureClasses::hasWebcam() ? ruvo::TestResult::PASS() : notInThisBuild(L"Webcam");
+}
+
+std::wstring CommandContext::windowTitle(const ruvo::DiagDevice& device)
+{
+    return L"sorvane-diag: " + device.name().wstr();
+}
+
+ruvo::TestResult CommandContext::runTest(const std::wstring& phase, const std::function<void()>& test)
+{
+    RunReport::Phase timing(m_report, phase);
+    try {
+        test();
+        m_terminal.finishProgress();
+        return ruvo::TestResult::PASS();
+    } catch (const CaptureException& failure) {
+        m_terminal.finishProgress();
+        failure.postEvents();
+        if (failure.getErrorCode() != 0) {
+            m_report.setErrorCode(failure.getErrorCode());
+            m_terminal.line(L"Windows code " + HostError::describe(static_cast<HRESULT>(failure.getErrorCode())));
+        }
+        return failure.getResult();
+    }
+}
+
+ruvo::TestResult CommandContext::notInThisBuild(const std::wstring& className)
+{
+    say(L"This build of libSorvane has no " + className + L" class yet, so this command cannot run.");
+    return ruvo::TestResult::TESTNOTSTARTED();
+}
+
+void CommandContext::defaultParameter(const std::wstring& key, const std::wstring& value)
+{
+    ruvo::Parameter* parameter = ruvo::DiagModule::findParameter(kel::String(key));
+    ruvo::Value typed;
+    if (!parameter || parameter->isset() || !ruvo::Value::parse(parameter->type(), kel::String(value), typed)) return;
+    parameter->set(typed);
+    m_report.addParameter(key, value);
+    m_terminal.line(key + L" is not set: using " + value + L".");
+}
+
+unsigned CommandContext::captureDelay()
+{
+    return g_captureDelay->isset() ? g_captureDelay->value().valueUint32() : 0;
+}
+
+void CommandContext::say(const std::wstring& message)
+{
+    m_report.addMessage(message);
+    m_terminal.line(message);
+}
+
+} // namespace diag
+} // namespace sorvane

@@ -1,0 +1,31 @@
+// Folders and file names the host writes to.
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+namespace sorvane {
+namespace diag {
+
+class HostPaths {
+public:
+    static std::wstring absolute(const std::wstring& path);
+    static std::wstring join(const std::wstring& folder, const std::wstring& name);
+    // Creates the folder and any missing parents; throws HostError when it cannot.
+    static void createFolder(const std::wstring& path);
+    // Writes the bytes as the whole file; throws HostError when it cannot.
+    static void writeFile(const std::wstring& path, const void* data, size_t size);
+    // The Windows temporary folder, with a trailing backslash.
+    static std::wstring tempFolder();
+    // "<temp>\sorvane-diag\<command>-20260121-141700", for a command's files.
+    static std::wstring defaultOutputFolder(const std::wstring& command);
+    // Under Wine, the path of the same file on the host system ("/root/.wine/..."), so a
+    // person can open it there; empty on Windows.
+    static std::wstring hostSystemPath(const std::wstring& path);
+    // The path for a person: the Windows path, and under Wine the host system's path on
+    // the next line.
+    static std::wstring shown(const std::wstring& path);
+};
+
+} // namespace diag
+} // namespace sorvane

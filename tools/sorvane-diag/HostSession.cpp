@@ -1,0 +1,33 @@
+#include "HostSession.h"
+#include "HostError.h"
+#include "StopRequest.h"
+
+#include <ModuleRegistration.h>
+#include <ruvo/DiagModule.h>
+
+#include <objbase.h>
+
+namespace sorvane {
+namespace diag {
+
+HostSession::HostSession(Terminal& terminal, RunReport& report, bool interactive)
+    : m_backend(terminal, report, interactive)
+{
+    // The capture objects own windows and pump messages on this thread, as on a test
+    // module's thread: a single-threaded apartment.
+    const HRESULT hr = CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+    if (FAILED(hr)) throw HostError(L"Starting COM", hr);
+    ruvo::DiagModule::setBackend(&m_backend);
+    sorvane::init();
+    StopRequest::install(terminal);
+}
+
+HostSession::~HostSession()
+{
+    StopRequest::uninstall();
+    ruvo::DiagModule::setBackend(nullptr);
+    CoUninitialize();
+}
+
+} // namespace diag
+} // namespace sorvane

@@ -1,0 +1,23 @@
+// The framework's side of one run, set up for the length of a scope: COM for this thread,
+// the terminal backend installed, the library registered, Ctrl+C turned into stop requests.
+#pragma once
+
+#include "TerminalBackend.h"
+
+namespace sorvane {
+namespace diag {
+
+class HostSession {
+public:
+    // Throws HostError when COM does not start.
+    HostSession(Terminal& terminal, RunReport& report, bool interactive);
+    ~HostSession();
+    HostSession(const HostSession&) = delete;
+    HostSession& operator=(const HostSession&) = delete;
+
+private:
+    TerminalBackend m_backend;
+};
+
+} // namespace diag
+} // namespace sorvane

@@ -1,0 +1,36 @@
+#include "PreviewCommand.h"
+#include "CaptureClasses.h"
+#include "CommandContext.h"
+#include "Terminal.h"
+
+namespace sorvane {
+namespace diag {
+
+std::wstring PreviewCommand::summary() const { return L"show a device's live video in a window"; }
+
+std::wstring PreviewCommand::help() const
+{
+    return L"Usage: sorvane-diag preview [--device DEVICE] [--set TestRunTime=SECONDS]\n"
+           L"\n"
+           L"Shows the device's live video in a window (the first device when none is given): a\n"
+           L"TV tuner shows its TV picture, any other device is previewed as a webcam.\n"
+           L"\n"
+           L"Parameters read: TestRunTime (seconds, default 3); Interactive (when true, the library\n"
+           L"asks in a Windows message box whether the picture was right: it needs a display);\n"
+           L"CaptureDelay (webcams).\n";
+}
+
+ruvo::TestResult PreviewCommand::run(CommandContext& context)
+{
+    ruvo::DiagDevice device;
+    const ruvo::TestResult ready = context.chooseCaptureDevice(device);
+    if (ready != ruvo::TestResult::PASS()) return ready;
+
+    context.terminal().line(L"Previewing...");
+    return context.runTest(L"preview", [&] {
+        CaptureClasses::captureToScreen(device, CommandContext::windowTitle(device), CommandContext::captureDelay());
+    });
+}
+
+} // namespace diag
+} // namespace sorvane

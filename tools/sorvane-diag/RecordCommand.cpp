@@ -1,0 +1,54 @@
+#include "RecordCommand.h"
+#include "CaptureClasses.h"
+#include "CommandContext.h"
+#include "HostPaths.h"
+#include "RunReport.h"
+#include "Terminal.h"
+
+#include <kel/FileSystem.h>
+
+namespace sorvane {
+namespace diag {
+
+const wchar_t* const RecordCommand::kDefaultName = L"sorvane-diag";
+
+std::wstring RecordCommand::summary() const { return L"record a few seconds of video to an AVI file"; }
+
+std::wstring RecordCommand::help() const
+{
+    return L"Usage: sorvane-diag record [--device DEVICE] [--name NAME]\n"
+           L"\n"
+           L"Records about three seconds of the device's video (the first device when none is\n"
+           L"given) into %TEMP%\\NAME.avi, replacing an earlier file of that name, and prints the\n"
+           L"file's path. A TV tuner records its TV picture, any other device is recorded as a webcam.\n"
+           L"\n"
+           L"      --name NAME         the file name without folder or extension (default\n"
+           L"                          \"sorvane-diag\")\n"
+           L"\n"
+           L"Parameters read: CaptureDelay (webcams).\n";
+}
+
+std::vector<std::wstring> RecordCommand::ownOptions() const { return std::vector<std::wstring>(1, L"--name"); }
+
+ruvo::TestResult RecordCommand::run(CommandContext& context)
+{
+    ruvo::DiagDevice device;
+    const ruvo::TestResult ready = context.chooseCaptureDevice(device);
+    if (ready != ruvo::TestResult::PASS()) return ready;
+
+    const std::wstring name = context.options().recordingName.empty() ? kDefaultName : context.options().recordingName;
+    context.terminal().line(L"Recording...");
+    const ruvo::TestResult result = context.runTest(L"recording", [&] {
+        CaptureClasses::captureToFile(device, CommandContext::windowTitle(device), CommandContext::captureDelay(),
+                                      name);
+    });
+    const std::wstring path = CaptureClasses::recordingPath(name);
+    if (result == ruvo::TestResult::PASS() && kel::FileSystem::exists(kel::String(path))) {
+        context.report().addFile(path, L"video");
+        context.terminal().line(L"Recorded " + HostPaths::shown(path));
+    }
+    return result;
+}
+
+} // namespace diag
+} // namespace sorvane

@@ -1,0 +1,107 @@
+#include "Terminal.h"
+#include "ProgressBar.h"
+
+#include <kel/String.h>
+
+namespace sorvane {
+namespace diag {
+
+Terminal::Terminal(bool peopleOnStderr)
+    : m_out(open(STD_OUTPUT_HANDLE)), m_err(open(STD_ERROR_HANDLE)), m_people(peopleOnStderr ? m_err : m_out),
+      m_barActive(false), m_barDrawn(false), m_percent(0)
+{
+}
+
+Terminal::Stream Terminal::open(DWORD which)
+{
+    Stream stream;
+    stream.handle = GetStdHandle(which);
+    DWORD mode = 0;
+    stream.console = stream.handle && stream.handle != INVALID_HANDLE_VALUE && GetConsoleMode(stream.handle, &mode);
+    return stream;
+}
+
+void Terminal::write(const Stream& stream, const std::wstring& text)
+{
+    if (!stream.handle || stream.handle == INVALID_HANDLE_VALUE || text.empty()) return;
+    DWORD written = 0;
+    if (stream.console) {
+        WriteConsoleW(stream.handle, text.c_str(), static_cast<DWORD>(text.size()), &written, nullptr);
+        return;
+    }
+    const std::string utf8 = kel::String(text).toUtf8();
+    WriteFile(stream.handle, utf8.data(), static_cast<DWORD>(utf8.size()), &written, nullptr);
+}
+
+int Terminal::consoleWidth() const
+{
+    CONSOLE_SCREEN_BUFFER_INFO info;
+    if (!GetConsoleScreenBufferInfo(m_people.handle, &info)) return 80;
+    const int width = info.srWindow.Right - info.srWindow.Left + 1;
+    return width > 10 ? width : 80;
+}
+
+void Terminal::eraseBar()
+{
+    if (!m_barDrawn) return;
+    write(m_people, L"\r" + std::wstring(consoleWidth() - 1, L' ') + L"\r");
+    m_barDrawn = false;
+}
+
+void Terminal::drawBar()
+{
+    write(m_people, L"\r" + ProgressBar::render(m_percent, m_text, consoleWidth() - 1));
+    m_barDrawn = true;
+}
+
+void Terminal::line(const std::wstring& text)
+{
+    std::lock_guard<std::mutex> guard(m_lock);
+    eraseBar();
+    write(m_people, text + L"\n");
+    if (m_barActive && m_people.console) drawBar();
+}
+
+void Terminal::problem(const std::wstring& text)
+{
+    std::lock_guard<std::mutex> guard(m_lock);
+    if (m_people.handle == m_err.handle) eraseBar();
+    write(m_err, text + L"\n");
+    if (m_barActive && m_people.console && m_people.handle == m_err.handle) drawBar();
+}
+
+void Terminal::progress(int percent, const std::wstring& text)
+{
+    std::lock_guard<std::mutex> guard(m_lock);
+    const bool newText = text != m_text;
+    m_barActive = true;
+    m_percent = percent;
+    m_text = text;
+    if (m_people.console) drawBar();
+    else if (newText && !text.empty())
+        write(m_people, ProgressBar::render(percent, text, 0) + L"\n");
+}
+
+void Terminal::finishProgress()
+{
+    std::lock_guard<std::mutex> guard(m_lock);
+    if (m_barDrawn) write(m_people, L"\n");
+    m_barDrawn = false;
+    m_barActive = false;
+    m_percent = 0;
+    m_text.clear();
+}
+
+void Terminal::writeData(const std::string& utf8)
+{
+    std::lock_guard<std::mutex> guard(m_lock);
+    if (m_out.console) {
+        write(m_out, kel::String::fromUtf8(utf8).wstr());
+        return;
+    }
+    DWORD written = 0;
+    WriteFile(m_out.handle, utf8.data(), static_cast<DWORD>(utf8.size()), &written, nullptr);
+}
+
+} // namespace diag
+} // namespace sorvane

@@ -1,0 +1,51 @@
+// What a person sees: lines of text and a progress bar that stays on the last line.
+// On a console the bar is redrawn in place; into a pipe or file only changes of the
+// progress text are written, one line each, so logs stay readable.
+#pragma once
+
+#include <windows.h>
+
+#include <mutex>
+#include <string>
+
+namespace sorvane {
+namespace diag {
+
+class Terminal {
+public:
+    // With `peopleOnStderr` everything for a person goes to standard error, because
+    // standard output carries the JSON report.
+    explicit Terminal(bool peopleOnStderr);
+
+    void line(const std::wstring& text);
+    // Always on standard error.
+    void problem(const std::wstring& text);
+    void progress(int percent, const std::wstring& text);
+    // Leaves the bar's last state on its own line.
+    void finishProgress();
+    // Bytes for machines, on standard output.
+    void writeData(const std::string& utf8);
+
+private:
+    struct Stream {
+        HANDLE handle;
+        bool console;
+    };
+    static Stream open(DWORD which);
+    static void write(const Stream& stream, const std::wstring& text);
+    int consoleWidth() const;
+    void eraseBar();
+    void drawBar();
+
+    std::mutex m_lock;
+    Stream m_out;
+    Stream m_err;
+    Stream m_people;
+    bool m_barActive;
+    bool m_barDrawn;
+    int m_percent;
+    std::wstring m_text;
+};
+
+} // namespace diag
+} // namespace sorvane

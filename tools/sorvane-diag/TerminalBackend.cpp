@@ -1,0 +1,98 @@
+#include "TerminalBackend.h"
+#include "PromptReader.h"
+#include "RunReport.h"
+#include "StopRequest.h"
+#include "Terminal.h"
+
+#include <ruvo/MessageBox2.h>
+
+#include <cwctype>
+
+namespace sorvane {
+namespace diag {
+
+TerminalBackend::TerminalBackend(Terminal& terminal, RunReport& report, bool interactive)
+    : m_terminal(terminal), m_report(report), m_interactive(interactive), m_hasPercent(false), m_percent(0),
+      m_hasText(false)
+{
+}
+
+void TerminalBackend::eventPosted(const ruvo::PostedEvent& event)
+{
+    m_report.addEvent(event);
+    const wchar_t* label = event.severity == ruvo::PostedEvent::ERROR_EVENT ? L"Error: " : L"Warning: ";
+    m_terminal.line(label + event.message.wstr());
+}
+
+// Capture loops report progress on every turn of their message loop; only changes are
+// shown and kept.
+void TerminalBackend::progress(const kel::String& text)
+{
+    if (m_hasText && text.wstr() == m_text) return;
+    m_hasText = true;
+    m_text = text.wstr();
+    m_report.addProgressText(m_text);
+    m_terminal.progress(m_percent, m_text);
+}
+
+void TerminalBackend::percentDone(int percent)
+{
+    if (m_hasPercent && percent == m_percent) return;
+    m_hasPercent = true;
+    m_percent = percent;
+    m_report.addPercent(percent);
+    m_terminal.progress(m_percent, m_text);
+}
+
+void TerminalBackend::resetPercentDone()
+{
+    // A new attempt: its first report is kept even if the last one said the same.
+    m_hasPercent = false;
+    m_hasText = false;
+    m_percent = 0;
+    m_report.addPercentReset();
+}
+
+bool TerminalBackend::checkForStop() { return StopRequest::requested(); }
+
+bool TerminalBackend::promptEnabled() { return m_interactive; }
+
+bool TerminalBackend::displayMessageBox(ruvo::MessageBox2& box)
+{
+    if (!m_interactive) return false;
+    const std::wstring title = box.title().toKELString().wstr();
+    if (!title.empty()) m_terminal.line(L"Question: " + title);
+    m_terminal.line(box.text().toKELString().wstr());
+    m_terminal.line(L"Type r and Enter to retry, or a and Enter to abort the test.");
+    return true;
+}
+
+bool TerminalBackend::waitMessageBox(ruvo::MessageBox2& box, uint32_t milliseconds)
+{
+    std::wstring typed;
+    while (PromptReader::instance().readLine(typed, milliseconds)) {
+        int answer = 0;
+        if (parseAnswer(typed, answer)) {
+            box.setReturn(answer);
+            return true;
+        }
+        m_terminal.line(L"Please type r (retry) or a (abort).");
+    }
+    m_terminal.line(L"No answer: the test takes its default.");
+    return false;
+}
+
+bool TerminalBackend::parseAnswer(const std::wstring& typed, int& answer)
+{
+    std::wstring word;
+    for (const wchar_t c : typed) {
+        if (!iswspace(c)) word += static_cast<wchar_t>(towlower(c));
+    }
+    if (word == L"r" || word == L"retry") answer = RETRY_ANSWER;
+    else if (word == L"a" || word == L"abort") answer = ABORT_ANSWER;
+    else return false;
+    return true;
+}
+
+} // namespace diag
+} // namespace sorvane

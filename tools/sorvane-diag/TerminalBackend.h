@@ -1,0 +1,45 @@
+// The framework's side of a test run, played for a person at a terminal: events become
+// sentences, progress becomes a bar, stop requests come from Ctrl+C and questions are
+// asked at the prompt (only with --interactive). Everything is also kept for the report.
+#pragma once
+
+#include <ruvo/DiagBackend.h>
+
+namespace sorvane {
+namespace diag {
+
+class RunReport;
+class Terminal;
+
+class TerminalBackend : public ruvo::DiagBackend {
+public:
+    // The answers a person can give to the framework's questions, as the framework's
+    // message box returns them: retry (check again) or abort the test.
+    static const int RETRY_ANSWER = 4;
+    static const int ABORT_ANSWER = 5;
+
+    TerminalBackend(Terminal& terminal, RunReport& report, bool interactive);
+
+    void eventPosted(const ruvo::PostedEvent& event) override;
+    void progress(const kel::String& text) override;
+    void percentDone(int percent) override;
+    void resetPercentDone() override;
+    bool checkForStop() override;
+    bool promptEnabled() override;
+    bool displayMessageBox(ruvo::MessageBox2& box) override;
+    bool waitMessageBox(ruvo::MessageBox2& box, uint32_t milliseconds) override;
+
+private:
+    static bool parseAnswer(const std::wstring& typed, int& answer);
+
+    Terminal& m_terminal;
+    RunReport& m_report;
+    bool m_interactive;
+    bool m_hasPercent;
+    int m_percent;
+    bool m_hasText;
+    std::wstring m_text;
+};
+
+} // namespace diag
+} // namespace sorvane

@@ -1,0 +1,20 @@
+#include "TunerScanCommand.h"
+#include "CaptureClasses.h"
+#include "CommandContext.h"
+#include "Terminal.h"
+
+namespace sorvane {
+namespace diag {
+
+ruvo::TestResult TunerScanCommand::run(CommandContext& context)
+{
+    if (!CaptureClasses::hasAnalogTuner()) return context.notInThisBuild(L"AnalogTuner");
+    ruvo::DiagDevice device;
+    if (!context.chooseDevice(fitting(), kind(), device)) return ruvo::TestResult::NODEVICE();
+    applyDefaults(context);
+    context.terminal().line(L"Scanning... (Ctrl+C stops the scan)");
+    return context.runTest(L"scan", [&] { scan(device, CommandContext::windowTitle(device)); });
+}
+
+} // namespace diag
+} // namespace sorvane

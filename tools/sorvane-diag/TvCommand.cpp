@@ -1,0 +1,38 @@
+#include "TvCommand.h"
+#include "CaptureClasses.h"
+#include "CommandContext.h"
+
+namespace sorvane {
+namespace diag {
+
+std::wstring TvCommand::summary() const { return L"scan analog TV channels for a signal"; }
+
+std::wstring TvCommand::help() const
+{
+    return L"Usage: sorvane-diag tv [--device DEVICE] [--set TVStartChannel=N --set TVEndChannel=M]\n"
+           L"\n"
+           L"Scans the analog TV channels of a TV tuner (the first one when no device is given),\n"
+           L"on the antenna and then the cable input, showing the picture in a window. It passes on\n"
+           L"the first channel with a signal; a range without one ends with NOSIGNAL, after one\n"
+           L"more pass (with --interactive the library first asks you to check the cable).\n"
+           L"Ctrl+C stops the scan at the next channel: USERABORTED.\n"
+           L"\n"
+           L"Parameters read: TVStartChannel and TVEndChannel (2 to 60; the host uses 2 and 60\n"
+           L"when unset), SignalType (ANTENNA or CABLE for one input only), ChecksPerChannel,\n"
+           L"CheckTVCable, MsgBoxTimeout (seconds to wait for an answer; 0 or unset: no limit),\n"
+           L"AskCountryCode1, AskCountryCode2.\n";
+}
+
+void TvCommand::applyDefaults(CommandContext& context) const
+{
+    context.defaultParameter(L"TVStartChannel", L"2");
+    context.defaultParameter(L"TVEndChannel", L"60");
+}
+
+void TvCommand::scan(const ruvo::DiagDevice& device, const std::wstring& title) const
+{
+    CaptureClasses::checkTVSignal(device, title);
+}
+
+} // namespace diag
+} // namespace sorvane

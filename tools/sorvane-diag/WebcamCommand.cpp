@@ -1,0 +1,76 @@
+#include "WebcamCommand.h"
+#include "CaptureClasses.h"
+#include "CommandContext.h"
+#include "FrameSaver.h"
+#include "HostPaths.h"
+#include "RunReport.h"
+#include "Terminal.h"
+
+namespace sorvane {
+namespace diag {
+
+std::wstring WebcamCommand::summary() const
+{
+    return L"capture frames from a webcam and save them as images with a contact sheet";
+}
+
+std::wstring WebcamCommand::help() const
+{
+    return L"Usage: sorvane-diag webcam [--device DEVICE] [--frames N] [--out FOLDER]\n"
+           L"\n"
+           L"Captures N frames from a webcam (the first one when no device is given) and saves\n"
+           L"them in FOLDER: frame-001.png ... for raw formats (RGB24, YUY2, UYVY), the camera's\n"
+           L"own JPEG bytes as frame-001.jpg ... for MJPG, and contact-sheet.png with all frames.\n"
+           L"\n"
+           L"  -n, --frames N          frames to capture, 1 to 500 (default 5)\n"
+           L"  -o, --out FOLDER        where the images go (default: a new folder under\n"
+           L"                          %TEMP%\\sorvane-diag\\)\n"
+           L"\n"
+           L"Parameters read: CaptureDelay (milliseconds of video dropped first while the camera\n"
+           L"settles; default 0).\n";
+}
+
+std::vector<std::wstring> WebcamCommand::ownOptions() const
+{
+    std::vector<std::wstring> options;
+    options.push_back(L"--frames");
+    options.push_back(L"--out");
+    return options;
+}
+
+ruvo::TestResult WebcamCommand::run(CommandContext& context)
+{
+    if (!CaptureClasses::hasWebcam()) return context.notInThisBuild(L"Webcam");
+    ruvo::DiagDevice device;
+    if (!context.chooseDevice(ruvo::DeviceCapability::Webcam(), L"webcam", device))
+        return ruvo::TestResult::NODEVICE();
+
+    const unsigned count = context.options().frames;
+    context.terminal().line(L"Capturing " + std::to_wstring(count) + (count == 1 ? L" frame..." : L" frames..."));
+    CapturedFrames frames;
+    const ruvo::TestResult result = context.runTest(L"capture", [&] {
+        frames = CaptureClasses::captureFrames(device, CommandContext::windowTitle(device),
+                                               CommandContext::captureDelay(), count);
+    });
+    if (result == ruvo::TestResult::PASS()) save(context, frames);
+    return result;
+}
+
+void WebcamCommand::save(CommandContext& context, const CapturedFrames& frames)
+{
+    context.terminal().line(L"Got " + std::to_wstring(frames.buffers.size()) + L" frames of " +
+                            std::to_wstring(frames.width) + L"x" + std::to_wstring(frames.height) + L" " +
+                            CapturedFrames::layoutName(frames.layout) + L".");
+    const std::wstring folder = context.options().outputFolder.empty()
+                                    ? HostPaths::defaultOutputFolder(L"webcam")
+                                    : HostPaths::absolute(context.options().outputFolder);
+    RunReport::Phase timing(context.report(), L"saving");
+    const FrameSaver::SavedFiles saved = FrameSaver::save(frames, folder);
+    for (const std::wstring& path : saved.frames) context.report().addFile(path, L"frame");
+    if (!saved.contactSheet.empty()) context.report().addFile(saved.contactSheet, L"contactSheet");
+    context.terminal().line(L"Saved " + std::to_wstring(saved.frames.size()) + L" images and a contact sheet in " +
+                            HostPaths::shown(folder));
+}
+
+} // namespace diag
+} // namespace sorvane
