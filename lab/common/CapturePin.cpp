@@ -8,6 +8,20 @@
 
 namespace lab {
 
+namespace {
+
+// Noise in place of the picture: no mark band, and no JPEG a decoder would take.
+void scramble(BYTE *buffer, long length, unsigned long frame)
+{
+    unsigned state = 2166136261u ^ frame;
+    for (long i = 0; i < length; ++i) {
+        state = state * 1664525u + 1013904223u;
+        buffer[i] = static_cast<BYTE>(state >> 24);
+    }
+}
+
+} // namespace
+
 CapturePin::CapturePin(BaseFilter &filter, const std::wstring &name, FrameSource &source)
     : OutputPin(filter, name, PIN_CATEGORY_CAPTURE), m_source(source), m_device(DeviceRegistry::device(L""))
 {
@@ -219,6 +233,8 @@ HRESULT CapturePin::deliverFrame(const VideoFormat &format, unsigned long frame,
     const long length = m_source.paintFrame(format, frame, buffer, sample->GetSize());
     if (length <= 0)
         return E_FAIL;
+    if (m_device->flag(L"fault.garbage"))
+        scramble(buffer, length, frame);
     sample->SetActualDataLength(m_device->flag(L"fault.zerolength") ? 0 : length);
 
     REFERENCE_TIME start = 0;

@@ -9,6 +9,7 @@
 //   fault.nosamples       "yes": run without delivering anything
 //   fault.stopafter       deliver this many samples per run, then nothing
 //   fault.zerolength      "yes": deliver samples with no data
+//   fault.garbage         "yes": deliver noise of the frame's length instead of the picture
 #pragma once
 
 #include <atomic>

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "LabGraph.h"
+#include "lab/FrameMark.h"
 #include "lab/LabControl.h"
 
 using labtest::LabGraph;
@@ -129,7 +130,30 @@ TEST(LabWebcamFault, DeliveryFaults)
         for (const labtest::CollectedSample &sample : samples)
             EXPECT_TRUE(sample.data.empty());
     }
+    {
+        lab::DeviceOverride noise(kDevice, L"fault.garbage", L"yes");
+        const std::vector<labtest::CollectedSample> samples = runFor(kDevice, 300);
+        ASSERT_FALSE(samples.empty());
+        for (const labtest::CollectedSample &sample : samples) {
+            const lab::FrameView view{sample.data.data(), static_cast<long>(sample.data.size()), lab::PixelLayout::Yuy2,
+                                      640, 480, false};
+            unsigned long number = 0;
+            EXPECT_EQ(640 * 480 * 2u, sample.data.size());
+            EXPECT_FALSE(lab::readFrameNumber(view, number));
+        }
+    }
     EXPECT_GE(runFor(kDevice, 300).size(), 3u);
+}
+
+TEST(LabWebcamFault, GarbageFromAMotionJpegCameraNeverLeavesTheDecompressor)
+{
+    lab::DeviceOverride noise(L"Lab Webcam MJPG", L"fault.garbage", L"yes");
+    lab::clearJournal(L"Lab Webcam MJPG");
+    LabGraph graph;
+    ASSERT_EQ(S_OK, graph.build(L"Lab Webcam MJPG", nullptr, MEDIASUBTYPE_RGB24));
+    EXPECT_EQ(S_FALSE, graph.capture(1, 400));
+    EXPECT_GT(lab::samplesDelivered(L"Lab Webcam MJPG"), 3);
+    EXPECT_TRUE(graph.samples().empty());
 }
 
 TEST(LabWebcamFault, BindFailsWithTheConfiguredHresult)
