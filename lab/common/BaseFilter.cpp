@@ -47,12 +47,17 @@ STDMETHODIMP BaseFilter::GetClassID(CLSID *clsid)
 
 STDMETHODIMP BaseFilter::Stop()
 {
-    std::lock_guard<std::recursive_mutex> guard(m_lock);
-    if (m_state == State_Stopped)
-        return S_OK;
-    m_state = State_Stopped;
+    {
+        std::lock_guard<std::recursive_mutex> guard(m_lock);
+        if (m_state == State_Stopped)
+            return S_OK;
+        m_state = State_Stopped;
+        // Decommitted allocators release a streaming thread waiting for a buffer.
+        deactivatePins();
+    }
+    // Outside the lock: onStop may wait for a streaming thread, which may be inside a
+    // downstream filter that calls back into our pins.
     onStop();
-    deactivatePins();
     return S_OK;
 }
 

@@ -59,8 +59,7 @@ public:
     // Sends an event to the graph (EC_COMPLETE, EC_ERRORABORT ...) when the graph takes events.
     void notifyEvent(long code, LONG_PTR param1, LONG_PTR param2);
 
-    // Held across state changes. Streaming threads never take it: Stop holds it while it waits
-    // for them.
+    // Held across state changes and connections. Streaming threads never take it.
     std::recursive_mutex &lock() { return m_lock; }
 
 protected:
@@ -69,6 +68,7 @@ protected:
     // Leaving Stopped (pins are active by then); a failure refuses the Pause.
     virtual HRESULT onPause(bool fromStopped);
     virtual HRESULT onRun(REFERENCE_TIME start);
+    // Entered stopped (pins inactive); called without the filter lock, so it may join threads.
     virtual void onStop();
     // A live source answers VFW_S_CANT_CUE while paused.
     virtual bool isLiveSource() const { return false; }
