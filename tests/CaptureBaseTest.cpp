@@ -46,7 +46,7 @@ protected:
         // Whatever happened, the lab's objects are gone, its threads ended, no window left.
         EXPECT_EQ(lab::liveObjects(), m_liveAtStart);
         EXPECT_EQ(lab::liveThreads(), 0);
-        EXPECT_FALSE(WindowWatcher::exists(kWindowClass, kTitle));
+        EXPECT_EQ(WindowWatcher::countInThisProcess(kWindowClass), 0);
         FrameworkTest::TearDown();
     }
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "FrameworkTest.h"
+#include "WindowWatcher.h"
 
 #include <CaptureException.h>
 #include <ScopedVariant.h>
@@ -90,10 +91,10 @@ inline std::vector<std::wstring> tunedChannels(const std::wstring& device)
     return journalOf(device, L"Channel ");
 }
 
-// True when no capture window of the library is left on this thread.
+// True when no capture window of the library is left in this program.
 inline bool noCaptureWindowLeft()
 {
-    return FindWindowW(L"KEL_CaptureBase_Window", nullptr) == nullptr;
+    return sorvane::test::WindowWatcher::countInThisProcess(L"KEL_CaptureBase_Window") == 0;
 }
 
 // The failure an operation ends with; a PASS result when it returns normally.

@@ -43,9 +43,24 @@ void WindowWatcher::press(HWND dialog, int id)
     PostMessageW(dialog, WM_COMMAND, MAKEWPARAM(id, BN_CLICKED), reinterpret_cast<LPARAM>(GetDlgItem(dialog, id)));
 }
 
-bool WindowWatcher::exists(const std::wstring& className, const std::wstring& caption)
+int WindowWatcher::countInThisProcess(const std::wstring& className)
 {
-    return FindWindowW(className.c_str(), caption.c_str()) != nullptr;
+    struct Search {
+        std::wstring className;
+        int count;
+    } search{className, 0};
+    EnumWindows(
+        [](HWND window, LPARAM context) -> BOOL {
+            Search* search = reinterpret_cast<Search*>(context);
+            DWORD process = 0;
+            GetWindowThreadProcessId(window, &process);
+            wchar_t name[256] = {};
+            GetClassNameW(window, name, 256);
+            if (process == GetCurrentProcessId() && search->className == name) ++search->count;
+            return TRUE;
+        },
+        reinterpret_cast<LPARAM>(&search));
+    return search.count;
 }
 
 } // namespace test

@@ -27,8 +27,9 @@ public:
     static std::wstring itemText(HWND dialog, int id);
     // Presses a dialog button as a click would.
     static void press(HWND dialog, int id);
-    // True when a top-level window of the class and caption exists now.
-    static bool exists(const std::wstring& className, const std::wstring& caption);
+    // Top-level windows of the class that belong to this process. Test programs run side
+    // by side on one desktop, so a plain FindWindow may see another program's window.
+    static int countInThisProcess(const std::wstring& className);
 
 private:
     void watch();
