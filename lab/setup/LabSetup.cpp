@@ -2,6 +2,11 @@
 
 #include <cstdio>
 
+#include <dshow.h>
+#include <oleauto.h>
+
+#include <atlbase.h>
+
 #include "common/DeviceConfig.h"
 #include "common/GuidText.h"
 #include "common/RegistryKey.h"
@@ -41,6 +46,28 @@ template <class Function>
 Function procAddress(HMODULE dll, const char *name)
 {
     return reinterpret_cast<Function>(reinterpret_cast<void (*)()>(GetProcAddress(dll, name)));
+}
+
+HRESULT bindByName(ICreateDevEnum *enumerator, const GUID &category, const std::wstring &name)
+{
+    CComPtr<IEnumMoniker> monikers;
+    if (enumerator->CreateClassEnumerator(category, &monikers, 0) != S_OK || !monikers)
+        return HRESULT_FROM_WIN32(ERROR_NOT_FOUND);
+    for (CComPtr<IMoniker> moniker; monikers->Next(1, &moniker, nullptr) == S_OK; moniker.Release()) {
+        CComPtr<IPropertyBag> bag;
+        if (FAILED(moniker->BindToStorage(nullptr, nullptr, IID_IPropertyBag, reinterpret_cast<void **>(&bag))))
+            continue;
+        VARIANT friendlyName;
+        VariantInit(&friendlyName);
+        const bool match = SUCCEEDED(bag->Read(L"FriendlyName", &friendlyName, nullptr)) &&
+                           friendlyName.vt == VT_BSTR && name == friendlyName.bstrVal;
+        VariantClear(&friendlyName);
+        if (!match)
+            continue;
+        CComPtr<IBaseFilter> filter;
+        return moniker->BindToObject(nullptr, nullptr, IID_IBaseFilter, reinterpret_cast<void **>(&filter));
+    }
+    return HRESULT_FROM_WIN32(ERROR_NOT_FOUND);
 }
 
 } // namespace
@@ -135,7 +162,28 @@ HRESULT LabSetup::writeDevice(const DeviceDescription &device, std::wstring &err
         error = where + L"cannot write " + path;
         return HRESULT_FROM_WIN32(status);
     }
+    m_written.push_back(WrittenDevice{name, category, !device.value(L"fault.bind").empty()});
     std::wprintf(L"lab-setup: %ls [%ls] -> %ls\n", name.c_str(), device.kind.c_str(), guidText(category).c_str());
+    return S_OK;
+}
+
+HRESULT LabSetup::verifyDevices(std::wstring &error)
+{
+    CComPtr<ICreateDevEnum> enumerator;
+    HRESULT hr = enumerator.CoCreateInstance(CLSID_SystemDeviceEnum, nullptr, CLSCTX_INPROC_SERVER);
+    if (FAILED(hr)) {
+        error = L"no system device enumerator";
+        return hr;
+    }
+    for (const WrittenDevice &device : m_written) {
+        if (device.refusesBind)
+            continue;
+        hr = bindByName(enumerator, device.category, device.name);
+        if (FAILED(hr)) {
+            error = device.name + L": binding its moniker fails (check its settings)";
+            return hr;
+        }
+    }
     return S_OK;
 }
 

@@ -4,6 +4,7 @@
 
 #include <windows.h>
 #include <string>
+#include <vector>
 
 #include "setup/LabDescription.h"
 
@@ -16,12 +17,22 @@ public:
     HRESULT registerClasses();
     // Removes the devices an earlier run wrote, then writes the described ones.
     HRESULT writeDevices(const LabDescription &description, std::wstring &error);
+    // Binds every written device through the system device enumerator, as the library will,
+    // so a mistake in the description shows here (devices meant to refuse the bind excepted).
+    HRESULT verifyDevices(std::wstring &error);
 
 private:
+    struct WrittenDevice {
+        std::wstring name;
+        GUID category;
+        bool refusesBind;
+    };
+
     HRESULT removeEarlierDevices();
     HRESULT writeDevice(const DeviceDescription &device, std::wstring &error);
 
     HMODULE m_dll;
+    std::vector<WrittenDevice> m_written;
 };
 
 } // namespace lab

@@ -55,6 +55,8 @@ int main()
             result = fail(L"DllRegisterServer failed", hr);
         else if (FAILED(hr = setup.writeDevices(description, error)))
             result = fail(error, hr);
+        else if (FAILED(hr = setup.verifyDevices(error)))
+            result = fail(error, hr);
         FreeLibrary(dll);
     }
     if (SUCCEEDED(com))
