@@ -4,7 +4,8 @@
 // band: cells kMarkCell pixels wide, the first white, the second black (sync), then the frame
 // number's bits, least significant first, white for 1. Below the band: eight vertical colour
 // bars (white, yellow, cyan, green, magenta, red, blue, black). Frame numbers start at 0 with
-// every run of the graph. Large black and white cells survive colour conversion and JPEG.
+// every run of the graph; narrow pictures hold fewer bits (markBits), so their numbers wrap.
+// Large black and white cells survive colour conversion and JPEG.
 #pragma once
 
 #include <windows.h>

@@ -12,7 +12,7 @@
 //   "SetFormat <format>"            IAMStreamConfig::SetFormat accepted, e.g. "SetFormat YUY2 640x480 30fps"
 //   "SetFormat refused <format>"    refused by a fault
 //   "Pause", "Run", "Stop"          state changes of the device's filter (a refused one: "Run failed 0x800705AA")
-//   "Delivered <n>"                 samples delivered by one streaming run, written when it ends
+//   "Delivered <n>"                 samples delivered since the filter left Stopped, written at Stop
 //   "Privacy <value> <flags>"       IAMCameraControl::Set of the privacy property
 //   "Bind failed 0x..."             IPersistPropertyBag::Load refused by a fault
 // The tuner and recording pieces add their own entries (channels, country codes, routes ...).
