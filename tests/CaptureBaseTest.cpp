@@ -271,7 +271,9 @@ TEST_F(CaptureBaseTest, RecordingWritesTheLabsFramesToAnAviInTheTempFolder)
                                    avi.format().biHeight > 0};
         unsigned long number = 0;
         ASSERT_TRUE(lab::readFrameNumber(frame, number)) << "frame " << i;
-        if (i > 0) EXPECT_GT(number, previous) << "frame " << i;
+        if (i > 0) {
+            EXPECT_GT(number, previous) << "frame " << i;
+        }
         previous = number;
     }
     DeleteFileW(path.c_str());
@@ -331,8 +333,11 @@ TEST_F(CaptureBaseTest, RunningMediaCenterStopsTheTestBeforeAnyGraph)
     for (int toFile = 0; toFile < 2; ++toFile) {
         PlainCapture capture(camera(), kel::String(kTitle));
         const CaptureException e = outcome([&] {
-            if (toFile) capture.captureToFile(kel::String(L"sorvane-never-written"));
-            else capture.captureToScreen();
+            if (toFile) {
+                capture.captureToFile(kel::String(L"sorvane-never-written"));
+            } else {
+                capture.captureToScreen();
+            }
         });
         EXPECT_EQ(e.getResult(), TestResult::CANNOTRUN());
         EXPECT_EQ(e.getWarningEvent(), sorvane::g_mediaCenterIsRunning);

@@ -1,16 +1,12 @@
 #include "CaptureClasses.h"
 
+#include <AnalogTuner.h>
 #include <Webcam.h>
 
 #include <kel/FileSystem.h>
 
 namespace sorvane {
 namespace diag {
-
-bool CaptureClasses::hasWebcam() { return true; }
-
-// The analog tuner's calls below are written out and wait for the class: each is one line.
-bool CaptureClasses::hasAnalogTuner() { return false; }
 
 bool CaptureClasses::isTuner(const ruvo::DiagDevice& device)
 {
@@ -34,25 +30,25 @@ CapturedFrames CaptureClasses::captureFrames(const ruvo::DiagDevice& device, con
 
 void CaptureClasses::captureToScreen(const ruvo::DiagDevice& device, const std::wstring& title, unsigned captureDelay)
 {
-    // With AnalogTuner: if (isTuner(device)) AnalogTuner(device, kel::String(title)).captureToScreen(); else
-    Webcam(device, kel::String(title), captureDelay).captureToScreen();
+    if (isTuner(device)) AnalogTuner(device, kel::String(title)).captureToScreen();
+    else Webcam(device, kel::String(title), captureDelay).captureToScreen();
 }
 
 void CaptureClasses::captureToFile(const ruvo::DiagDevice& device, const std::wstring& title, unsigned captureDelay,
                                    const std::wstring& fileName)
 {
-    // With AnalogTuner: if (isTuner(device)) AnalogTuner(device, kel::String(title)).captureToFile(kel::String(fileName)); else
-    Webcam(device, kel::String(title), captureDelay).captureToFile(kel::String(fileName));
+    if (isTuner(device)) AnalogTuner(device, kel::String(title)).captureToFile(kel::String(fileName));
+    else Webcam(device, kel::String(title), captureDelay).captureToFile(kel::String(fileName));
 }
 
-void CaptureClasses::checkTVSignal(const ruvo::DiagDevice&, const std::wstring&)
+void CaptureClasses::checkTVSignal(const ruvo::DiagDevice& device, const std::wstring& title)
 {
-    // AnalogTuner(device, kel::String(title)).checkTVSignal();
+    AnalogTuner(device, kel::String(title)).checkTVSignal();
 }
 
-void CaptureClasses::checkFMRadioSignal(const ruvo::DiagDevice&, const std::wstring&)
+void CaptureClasses::checkFMRadioSignal(const ruvo::DiagDevice& device, const std::wstring& title)
 {
-    // AnalogTuner(device, kel::String(title)).checkFMRadioSignal();
+    AnalogTuner(device, kel::String(title)).checkFMRadioSignal();
 }
 
 std::wstring CaptureClasses::recordingPath(const std::wstring& fileName)

@@ -14,9 +14,6 @@ namespace diag {
 
 class CaptureClasses {
 public:
-    // Whether this build of the library has the classes a command needs.
-    static bool hasWebcam();
-    static bool hasAnalogTuner();
     // Tuners are captured by AnalogTuner, every other device by Webcam.
     static bool isTuner(const ruvo::DiagDevice& device);
 

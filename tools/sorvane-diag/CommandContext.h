@@ -40,7 +40,6 @@ public:
     // throws a CaptureException, its events are posted and its result taken.
     ruvo::TestResult runTest(const std::wstring& phase, const std::function<void()>& test);
     // The result of a command whose capture class this build of the library lacks.
-    ruvo::TestResult notInThisBuild(const std::wstring& className);
     // A sentence from the host, shown and kept in the report.
     void say(const std::wstring& message);
     // Sets a framework parameter the command needs, when the command line left it unset.

@@ -1,5 +1,4 @@
 #include "DemoCommand.h"
-#include "CaptureClasses.h"
 #include "CommandContext.h"
 #include "Terminal.h"
 
@@ -26,10 +25,6 @@ ruvo::TestResult DemoCommand::run(CommandContext& context)
     const ruvo::TestResult listed = m_list.run(context);
     if (listed != ruvo::TestResult::PASS()) return listed;
     context.terminal().line(L"");
-    if (!CaptureClasses::hasWebcam()) {
-        context.say(L"Frame capture needs the library's Webcam class, which this build does not have yet.");
-        return listed;
-    }
     return m_webcam.run(context);
 }
 

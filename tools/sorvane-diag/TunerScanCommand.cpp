@@ -1,5 +1,4 @@
 #include "TunerScanCommand.h"
-#include "CaptureClasses.h"
 #include "CommandContext.h"
 #include "Terminal.h"
 
@@ -8,7 +7,6 @@ namespace diag {
 
 ruvo::TestResult TunerScanCommand::run(CommandContext& context)
 {
-    if (!CaptureClasses::hasAnalogTuner()) return context.notInThisBuild(L"AnalogTuner");
     ruvo::DiagDevice device;
     if (!context.chooseDevice(fitting(), kind(), device)) return ruvo::TestResult::NODEVICE();
     applyDefaults(context);

@@ -40,7 +40,6 @@ std::vector<std::wstring> WebcamCommand::ownOptions() const
 
 ruvo::TestResult WebcamCommand::run(CommandContext& context)
 {
-    if (!CaptureClasses::hasWebcam()) return context.notInThisBuild(L"Webcam");
     ruvo::DiagDevice device;
     if (!context.chooseDevice(ruvo::DeviceCapability::Webcam(), L"webcam", device))
         return ruvo::TestResult::NODEVICE();
