@@ -6,7 +6,7 @@
 
 namespace lab {
 
-struct HuffmanSpec {
+struct HuffmanTable {
     BYTE counts[16]; // codes of each length 1..16
     const BYTE *values;
     int valueCount;
@@ -17,10 +17,10 @@ public:
     static const BYTE kZigzag[64];
     static const BYTE kLumaQuant[64];
     static const BYTE kChromaQuant[64];
-    static const HuffmanSpec kLumaDc;
-    static const HuffmanSpec kLumaAc;
-    static const HuffmanSpec kChromaDc;
-    static const HuffmanSpec kChromaAc;
+    static const HuffmanTable kLumaDc;
+    static const HuffmanTable kLumaAc;
+    static const HuffmanTable kChromaDc;
+    static const HuffmanTable kChromaAc;
 };
 
 } // namespace lab

@@ -140,11 +140,11 @@ bool JpegDecoder::readFrame(const BYTE *segment, size_t length)
     m_maxV = 1;
     for (int i = 0; i < count; ++i) {
         Component &component = m_components[static_cast<size_t>(i)];
-        const BYTE *spec = segment + 6 + i * 3;
-        component.id = spec[0];
-        component.h = spec[1] >> 4;
-        component.v = spec[1] & 0x0F;
-        component.quant = spec[2] & 0x03;
+        const BYTE *componentInfo = segment + 6 + i * 3;
+        component.id = componentInfo[0];
+        component.h = componentInfo[1] >> 4;
+        component.v = componentInfo[1] & 0x0F;
+        component.quant = componentInfo[2] & 0x03;
         if (component.h < 1 || component.h > 2 || component.v < 1 || component.v > 2)
             return false;
         m_maxH = component.h > m_maxH ? component.h : m_maxH;
@@ -220,12 +220,12 @@ void JpegDecoder::buildHuffman(const BYTE counts[16], const BYTE *values, size_t
 
 void JpegDecoder::useStandardTables()
 {
-    const HuffmanSpec *specs[4] = {&JpegTables::kLumaDc, &JpegTables::kLumaAc, &JpegTables::kChromaDc,
+    const HuffmanTable *tables[4] = {&JpegTables::kLumaDc, &JpegTables::kLumaAc, &JpegTables::kChromaDc,
                                    &JpegTables::kChromaAc};
-    buildHuffman(specs[0]->counts, specs[0]->values, static_cast<size_t>(specs[0]->valueCount), m_dc[0]);
-    buildHuffman(specs[1]->counts, specs[1]->values, static_cast<size_t>(specs[1]->valueCount), m_ac[0]);
-    buildHuffman(specs[2]->counts, specs[2]->values, static_cast<size_t>(specs[2]->valueCount), m_dc[1]);
-    buildHuffman(specs[3]->counts, specs[3]->values, static_cast<size_t>(specs[3]->valueCount), m_ac[1]);
+    buildHuffman(tables[0]->counts, tables[0]->values, static_cast<size_t>(tables[0]->valueCount), m_dc[0]);
+    buildHuffman(tables[1]->counts, tables[1]->values, static_cast<size_t>(tables[1]->valueCount), m_ac[0]);
+    buildHuffman(tables[2]->counts, tables[2]->values, static_cast<size_t>(tables[2]->valueCount), m_dc[1]);
+    buildHuffman(tables[3]->counts, tables[3]->values, static_cast<size_t>(tables[3]->valueCount), m_ac[1]);
 }
 
 bool JpegDecoder::decodeScan(const BYTE *data, size_t length)

@@ -22,11 +22,11 @@ int magnitudeBits(int value)
     return bits;
 }
 
-void appendSpec(std::vector<BYTE> &payload, BYTE tableClassAndId, const HuffmanSpec &spec)
+void appendHuffmanTable(std::vector<BYTE> &payload, BYTE tableClassAndId, const HuffmanTable &table)
 {
     payload.push_back(tableClassAndId);
-    payload.insert(payload.end(), spec.counts, spec.counts + 16);
-    payload.insert(payload.end(), spec.values, spec.values + spec.valueCount);
+    payload.insert(payload.end(), table.counts, table.counts + 16);
+    payload.insert(payload.end(), table.values, table.values + table.valueCount);
 }
 
 } // namespace
@@ -54,13 +54,13 @@ JpegEncoder::JpegEncoder(int quality)
     }
 }
 
-void JpegEncoder::buildCodes(const HuffmanSpec &spec, Code *codes)
+void JpegEncoder::buildCodes(const HuffmanTable &table, Code *codes)
 {
     unsigned code = 0;
     int index = 0;
     for (int length = 1; length <= 16; ++length) {
-        for (int i = 0; i < spec.counts[length - 1]; ++i) {
-            codes[spec.values[index++]] = Code{static_cast<WORD>(code), static_cast<BYTE>(length)};
+        for (int i = 0; i < table.counts[length - 1]; ++i) {
+            codes[table.values[index++]] = Code{static_cast<WORD>(code), static_cast<BYTE>(length)};
             ++code;
         }
         code <<= 1;
@@ -121,10 +121,10 @@ void JpegEncoder::writeHeaders(int width, int height)
     writeMarker(0xC0, {8, h1, h0, w1, w0, 3, 1, 0x22, 0, 2, 0x11, 1, 3, 0x11, 1});
 
     std::vector<BYTE> huffman;
-    appendSpec(huffman, 0x00, JpegTables::kLumaDc);
-    appendSpec(huffman, 0x10, JpegTables::kLumaAc);
-    appendSpec(huffman, 0x01, JpegTables::kChromaDc);
-    appendSpec(huffman, 0x11, JpegTables::kChromaAc);
+    appendHuffmanTable(huffman, 0x00, JpegTables::kLumaDc);
+    appendHuffmanTable(huffman, 0x10, JpegTables::kLumaAc);
+    appendHuffmanTable(huffman, 0x01, JpegTables::kChromaDc);
+    appendHuffmanTable(huffman, 0x11, JpegTables::kChromaAc);
     writeMarker(0xC4, huffman);
 
     writeMarker(0xDA, {3, 1, 0x00, 2, 0x11, 3, 0x11, 0, 63, 0});

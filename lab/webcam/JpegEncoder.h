@@ -29,7 +29,7 @@ private:
     void encodeValue(int value, const Code &prefix);
     void putBits(unsigned bits, int length);
     void flushBits();
-    static void buildCodes(const HuffmanSpec &spec, Code *codes);
+    static void buildCodes(const HuffmanTable &table, Code *codes);
 
     BYTE m_quant[2][64];   // natural order
     float m_scale[2][64];  // 1 / (quantiser), natural order
