@@ -76,7 +76,11 @@ ruvo::DeviceCapability DeviceCatalog::capabilitiesOf(IMoniker* moniker)
     if (FAILED(moniker->BindToObject(nullptr, nullptr, IID_IBaseFilter, reinterpret_cast<void**>(&filter))))
         return capabilities;
     long modes = 0;
-    if (!findTuner(filter, modes)) return capabilities | ruvo::DeviceCapability::Webcam();
+    if (!findTuner(filter, modes)) {
+        // A crossbar of inputs marks a capture card; webcams have none.
+        CComQIPtr<IAMCrossbar> crossbar(filter);
+        return crossbar ? capabilities : capabilities | ruvo::DeviceCapability::Webcam();
+    }
     capabilities = capabilities | ruvo::DeviceCapability::AnalogTVTuner();
     if (modes & AMTUNER_MODE_FM_RADIO) capabilities = capabilities | ruvo::DeviceCapability::FMRadioTuner();
     return capabilities;
