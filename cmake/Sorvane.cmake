@@ -43,6 +43,15 @@ set(CMAKE_CROSSCOMPILING_EMULATOR ${SORVANE_WINE_RUN} --prefix ${SORVANE_WINE_PR
 
 # GoogleTest from Debian's sources, built with this toolchain.
 set(SORVANE_GTEST_SOURCE /usr/src/googletest CACHE PATH "GoogleTest sources")
+macro(sorvane_use_gtest)
+    if(NOT TARGET GTest::gtest)
+        set(gtest_disable_pthreads OFF CACHE BOOL "" FORCE)
+        set(BUILD_GMOCK OFF CACHE BOOL "" FORCE)
+        set(INSTALL_GTEST OFF CACHE BOOL "" FORCE)
+        add_subdirectory(${SORVANE_GTEST_SOURCE} ${CMAKE_BINARY_DIR}/googletest EXCLUDE_FROM_ALL)
+        target_compile_options(gtest PRIVATE -Wno-extra)
+    endif()
+endmacro()
 
 # A GoogleTest executable run under Wine; it passes only if it printed its own success line.
 function(sorvane_add_gtest target)

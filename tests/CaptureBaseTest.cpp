@@ -3,6 +3,7 @@
 #include "AviFile.h"
 #include "FrameworkTest.h"
 #include "ManualClock.h"
+#include "Outcome.h"
 #include "PlainCapture.h"
 #include "ProgramCopies.h"
 #include "RunningProgram.h"
@@ -20,6 +21,7 @@ using sorvane::CaptureException;
 using sorvane::test::PlainCapture;
 using sorvane::test::WindowWatcher;
 using sorvane::test::narrow;
+using sorvane::test::outcomeOf;
 
 const wchar_t kCamera[] = L"Lab Webcam RGB24 Top-Down";
 const wchar_t kCameraDescription[] = L"Lab USB camera, RGB24 top-down, no camera control";
@@ -53,18 +55,6 @@ protected:
     static ruvo::DiagDevice camera(const wchar_t* name = kCamera, const wchar_t* locator = kCameraLocator)
     {
         return sorvane::test::captureDevice(kel::String(name), kel::String(kCameraDescription), kel::String(locator));
-    }
-
-    // Runs the operation and returns what it threw; PASS when it returned.
-    template <class Operation>
-    static CaptureException outcome(Operation operation)
-    {
-        try {
-            operation();
-        } catch (const CaptureException& e) {
-            return e;
-        }
-        return CaptureException(TestResult::PASS(), 0, nullptr, nullptr);
     }
 
     int journalCount(const std::wstring& prefix) const
@@ -116,7 +106,7 @@ TEST_F(CaptureBaseTest, MissingDeviceIsNoDeviceWithAWarning)
          {camera(L"Lab Webcam That Is Not There"), camera(kCamera, lowerLocator.c_str())}) {
         PlainCapture capture(device, kel::String(kTitle));
         capture.setupGraph();
-        const CaptureException e = outcome([&] { capture.setupDevice(); });
+        const CaptureException e = outcomeOf([&] { capture.setupDevice(); });
         EXPECT_EQ(e.getResult(), TestResult::NODEVICE());
         EXPECT_EQ(e.getWarningEvent(), sorvane::g_warningDeviceNotFound);
         EXPECT_EQ(e.getErrorEvent(), nullptr);
@@ -155,7 +145,7 @@ TEST_F(CaptureBaseTest, EmptyCategoryIsNoDeviceWithAnError)
     {
         EmptyVideoInputCategory empty;
         ASSERT_TRUE(empty.moved());
-        e = outcome([&] { capture.setupDevice(); });
+        e = outcomeOf([&] { capture.setupDevice(); });
     }
     EXPECT_EQ(e.getResult(), TestResult::NODEVICE());
     EXPECT_EQ(e.getErrorEvent(), sorvane::g_warningDeviceNotFound);
@@ -226,7 +216,7 @@ TEST_F(CaptureBaseTest, InteractivePreviewAsksWithRelabelledButtons)
         CaptureException e(TestResult::PASS(), 0, nullptr, nullptr);
         {
             WindowWatcher watcher(L"#32770", kTitle, std::ref(script));
-            e = outcome([&] { capture.captureToScreen(); });
+            e = outcomeOf([&] { capture.captureToScreen(); });
         }
         EXPECT_EQ(e.getResult(), answer.result);
         EXPECT_EQ(e.getErrorEvent(), answer.event);
@@ -286,7 +276,7 @@ TEST_F(CaptureBaseTest, RunRefusedBecauseTheDeviceIsInUseIsNotRetried)
         SCOPED_TRACE(narrow(kel::String(code)));
         lab::DeviceOverride fault(kCamera, L"fault.run", code);
         PlainCapture capture(camera(), kel::String(kTitle));
-        const CaptureException e = outcome([&] { capture.captureToScreen(); });
+        const CaptureException e = outcomeOf([&] { capture.captureToScreen(); });
         EXPECT_EQ(e.getResult(), TestResult::CANNOTRUN());
         EXPECT_EQ(e.getWarningEvent(), sorvane::g_errorDeviceInUse);
         uint64_t expected = 0;
@@ -306,7 +296,7 @@ TEST_F(CaptureBaseTest, RunRefusedWhileFastAccessRunsIsDeviceBusy)
     sorvane::test::ManualClock clock;
     lab::DeviceOverride fault(kCamera, L"fault.run", L"0x8007001F");
     PlainCapture capture(camera(), kel::String(kTitle));
-    const CaptureException e = outcome([&] { capture.captureToScreen(); });
+    const CaptureException e = outcomeOf([&] { capture.captureToScreen(); });
     EXPECT_EQ(e.getResult(), TestResult::DEVICEBUSY());
     EXPECT_EQ(e.getWarningEvent(), sorvane::g_fastAccessRunning);
     EXPECT_EQ(journalCount(L"Pause"), 1);
@@ -317,7 +307,7 @@ TEST_F(CaptureBaseTest, OtherRunFailuresAreRetriedTenTimesAndTheLastRethrown)
     sorvane::test::ManualClock clock;
     lab::DeviceOverride fault(kCamera, L"fault.run", L"0x8007001F");
     PlainCapture capture(camera(), kel::String(kTitle));
-    const CaptureException e = outcome([&] { capture.captureToScreen(); });
+    const CaptureException e = outcomeOf([&] { capture.captureToScreen(); });
     EXPECT_EQ(e.getResult(), TestResult::FAIL());
     EXPECT_EQ(e.getErrorEvent(), sorvane::g_errorCreatingFilterGraph);
     EXPECT_EQ(static_cast<unsigned long>(e.getErrorCode()), 0x8007001Ful);
@@ -332,7 +322,7 @@ TEST_F(CaptureBaseTest, RunningMediaCenterStopsTheTestBeforeAnyGraph)
     ASSERT_TRUE(mediaCenter.started());
     for (int toFile = 0; toFile < 2; ++toFile) {
         PlainCapture capture(camera(), kel::String(kTitle));
-        const CaptureException e = outcome([&] {
+        const CaptureException e = outcomeOf([&] {
             if (toFile) {
                 capture.captureToFile(kel::String(L"sorvane-never-written"));
             } else {

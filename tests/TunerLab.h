@@ -3,6 +3,7 @@
 #pragma once
 
 #include "FrameworkTest.h"
+#include "Outcome.h"
 #include "WindowWatcher.h"
 
 #include <CaptureException.h>
@@ -97,17 +98,7 @@ inline bool noCaptureWindowLeft()
     return sorvane::test::WindowWatcher::countInThisProcess(L"KEL_CaptureBase_Window") == 0;
 }
 
-// The failure an operation ends with; a PASS result when it returns normally.
-template <class Operation>
-CaptureException outcomeOf(Operation operation)
-{
-    try {
-        operation();
-    } catch (const CaptureException& e) {
-        return e;
-    }
-    return CaptureException(ruvo::TestResult::PASS(), 0, nullptr, nullptr);
-}
+using sorvane::test::outcomeOf;
 
 // A test on the lab's analog cards: their journals start empty, the TV card's settings may
 // be overridden for the test, and every lab object and capture window is gone at the end.

@@ -2,6 +2,7 @@
 // frames and their description, the settling delay, time-outs and rebuilds, the graph wiring,
 // the privacy shutter, and everything released afterwards.
 #include "FrameworkTest.h"
+#include "Outcome.h"
 #include "ManualClock.h"
 #include "ProgramCopies.h"
 #include "RunningProgram.h"
@@ -256,12 +257,7 @@ protected:
     // The exception the capture ends with; a PASS result when there was none.
     CaptureException captureFailure(Webcam& webcam, unsigned long long count)
     {
-        try {
-            webcam.captureFrames(count);
-        } catch (const CaptureException& e) {
-            return e;
-        }
-        return CaptureException(TestResult::PASS(), 0, nullptr, nullptr);
+        return sorvane::test::outcomeOf([&] { webcam.captureFrames(count); });
     }
 
     CaptureException captureFailure(const wchar_t* camera, unsigned long long count)
