@@ -23,7 +23,7 @@ void scramble(BYTE *buffer, long length, unsigned long frame)
 } // namespace
 
 CapturePin::CapturePin(BaseFilter &filter, const std::wstring &name, FrameSource &source)
-    : OutputPin(filter, name, PIN_CATEGORY_CAPTURE), m_source(source), m_device(DeviceRegistry::device(L""))
+    : StreamingPin(filter, name, PIN_CATEGORY_CAPTURE), m_source(source), m_device(DeviceRegistry::device(L""))
 {
 }
 
@@ -171,47 +171,19 @@ VideoFormat CapturePin::streamFormat() const
     return format;
 }
 
-void CapturePin::startStreaming()
-{
-    if (!isConnected() || m_formats.empty())
-        return;
-    m_delivering = true;
-    if (!m_thread.running())
-        m_thread.start([this](HANDLE stopEvent) { stream(stopEvent); });
-}
-
-void CapturePin::pauseStreaming() { m_delivering = false; }
-
-void CapturePin::stopStreaming()
-{
-    m_delivering = false;
-    m_thread.stop();
-}
-
 void CapturePin::stream(HANDLE stopEvent)
 {
     const VideoFormat format = streamFormat();
     const std::shared_ptr<DeviceState> device = m_device;
-    LARGE_INTEGER frequency = {};
-    LARGE_INTEGER begin = {};
-    QueryPerformanceFrequency(&frequency);
-    QueryPerformanceCounter(&begin);
+    const Pace pace(1000.0 / format.fps);
     const long long stopAfter = device->integer(L"fault.stopafter", -1);
     long long delivered = 0;
     REFERENCE_TIME nextStart = 0;
-    for (unsigned long frame = 0;; ++frame) {
-        LARGE_INTEGER now = {};
-        QueryPerformanceCounter(&now);
-        const double elapsedMs = static_cast<double>(now.QuadPart - begin.QuadPart) * 1000.0 / static_cast<double>(frequency.QuadPart);
-        const double dueMs = static_cast<double>(frame) * 1000.0 / format.fps;
-        const DWORD wait = dueMs > elapsedMs ? static_cast<DWORD>(dueMs - elapsedMs) : 0;
-        if (WaitForSingleObject(stopEvent, wait) == WAIT_OBJECT_0)
-            break;
-        if (!m_delivering || device->flag(L"fault.nosamples") || (stopAfter >= 0 && delivered >= stopAfter))
+    for (unsigned long frame = 0; pace.waitFor(frame, stopEvent); ++frame) {
+        if (!delivering() || device->flag(L"fault.nosamples") || (stopAfter >= 0 && delivered >= stopAfter))
             continue;
         if (deliverFrame(format, frame, nextStart) != S_OK) {
-            // Downstream refused (stopping, one-shot grabber ...): idle until told to stop.
-            WaitForSingleObject(stopEvent, INFINITE);
+            idleUntilStopped(stopEvent);
             break;
         }
         ++delivered;

@@ -12,19 +12,17 @@
 //   fault.garbage         "yes": deliver noise of the frame's length instead of the picture
 #pragma once
 
-#include <atomic>
 #include <memory>
 #include <vector>
 
 #include "common/DeviceState.h"
 #include "common/FrameSource.h"
-#include "common/OutputPin.h"
-#include "common/StreamingThread.h"
+#include "common/StreamingPin.h"
 #include "common/VideoFormat.h"
 
 namespace lab {
 
-class CapturePin : public OutputPin, public IAMStreamConfig {
+class CapturePin : public StreamingPin, public IAMStreamConfig {
 public:
     CapturePin(BaseFilter &filter, const std::wstring &name, FrameSource &source);
     ~CapturePin();
@@ -45,32 +43,23 @@ public:
     std::vector<MediaType> mediaTypes() override;
     HRESULT checkMediaType(const AM_MEDIA_TYPE &type) override;
 
-    // Run: starts the streaming thread, or lets a paused one deliver again.
-    void startStreaming();
-    // Run -> Pause: the thread stops delivering but lives on. It must not be joined here:
-    // it may sit in a paused renderer's Receive, which returns only when the graph stops.
-    void pauseStreaming();
-    // Stop: ends and joins the thread (downstream filters are stopped first and let it go).
-    void stopStreaming();
-
 protected:
     void *queryExtra(REFIID iid) override;
     long bufferSize() override;
+    bool canStream() override { return isConnected() && !m_formats.empty(); }
+    void stream(HANDLE stopEvent) override;
 
 private:
     int formatIndex(const AM_MEDIA_TYPE &type) const;
     HRESULT reconnectWith(const MediaType &type);
     // The format frames are delivered in: the connection's, else the one set, else the first.
     VideoFormat streamFormat() const;
-    void stream(HANDLE stopEvent);
     HRESULT deliverFrame(const VideoFormat &format, unsigned long frame, REFERENCE_TIME &nextStart);
 
     FrameSource &m_source;
     std::shared_ptr<DeviceState> m_device;
     std::vector<VideoFormat> m_formats;
     MediaType m_setFormat;
-    StreamingThread m_thread;
-    std::atomic<bool> m_delivering{false};
 };
 
 } // namespace lab

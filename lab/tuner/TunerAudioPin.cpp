@@ -26,7 +26,7 @@ const REFERENCE_TIME kBufferTime = TunerAudioPin::kBufferMs * 10000LL;
 } // namespace
 
 TunerAudioPin::TunerAudioPin(BaseFilter &filter, const std::wstring &name)
-    : OutputPin(filter, name, PIN_CATEGORY_CAPTURE)
+    : StreamingPin(filter, name, PIN_CATEGORY_CAPTURE)
 {
 }
 
@@ -61,37 +61,15 @@ HRESULT TunerAudioPin::checkMediaType(const AM_MEDIA_TYPE &type)
 
 long TunerAudioPin::bufferSize() { return static_cast<long>(pcmFormat().nAvgBytesPerSec) * kBufferMs / 1000; }
 
-void TunerAudioPin::startStreaming()
-{
-    if (!isConnected())
-        return;
-    m_delivering = true;
-    if (!m_thread.running())
-        m_thread.start([this](HANDLE stopEvent) { stream(stopEvent); });
-}
-
-void TunerAudioPin::pauseStreaming() { m_delivering = false; }
-
-void TunerAudioPin::stopStreaming()
-{
-    m_delivering = false;
-    m_thread.stop();
-}
-
 void TunerAudioPin::stream(HANDLE stopEvent)
 {
+    const Pace pace(kBufferMs);
     REFERENCE_TIME nextStart = 0;
-    const DWORD begin = GetTickCount();
-    for (DWORD buffer = 0;; ++buffer) {
-        const DWORD due = buffer * kBufferMs;
-        const DWORD elapsed = GetTickCount() - begin;
-        if (WaitForSingleObject(stopEvent, due > elapsed ? due - elapsed : 0) == WAIT_OBJECT_0)
-            return;
-        if (!m_delivering)
+    for (unsigned long buffer = 0; pace.waitFor(buffer, stopEvent); ++buffer) {
+        if (!delivering())
             continue;
         if (deliverBuffer(nextStart) != S_OK) {
-            // Downstream refused (stopping, nothing to play on): idle until told to stop.
-            WaitForSingleObject(stopEvent, INFINITE);
+            idleUntilStopped(stopEvent);
             return;
         }
     }
