@@ -4,6 +4,7 @@
 #include <string>
 
 #include "common/ClassRegistry.h"
+#include "common/LockedRead.h"
 
 namespace lab {
 
@@ -74,14 +75,7 @@ STDMETHODIMP FileWriter::SetMode(DWORD flags)
     return S_OK;
 }
 
-STDMETHODIMP FileWriter::GetMode(DWORD *flags)
-{
-    if (!flags)
-        return E_POINTER;
-    std::lock_guard<std::mutex> guard(m_settingsLock);
-    *flags = m_mode;
-    return S_OK;
-}
+STDMETHODIMP FileWriter::GetMode(DWORD *flags) { return readLocked(m_settingsLock, flags, m_mode); }
 
 STDMETHODIMP_(ULONG) FileWriter::GetMiscFlags() { return AM_FILTER_MISC_FLAGS_IS_RENDERER; }
 

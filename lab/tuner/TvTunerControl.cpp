@@ -3,6 +3,7 @@
 
 #include "common/DeviceConfig.h"
 #include "common/DeviceState.h"
+#include "common/LockedRead.h"
 #include "tuner/ChannelMap.h"
 
 namespace lab {
@@ -250,14 +251,7 @@ STDMETHODIMP TvTunerControl::put_CountryCode(LONG country)
         });
 }
 
-STDMETHODIMP TvTunerControl::get_CountryCode(LONG *country)
-{
-    if (!country)
-        return E_POINTER;
-    std::lock_guard<std::mutex> guard(m_lock);
-    *country = m_country;
-    return S_OK;
-}
+STDMETHODIMP TvTunerControl::get_CountryCode(LONG *country) { return readLocked(m_lock, country, m_country); }
 
 STDMETHODIMP TvTunerControl::put_TuningSpace(LONG tuningSpace)
 {
@@ -268,11 +262,7 @@ STDMETHODIMP TvTunerControl::put_TuningSpace(LONG tuningSpace)
 
 STDMETHODIMP TvTunerControl::get_TuningSpace(LONG *tuningSpace)
 {
-    if (!tuningSpace)
-        return E_POINTER;
-    std::lock_guard<std::mutex> guard(m_lock);
-    *tuningSpace = m_tuningSpace;
-    return S_OK;
+    return readLocked(m_lock, tuningSpace, m_tuningSpace);
 }
 
 STDMETHODIMP TvTunerControl::Logon(HANDLE) { return S_OK; }
@@ -307,14 +297,7 @@ STDMETHODIMP TvTunerControl::put_Mode(AMTunerModeType mode)
         });
 }
 
-STDMETHODIMP TvTunerControl::get_Mode(AMTunerModeType *mode)
-{
-    if (!mode)
-        return E_POINTER;
-    std::lock_guard<std::mutex> guard(m_lock);
-    *mode = m_mode;
-    return S_OK;
-}
+STDMETHODIMP TvTunerControl::get_Mode(AMTunerModeType *mode) { return readLocked(m_lock, mode, m_mode); }
 
 STDMETHODIMP TvTunerControl::GetAvailableModes(LONG *modes)
 {
