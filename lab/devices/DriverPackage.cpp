@@ -1,6 +1,7 @@
 #include "devices/DriverPackage.h"
 
 #include <windows.h>
+#include <fstream>
 
 #include "common/GuidText.h"
 
@@ -81,14 +82,9 @@ std::wstring DriverPackage::infText() const
 bool DriverPackage::writeTo(const std::wstring &file) const
 {
     const std::wstring text = L"\xFEFF" + infText();
-    HANDLE handle = CreateFileW(file.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (handle == INVALID_HANDLE_VALUE)
-        return false;
-    DWORD done = 0;
-    const DWORD bytes = static_cast<DWORD>(text.size() * sizeof(wchar_t));
-    const bool written = WriteFile(handle, text.data(), bytes, &done, nullptr) && done == bytes;
-    CloseHandle(handle);
-    return written;
+    std::ofstream out(file.c_str(), std::ios::binary | std::ios::trunc);
+    out.write(reinterpret_cast<const char *>(text.data()), static_cast<std::streamsize>(text.size() * sizeof(wchar_t)));
+    return static_cast<bool>(out.flush());
 }
 
 } // namespace lab
