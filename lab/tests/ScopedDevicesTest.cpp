@@ -85,13 +85,18 @@ TEST_F(LabScopedDevices, AddsItsDevicesForTheScopeAndRemovesExactlyThem)
         const ScopedLabDevices devices(camera(L"Scoped Camera A", cameraPath(0x1234, 0x0001, 1),
                                               L"manufacturer = Scoped Optics\ndriver.provider = Scoped Drivers\n") +
                                        camera(L"Scoped Camera B", cameraPath(0x1234, 0x0002, 2)) +
-                                       L"[webcam]\nname = Scoped Software Camera\nformat = YUY2 320x240 30\n");
+                                       L"[webcam]\nname = Scoped Software Camera\nformat = YUY2 320x240 30\n"
+                                       L"[headset]\nname = Scoped Headset\nmoniker = no\nmanufacturer = Scoped Audio\n"
+                                       L"instance = USB\\VID_1234&PID_0003&MI_01\\8&3&0&0001\n");
         EXPECT_EQ((std::vector<std::wstring>{L"USB\\VID_1234&PID_0001&MI_00\\8&1&0&0000",
-                                             L"USB\\VID_1234&PID_0002&MI_00\\8&2&0&0000"}),
+                                             L"USB\\VID_1234&PID_0002&MI_00\\8&2&0&0000",
+                                             L"USB\\VID_1234&PID_0003&MI_01\\8&3&0&0001"}),
                   devices.instanceIds())
             << "the software camera has no hardware record";
         infFiles = devices.infFiles();
-        ASSERT_EQ(2u, infFiles.size()) << "two manufacturers, two driver packages";
+        ASSERT_EQ(3u, infFiles.size()) << "three manufacturers, three driver packages";
+        EXPECT_TRUE(contains(DeviceInfoList(labtest::kMediaClass, L"USB").instanceIds(), devices.instanceIds()[2]))
+            << "hardware without a capture filter is a MEDIA record only";
 
         const std::vector<std::wstring> names = videoInputNames();
         EXPECT_EQ(namesBefore.size() + 3, names.size());
