@@ -52,9 +52,11 @@ std::wstring DriverPackage::modelsSections() const
 
 std::wstring DriverPackage::installSections() const
 {
+    const std::wstring install = L"[" + std::wstring(installSection()) + installSectionExtension() + L"]\r\n";
+    if (!m_records.front()->copiesFile())
+        return install + L"; the device needs no file of its own\r\n\r\n";
     const std::wstring file = m_records.front()->driverFile;
-    return L"[DestinationDirs]\r\nDefaultDestDir = 12\r\n\r\n"
-           L"[" + std::wstring(installSection()) + installSectionExtension() + L"]\r\n"
+    return L"[DestinationDirs]\r\nDefaultDestDir = 12\r\n\r\n" + install +
            L"CopyFiles = LabDriver_CopyFiles\r\n\r\n"
            L"[LabDriver_CopyFiles]\r\n" + file + L"\r\n\r\n"
            L"[SourceDisksNames]\r\n1 = %Disk%\r\n\r\n"

@@ -11,6 +11,7 @@
 #include <gtest/gtest.h>
 
 #include "DeviceInfoList.h"
+#include "DriverInventory.h"
 #include "LabGraph.h"
 #include "lab/LabControl.h"
 #include "lab/ScopedLabDevices.h"
@@ -199,6 +200,21 @@ TEST_F(LabScopedDevices, RefusesMistakesAndLeavesTheLabAsItWas)
     EXPECT_THROW(ScopedLabDevices(L"no section\n"), std::runtime_error);
     EXPECT_EQ(namesBefore, videoInputNames());
     EXPECT_TRUE(contains(DeviceInfoList(labtest::kImageClass, L"USB").instanceIds(), kLabCamera));
+}
+
+TEST_F(LabScopedDevices, ADriverPackageMayCopyNoFile)
+{
+    const ScopedLabDevices card(L"[analog-capture]\nname = Scoped Card Without Files\nformat = YUY2 640x480 30\n"
+                                L"path = \\\\?\\pci#ven_fffd&dev_0001&subsys_00000000&rev_01#4&5&0&0005#"
+                                L"{65e8773d-8f56-11d0-a3b9-00a0c9223196}\\global\ndriver.file = none\n"
+                                L"driver.provider = Scoped Drivers\n");
+    const DeviceInfoList cards(labtest::kMediaClass, L"PCI");
+    SP_DEVINFO_DATA device = {};
+    ASSERT_TRUE(cards.find(card.instanceIds().at(0), device));
+    labtest::DriverFacts facts;
+    ASSERT_TRUE(labtest::readDriver(cards.handle(), device, facts)) << GetLastError();
+    EXPECT_STREQ(L"Scoped Drivers", facts.info.ProviderName);
+    EXPECT_TRUE(facts.files.empty());
 }
 
 } // namespace

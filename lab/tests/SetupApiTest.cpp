@@ -10,9 +10,11 @@
 #include <gtest/gtest.h>
 
 #include "DeviceInfoList.h"
+#include "DriverInventory.h"
 #include "lab/WineSetupApi.h"
 
 using labtest::DeviceInfoList;
+using labtest::DriverFacts;
 
 namespace {
 
@@ -37,88 +39,9 @@ std::wstring lower(std::wstring text)
     return text;
 }
 
-class FileQueue {
-public:
-    FileQueue() : m_queue(SetupOpenFileQueue()) {}
-    ~FileQueue()
-    {
-        if (m_queue != INVALID_HANDLE_VALUE)
-            SetupCloseFileQueue(m_queue);
-    }
-    FileQueue(const FileQueue &) = delete;
-    FileQueue &operator=(const FileQueue &) = delete;
-    HSPFILEQ handle() const { return m_queue; }
-
-    std::vector<std::wstring> targets() const
-    {
-        std::vector<std::wstring> files;
-        DWORD result = 0;
-        SetupScanFileQueueW(m_queue, SPQ_SCAN_USE_CALLBACK, nullptr, &FileQueue::collect, &files, &result);
-        return files;
-    }
-
-private:
-    static UINT CALLBACK collect(void *context, UINT, UINT_PTR target, UINT_PTR)
-    {
-        static_cast<std::vector<std::wstring> *>(context)->push_back(reinterpret_cast<const wchar_t *>(target));
-        return NO_ERROR;
-    }
-
-    HSPFILEQ m_queue;
-};
-
-// What a driver inventory learns of the installed driver, in the order such code asks.
-struct DriverFacts {
-    SP_DRVINFO_DATA_V2_W info = {};
-    std::wstring infFile;
-    std::vector<std::wstring> files;
-};
-
-bool buildDriverList(HDEVINFO set, SP_DEVINFO_DATA &device)
-{
-    SP_DEVINSTALL_PARAMS_W params = {};
-    params.cbSize = sizeof(params);
-    if (!SetupDiGetDeviceInstallParamsW(set, &device, &params))
-        return false;
-    params.FlagsEx |= DI_FLAGSEX_INSTALLEDDRIVER;
-    if (!SetupDiSetDeviceInstallParamsW(set, &device, &params) || !SetupDiBuildDriverInfoList(set, &device, SPDIT_COMPATDRIVER))
-        return false;
-    params.FlagsEx |= DI_FLAGSEX_APPENDDRIVERLIST;
-    return SetupDiSetDeviceInstallParamsW(set, &device, &params) && SetupDiBuildDriverInfoList(set, &device, SPDIT_COMPATDRIVER);
-}
-
-void queueDriverFiles(HDEVINFO set, SP_DEVINFO_DATA &device, DriverFacts &facts)
-{
-    ASSERT_TRUE(SetupDiSetSelectedDriverW(set, &device, reinterpret_cast<SP_DRVINFO_DATA_W *>(&facts.info)));
-    const FileQueue queue;
-    ASSERT_NE(INVALID_HANDLE_VALUE, queue.handle());
-    SP_DEVINSTALL_PARAMS_W params = {};
-    params.cbSize = sizeof(params);
-    ASSERT_TRUE(SetupDiGetDeviceInstallParamsW(set, &device, &params));
-    params.FileQueue = queue.handle();
-    params.Flags |= DI_NOVCP;
-    ASSERT_TRUE(SetupDiSetDeviceInstallParamsW(set, &device, &params));
-    ASSERT_TRUE(SetupDiCallClassInstaller(DIF_INSTALLDEVICEFILES, set, &device)) << GetLastError();
-    facts.files = queue.targets();
-}
-
 void readDriver(const DeviceInfoList &list, SP_DEVINFO_DATA &device, DriverFacts &facts)
 {
-    ASSERT_TRUE(buildDriverList(list.handle(), device));
-    facts.info.cbSize = sizeof(facts.info);
-    ASSERT_TRUE(SetupDiEnumDriverInfoW(list.handle(), &device, SPDIT_COMPATDRIVER, 0,
-                                       reinterpret_cast<SP_DRVINFO_DATA_W *>(&facts.info)));
-    // A fixed buffer as inventory code uses: the hardware IDs may not fit, the rest does.
-    union {
-        SP_DRVINFO_DETAIL_DATA_W detail;
-        BYTE bytes[1584];
-    } buffer = {};
-    buffer.detail.cbSize = sizeof(buffer.detail);
-    const BOOL detail = SetupDiGetDriverInfoDetailW(list.handle(), &device, reinterpret_cast<SP_DRVINFO_DATA_W *>(&facts.info),
-                                                    &buffer.detail, sizeof(buffer), nullptr);
-    ASSERT_TRUE(detail || GetLastError() == ERROR_INSUFFICIENT_BUFFER);
-    facts.infFile = buffer.detail.InfFileName;
-    queueDriverFiles(list.handle(), device, facts);
+    ASSERT_TRUE(labtest::readDriver(list.handle(), device, facts)) << GetLastError();
 }
 
 SYSTEMTIME day(const FILETIME &time)
