@@ -175,9 +175,7 @@ HRESULT SetupApiWriter::writeRecord(const SetupApiRecord &record, const std::wst
         error = record.sections + L": the device " + record.instanceId + L" exists already";
         return HRESULT_FROM_WIN32(ERROR_ALREADY_EXISTS);
     }
-    LSTATUS status = writeClassKey(record);
-    if (status == ERROR_SUCCESS)
-        status = writeDriverKey(record, kClassRoot + driver, infName);
+    LSTATUS status = writeDriverKey(record, kClassRoot + driver, infName);
     if (status == ERROR_SUCCESS)
         written.keys.push_back(kClassRoot + driver);
     if (status == ERROR_SUCCESS)
@@ -210,6 +208,10 @@ HRESULT SetupApiWriter::write(const std::vector<SetupApiRecord> &records, bool k
             // Driver keys are numbered per class, after those already there.
             const std::wstring classKey = kClassRoot + lowerGuid(record->classGuid);
             const auto number = driverNumbers.emplace(classKey, 0);
+            if (number.second && writeClassKey(*record) != ERROR_SUCCESS) {
+                error = L"cannot write the class key " + classKey;
+                return E_FAIL;
+            }
             if (number.second)
                 number.first->second = nextDriverNumber(classKey);
             const std::wstring driver = lowerGuid(record->classGuid) + L"\\" + fourDigits(number.first->second++);

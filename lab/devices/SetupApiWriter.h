@@ -24,7 +24,7 @@ public:
     static std::wstring infFolder();
 
 private:
-    // The device key, its driver key ("Driver" = {class}\NNNN) and the class key.
+    // The device key and its driver key ("Driver" = {class}\NNNN).
     static HRESULT writeRecord(const SetupApiRecord &record, const std::wstring &driver, const std::wstring &infName,
                                bool keepExisting, WrittenItems &written, std::wstring &error);
 };
