@@ -7,9 +7,7 @@
 
 #include <atlbase.h>
 
-#include "common/DeviceConfig.h"
 #include "common/GuidText.h"
-#include "common/RegistryKey.h"
 #include "devices/HiddenLabDevices.h"
 #include "devices/MonikerWriter.h"
 #include "devices/SetupApiRecord.h"
