@@ -10,6 +10,7 @@
 #include "common/DeviceConfig.h"
 #include "common/GuidText.h"
 #include "common/RegistryKey.h"
+#include "setup/RealSenseSetup.h"
 
 namespace lab {
 
@@ -104,6 +105,8 @@ HRESULT LabSetup::writeDevices(const LabDescription &description, std::wstring &
         return hr;
     }
     for (const DeviceDescription &device : description.devices()) {
+        if (RealSenseSetup::handles(device))
+            continue;
         hr = writeDevice(device, error);
         if (FAILED(hr))
             return hr;
