@@ -6,6 +6,7 @@
 #include "FrameworkTest.h"
 #include "HostProgram.h"
 #include "ProgramCopies.h"
+#include "SavedRegistryValue.h"
 #include "StandInRuntime.h"
 
 #include <RealSenseEnumeration.h>
@@ -16,6 +17,7 @@
 namespace {
 
 using sorvane::test::DepthProbe;
+using sorvane::test::SavedRegistryValue;
 using sorvane::test::StandInRuntime;
 using sorvane::test::binFolder;
 using sorvane::test::contains;
@@ -26,40 +28,6 @@ const wchar_t kWow64Dispatch[] = L"Software\\Wow6432Node\\Intel\\RSSDK\\Dispatch
 const wchar_t kCoreDispatch[] = L"Software\\Intel\\RSSDK\\v4\\Dispatch";
 
 const char kOneCamera[] = "[realsense-capture]\nname = Capture\n[realsense-camera]\nname = Depth Cam\n";
-
-// One registry value of HKLM, as it was when the test began, put back when it ends.
-class SavedValue {
-public:
-    SavedValue(const wchar_t* key, const wchar_t* name) : m_key(key), m_name(name), m_present(read(m_value)) {}
-    ~SavedValue()
-    {
-        if (m_present) set(m_value);
-        else remove();
-    }
-
-    void set(const std::wstring& value) const
-    {
-        RegSetKeyValueW(HKEY_LOCAL_MACHINE, m_key, m_name, REG_SZ, value.c_str(),
-                        static_cast<DWORD>((value.size() + 1) * sizeof(wchar_t)));
-    }
-    void remove() const { RegDeleteKeyValueW(HKEY_LOCAL_MACHINE, m_key, m_name); }
-
-private:
-    bool read(std::wstring& value) const
-    {
-        wchar_t buffer[1024] = {};
-        DWORD size = sizeof buffer;
-        if (RegGetValueW(HKEY_LOCAL_MACHINE, m_key, m_name, RRF_RT_REG_SZ, nullptr, buffer, &size) != ERROR_SUCCESS)
-            return false;
-        value = buffer;
-        return true;
-    }
-
-    const wchar_t* m_key;
-    const wchar_t* m_name;
-    std::wstring m_value;
-    bool m_present;
-};
 
 std::string lower(std::string text)
 {
@@ -140,9 +108,9 @@ protected:
 
     static std::string inBin(const char* relative) { return lower(narrow(binFolder()) + relative); }
 
-    SavedValue m_dispatch;
-    SavedValue m_wow64;
-    SavedValue m_core;
+    SavedRegistryValue m_dispatch;
+    SavedRegistryValue m_wow64;
+    SavedRegistryValue m_core;
     StandInRuntime m_runtime;
 };
 
