@@ -71,10 +71,10 @@ std::string joined(const std::vector<std::string>& lines)
 class RealSenseEnumerationTest : public sorvane::test::FrameworkTest {
 protected:
     // Log lines of the "libSorvane" logger that contain `text`.
-    size_t logged(const char* text) const
+    size_t logged(const char* text)
     {
         size_t count = 0;
-        for (const auto& line : const_cast<RealSenseEnumerationTest*>(this)->log().find(kel::String(text))) {
+        for (const auto& line : log().find(kel::String(text))) {
             if (line.category == kel::String("libSorvane")) ++count;
         }
         return count;
