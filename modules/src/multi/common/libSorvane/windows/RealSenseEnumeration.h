@@ -10,8 +10,9 @@
 namespace sorvane {
 
 // Replaces `devices` with the records of every camera the runtime's video-capture
-// implementations report, in their order, and returns how many there are. Returns 0 (and an
-// empty array) before Windows 8.1, without a runtime, or when it fails; never throws.
+// implementations report, in their order, and returns how many records there are (a camera that
+// two implementations report counts twice). Returns 0 (and an empty array) before Windows 8.1,
+// without a runtime, or when it fails; never throws.
 SORVANE_API unsigned enumIntelRealSenseDevice(kel::Array<PXCCapture::DeviceInfo>& devices);
 
 } // namespace sorvane
