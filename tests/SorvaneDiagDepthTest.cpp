@@ -66,7 +66,16 @@ DWORD runCopy(const std::wstring& program, const std::wstring& arguments, std::s
         CloseHandle(process.hThread);
     }
     CloseHandle(out);
-    output = sorvane::test::ScratchFolder::read(outputFile);
+    // The ended program's copy of the handle may close a moment after it is reported ended, so
+    // the file is read sharing write access.
+    output.clear();
+    HANDLE in = CreateFileW(outputFile.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
+                            0, nullptr);
+    char chunk[4096];
+    DWORD read = 0;
+    while (in != INVALID_HANDLE_VALUE && ReadFile(in, chunk, sizeof chunk, &read, nullptr) && read > 0)
+        output.append(chunk, read);
+    if (in != INVALID_HANDLE_VALUE) CloseHandle(in);
     return exitCode;
 }
 
