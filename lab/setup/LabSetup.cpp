@@ -13,6 +13,7 @@
 #include "devices/SetupApiRecord.h"
 #include "devices/SetupApiWriter.h"
 #include "devices/WrittenItems.h"
+#include "setup/RealSenseSetup.h"
 
 namespace lab {
 
@@ -75,7 +76,7 @@ HRESULT LabSetup::writeDevices(const LabDescription &description, std::wstring &
         return hr;
     }
     for (const DeviceDescription &device : description.devices()) {
-        if (!MonikerWriter::hasMoniker(device))
+        if (RealSenseSetup::handles(device) || !MonikerWriter::hasMoniker(device))
             continue;
         hr = writeDevice(device, error);
         if (FAILED(hr))

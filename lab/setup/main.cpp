@@ -8,6 +8,7 @@
 
 #include "setup/LabDescription.h"
 #include "setup/LabSetup.h"
+#include "setup/RealSenseSetup.h"
 
 namespace {
 
@@ -56,6 +57,8 @@ int main()
         else if (FAILED(hr = setup.writeDevices(description, error)))
             result = fail(error, hr);
         else if (FAILED(hr = setup.verifyDevices(error)))
+            result = fail(error, hr);
+        else if (FAILED(hr = lab::RealSenseSetup(programFolder(), file).write(description, error)))
             result = fail(error, hr);
         FreeLibrary(dll);
     }

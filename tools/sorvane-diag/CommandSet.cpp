@@ -15,6 +15,7 @@ CommandSet::CommandSet() : m_demo(m_list, m_webcam)
     m_all.push_back(&m_tv);
     m_all.push_back(&m_fm);
     m_all.push_back(&m_demo);
+    m_all.push_back(&m_depth);
 }
 
 Command* CommandSet::find(const std::wstring& name)

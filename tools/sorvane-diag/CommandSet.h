@@ -3,6 +3,7 @@
 
 #include "Command.h"
 #include "DemoCommand.h"
+#include "DepthCommand.h"
 #include "FmCommand.h"
 #include "ListCommand.h"
 #include "PreviewCommand.h"
@@ -39,6 +40,7 @@ private:
     TvCommand m_tv;
     FmCommand m_fm;
     DemoCommand m_demo;
+    DepthCommand m_depth;
     std::vector<Command*> m_all;
 };
 

@@ -133,6 +133,11 @@ void RunReport::setErrorCode(long code)
 
 void RunReport::addMessage(const std::wstring& message) { m_messages.push_back(message); }
 
+void RunReport::addSection(const std::wstring& key, const std::function<void(JsonWriter&)>& write)
+{
+    m_sections.push_back(std::make_pair(key, write));
+}
+
 void RunReport::setResult(const ruvo::TestResult& result)
 {
     m_hasResult = true;
@@ -244,6 +249,10 @@ std::string RunReport::toJson() const
         json.key(L"devices").beginArray();
         for (const Device& device : m_devices) writeDevice(json, device);
         json.endArray();
+    }
+    for (const auto& section : m_sections) {
+        json.key(section.first);
+        section.second(json);
     }
     writeEvents(json);
     writeProgress(json);

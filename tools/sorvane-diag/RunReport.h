@@ -9,6 +9,7 @@
 
 #include <chrono>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -52,6 +53,8 @@ public:
     void addMessage(const std::wstring& message);
     void setResult(const ruvo::TestResult& result);
     void setExitCode(int exitCode);
+    // A command's own member of the report (`depth`'s cameras ...), written after the devices.
+    void addSection(const std::wstring& key, const std::function<void(JsonWriter&)>& write);
 
     int64_t elapsedMs() const;
     const std::vector<std::wstring>& files() const { return m_files; }
@@ -93,6 +96,7 @@ private:
     std::vector<std::wstring> m_files;
     std::vector<std::pair<std::wstring, int64_t> > m_timings;
     std::vector<std::wstring> m_messages;
+    std::vector<std::pair<std::wstring, std::function<void(JsonWriter&)> > > m_sections;
     bool m_hasErrorCode;
     long m_errorCode;
     bool m_hasResult;
