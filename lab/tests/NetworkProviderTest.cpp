@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include <atlbase.h>
@@ -339,6 +340,64 @@ TEST_F(NetworkProviderTest, FrequencyMapGivesEachCountrysDvbtChannels)
                                                 L"CountryCode 44 failed 0x80070057",
                                                 L"DefaultFrequencyMapping 44 failed 0x8007000E"};
     EXPECT_EQ(expected, journal);
+}
+
+} // namespace
+
+namespace {
+
+// What a device probe does: the ATSC space's network type names the provider to create, which
+// joins a filter graph, gives its ITuner, and connects directly to the tuner filter.
+TEST_F(NetworkProviderTest, AtscSpaceLeadsToItsProviderInAGraph)
+{
+    CComPtr<IGraphBuilder> graph;
+    ASSERT_HRESULT_SUCCEEDED(graph.CoCreateInstance(CLSID_FilterGraph, nullptr, CLSCTX_INPROC_SERVER));
+    CComPtr<ITuningSpace> space = labtest::systemSpace(L"ATSC");
+    ASSERT_TRUE(space);
+    CLSID providerClass = GUID_NULL;
+    ASSERT_HRESULT_SUCCEEDED(CLSIDFromString(labtest::networkType(space).c_str(), &providerClass));
+    CComPtr<IBaseFilter> filter;
+    ASSERT_HRESULT_SUCCEEDED(filter.CoCreateInstance(providerClass, nullptr, CLSCTX_INPROC_SERVER));
+    ASSERT_HRESULT_SUCCEEDED(graph->AddFilter(filter, L"Network Provider"));
+    CComQIPtr<ITuner> tuner(filter);
+    ASSERT_TRUE(tuner);
+
+    // The stub stays outside the graph: it has no pin enumeration for the graph to walk.
+    CComPtr<labtest::StubBdaTuner> device(new labtest::StubBdaTuner());
+    CComPtr<IPin> pin = antenna(filter);
+    ASSERT_HRESULT_SUCCEEDED(graph->ConnectDirect(pin, device->input(), nullptr));
+    CComPtr<IPin> peer;
+    ASSERT_HRESULT_SUCCEEDED(pin->ConnectedTo(&peer));
+    EXPECT_TRUE(peer.p == device->input());
+    ASSERT_HRESULT_SUCCEEDED(tuner->put_TuneRequest(labtest::atscRequest(L"ATSC", 9, -1, 9, BDA_MOD_NOT_SET, 1)));
+    EXPECT_EQ(deliveryCalls(189000, 6, BDA_MOD_8VSB), device->calls());
+
+    peer.Release();
+    pin.Release();
+    tuner.Release();
+    EXPECT_HRESULT_SUCCEEDED(graph->RemoveFilter(filter));
+    EXPECT_FALSE(device->input()->ConnectedTo(&peer) == S_OK);
+}
+
+// Registered "Both": a multithreaded apartment gets the objects directly, without marshalling.
+TEST_F(NetworkProviderTest, ObjectsServeAMultithreadedApartment)
+{
+    HRESULT created = E_FAIL;
+    HRESULT tuned = E_FAIL;
+    std::thread worker([&] {
+        CoInitializeEx(nullptr, COINIT_MULTITHREADED);
+        {
+            CComPtr<IBaseFilter> filter;
+            created = filter.CoCreateInstance(CLSID_DVBTNetworkProvider, nullptr, CLSCTX_INPROC_SERVER);
+            CComQIPtr<ITuner> tuner(filter);
+            if (tuner)
+                tuned = tuner->put_TuneRequest(labtest::dvbtRequest(474000, 8));
+        }
+        CoUninitialize();
+    });
+    worker.join();
+    EXPECT_HRESULT_SUCCEEDED(created);
+    EXPECT_HRESULT_SUCCEEDED(tuned);
 }
 
 } // namespace
