@@ -1,9 +1,12 @@
 #include "bda/SystemTuningSpaces.h"
 
+#include "bda/ScopedBstr.h"
 #include "bda/TuningSpaceCatalog.h"
+#include "bda/TuningSpaceCollection.h"
 #include "bda/TuningSpaceEnumerator.h"
 #include "common/ClassRegistry.h"
 #include "common/DeviceState.h"
+#include "common/GuidText.h"
 
 namespace lab {
 
@@ -115,8 +118,8 @@ STDMETHODIMP SystemTuningSpaces::get_EnumTuningSpaces(IEnumTuningSpaces **enumer
     return TuningSpaceEnumerator::create(copies, enumerator);
 }
 
-// Scripting enumeration, the collections by class or name, and changes to the system's spaces
-// are not offered: nothing that drives the lab uses them.
+// Scripting enumeration and changes to the system's spaces are not offered: nothing that drives
+// the lab uses them, and the lab's system is read-only.
 STDMETHODIMP SystemTuningSpaces::get__NewEnum(IEnumVARIANT **enumerator)
 {
     if (enumerator)
@@ -126,25 +129,48 @@ STDMETHODIMP SystemTuningSpaces::get__NewEnum(IEnumVARIANT **enumerator)
 
 STDMETHODIMP SystemTuningSpaces::put_Item(VARIANT, ITuningSpace *) { return E_NOTIMPL; }
 
-STDMETHODIMP SystemTuningSpaces::TuningSpacesForCLSID(BSTR, ITuningSpaces **spaces)
+STDMETHODIMP SystemTuningSpaces::TuningSpacesForCLSID(BSTR spaceClass, ITuningSpaces **spaces)
 {
-    if (spaces)
-        *spaces = nullptr;
-    return E_NOTIMPL;
+    CLSID parsed = GUID_NULL;
+    if (!spaceClass || !parseGuid(spaceClass, parsed)) {
+        if (spaces)
+            *spaces = nullptr;
+        return E_INVALIDARG;
+    }
+    return _TuningSpacesForCLSID(parsed, spaces);
 }
 
-STDMETHODIMP SystemTuningSpaces::_TuningSpacesForCLSID(REFCLSID, ITuningSpaces **spaces)
+STDMETHODIMP SystemTuningSpaces::_TuningSpacesForCLSID(REFCLSID spaceClass, ITuningSpaces **spaces)
 {
-    if (spaces)
-        *spaces = nullptr;
-    return E_NOTIMPL;
+    const std::wstring wanted = guidText(spaceClass);
+    return collect([&](ITuningSpace *space) {
+        ScopedBstr text;
+        return SUCCEEDED(space->get_CLSID(text.out())) && _wcsicmp(text.text().c_str(), wanted.c_str()) == 0;
+    }, spaces);
 }
 
-STDMETHODIMP SystemTuningSpaces::TuningSpacesForName(BSTR, ITuningSpaces **spaces)
+STDMETHODIMP SystemTuningSpaces::TuningSpacesForName(BSTR name, ITuningSpaces **spaces)
 {
-    if (spaces)
-        *spaces = nullptr;
-    return E_NOTIMPL;
+    const std::wstring wanted = name ? std::wstring(name, SysStringLen(name)) : std::wstring();
+    return collect([&](ITuningSpace *space) {
+        ScopedBstr friendly;
+        space->get_FriendlyName(friendly.out());
+        return TuningSpaceCatalog::uniqueNameOf(space) == wanted || friendly.text() == wanted;
+    }, spaces);
+}
+
+template <class Matches>
+HRESULT SystemTuningSpaces::collect(Matches matches, ITuningSpaces **spaces) const
+{
+    if (!spaces)
+        return E_POINTER;
+    *spaces = nullptr;
+    std::vector<TuningSpaceCollection::Entry> found;
+    for (size_t i = 0; i < m_spaces.size(); ++i) {
+        if (matches(m_spaces[i].p))
+            found.push_back({static_cast<long>(i + 1), m_spaces[i]});
+    }
+    return TuningSpaceCollection::create(found, spaces);
 }
 
 STDMETHODIMP SystemTuningSpaces::Add(ITuningSpace *, VARIANT *) { return E_NOTIMPL; }

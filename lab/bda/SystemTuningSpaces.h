@@ -1,7 +1,8 @@
 // The system tuning spaces container under CLSID_SystemTuningSpaces (ITuningSpaceContainer):
 // the spaces TuningSpaceCatalog says the system holds, with IDs 1, 2 ... in that order. get_Item
-// takes a unique name (VT_BSTR) or an ID; what it returns, and what get_EnumTuningSpaces lists,
-// are copies, so a change to them stays with the caller (saving it back would need put_Item,
+// takes a unique name (VT_BSTR) or an ID; TuningSpacesForName (unique or friendly name) and
+// TuningSpacesForCLSID give collections of them. What these return, and what
+// get_EnumTuningSpaces lists, are copies, so a change to them stays with the caller (saving it back would need put_Item,
 // which the lab's read-only system does not offer).
 //
 // Device "System Tuning Spaces":
@@ -49,6 +50,9 @@ private:
     int indexOf(const std::wstring &name) const;
     // Position for a VARIANT index (a name or an ID), or -1; `label` names it for the journal.
     int lookUp(const VARIANT &index, std::wstring &label) const;
+    // The spaces `matches` accepts, as a collection keeping their IDs.
+    template <class Matches>
+    HRESULT collect(Matches matches, ITuningSpaces **spaces) const;
 
     std::vector<std::wstring> m_names;
     std::vector<CComPtr<ITuningSpace>> m_spaces;

@@ -13,6 +13,7 @@
 #include <gtest/gtest.h>
 
 #include "BdaTestHelpers.h"
+#include "lab/BdaGuids.h"
 #include "lab/LabControl.h"
 
 namespace {
@@ -20,6 +21,19 @@ namespace {
 using labtest::TestVariant;
 
 const wchar_t kSpaces[] = L"System Tuning Spaces";
+
+// A BSTR argument for one call.
+class BstrArgument {
+public:
+    explicit BstrArgument(const wchar_t *text) : m_text(SysAllocString(text)) {}
+    ~BstrArgument() { SysFreeString(m_text); }
+    BstrArgument(const BstrArgument &) = delete;
+    BstrArgument &operator=(const BstrArgument &) = delete;
+    BSTR get() const { return m_text; }
+
+private:
+    BSTR m_text;
+};
 
 CComPtr<ITuningSpaceContainer> container()
 {
@@ -81,6 +95,30 @@ TEST_F(BdaSystemTest, ContainerFindsSpacesByNameAndId)
     EXPECT_EQ((std::vector<std::wstring>{L"EnumTuningSpaces 5", L"Item ATSC found", L"Item 5 found", L"FindID DVB-T 5",
                                          L"Item DVB-S not found", L"Item 0 not found"}),
               lab::journal(kSpaces));
+}
+
+TEST_F(BdaSystemTest, CollectionsByClassAndNameKeepTheSystemIds)
+{
+    CComPtr<ITuningSpaceContainer> spaces = container();
+    CComPtr<ITuningSpaces> atsc;
+    ASSERT_HRESULT_SUCCEEDED(spaces->_TuningSpacesForCLSID(lab::kClsidAtscTuningSpace, &atsc));
+    CComPtr<IEnumTuningSpaces> listed;
+    ASSERT_HRESULT_SUCCEEDED(atsc->get_EnumTuningSpaces(&listed));
+    EXPECT_EQ((std::vector<std::wstring>{L"ATSC", L"ATSCCable", L"ClearQAM"}), labtest::names(listed));
+    CComPtr<ITuningSpace> third;
+    ASSERT_HRESULT_SUCCEEDED(atsc->get_Item(TestVariant(3L).get(), &third));
+    EXPECT_EQ(L"ClearQAM", labtest::uniqueName(third));
+    CComPtr<ITuningSpace> missing;
+    EXPECT_EQ(E_INVALIDARG, atsc->get_Item(TestVariant(5L).get(), &missing));
+
+    CComPtr<ITuningSpaces> named;
+    ASSERT_HRESULT_SUCCEEDED(spaces->TuningSpacesForName(BstrArgument(L"DVB-T").get(), &named));
+    LONG count = 0;
+    ASSERT_HRESULT_SUCCEEDED(named->get_Count(&count));
+    EXPECT_EQ(1, count);
+    CComPtr<ITuningSpace> dvbt;
+    ASSERT_HRESULT_SUCCEEDED(named->get_Item(TestVariant(5L).get(), &dvbt));
+    EXPECT_EQ(L"DVB-T", labtest::uniqueName(dvbt));
 }
 
 TEST_F(BdaSystemTest, SpacesTheSystemHoldsAreConfigurable)
