@@ -166,7 +166,7 @@ TEST_F(NetworkProviderTest, RequestOfAnotherNetworkTypeIsRefused)
     EXPECT_HRESULT_FAILED(atsc->get_TuneRequest(&current));
     EXPECT_FALSE(current);
     EXPECT_EQ((std::vector<std::wstring>{
-                  L"TuneRequest DVB-T DVB-T 474000 kHz not-set 8 MHz channel -1 minor -1 program -1 failed 0x80070057",
+                  L"TuneRequest DVB-T DVB-T 474000 kHz NOT_SET 8 MHz channel -1 minor -1 program -1 failed 0x80070057",
                   L"TuneRequest ATSC ATSC 177000 kHz 8VSB 6 MHz channel 7 minor -1 program 1 failed 0x80070057",
                   L"TuningSpace Digital Cable failed 0x80070057"}),
               lab::journal(kProvider));

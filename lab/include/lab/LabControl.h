@@ -21,7 +21,7 @@
 // file: "Network Provider" (the generic, ATSC and DVB-T network providers alike) and
 // "System Tuning Spaces" (the tuning spaces container and its spaces). <tuning> below is
 //   "<network> <space> <kHz> kHz <modulation> <MHz> MHz channel <c> minor <m> program <p>"
-// with network ATSC, DVB-T or DigitalCable, modulation 8VSB, 256QAM, 64QAM ... or not-set, and -1
+// with network ATSC, DVB-T or DigitalCable, modulation 8VSB, 256QAM, 64QAM ... or NOT_SET, and -1
 // for a value the request leaves unset; e.g.
 //   "TuneRequest ATSC ATSCCable 55250 kHz 256QAM 6 MHz channel 2 minor -1 program 1".
 // "Network Provider":
