@@ -21,8 +21,6 @@ const wchar_t *const kAllSpaces[] = {L"ATSC", L"ATSCCable", L"ClearQAM", L"Digit
 struct AtscSpaceTemplate {
     const wchar_t *name;
     const wchar_t *description;
-    const CLSID *spaceClass;
-    const GUID *networkType;
     ModulationType modulation;
     AtscChannelRanges ranges;
 };
@@ -42,12 +40,9 @@ AtscChannelRanges ranges(long minChannel, long maxChannel, TunerInputType input,
 }
 
 const AtscSpaceTemplate kAtscSpaces[] = {
-    {L"ATSC", L"Local ATSC Digital Antenna", &kClsidAtscTuningSpace, &kNetworkTypeAtsc, BDA_MOD_8VSB,
-     ranges(1, 99, TunerInputAntenna, 2, 69)},
-    {L"ATSCCable", L"Local ATSC Digital Cable", &kClsidAtscTuningSpace, &kNetworkTypeAtsc, BDA_MOD_256QAM,
-     ranges(1, 99, TunerInputCable, 1, 158)},
-    {L"ClearQAM", L"Local Clear QAM Digital Cable", &kClsidAtscTuningSpace, &kNetworkTypeAtsc, BDA_MOD_256QAM,
-     ranges(1, 999, TunerInputCable, 1, 158)},
+    {L"ATSC", L"Local ATSC Digital Antenna", BDA_MOD_8VSB, ranges(1, 99, TunerInputAntenna, 2, 69)},
+    {L"ATSCCable", L"Local ATSC Digital Cable", BDA_MOD_256QAM, ranges(1, 99, TunerInputCable, 1, 158)},
+    {L"ClearQAM", L"Local Clear QAM Digital Cable", BDA_MOD_256QAM, ranges(1, 999, TunerInputCable, 1, 158)},
 };
 
 HRESULT createAtsc(const AtscSpaceTemplate &model, CComPtr<ITuningSpace> &space)
@@ -55,8 +50,8 @@ HRESULT createAtsc(const AtscSpaceTemplate &model, CComPtr<ITuningSpace> &space)
     TuningSpaceFields fields;
     fields.uniqueName = model.name;
     fields.friendlyName = model.description;
-    fields.spaceClass = *model.spaceClass;
-    fields.networkType = *model.networkType;
+    fields.spaceClass = kClsidAtscTuningSpace;
+    fields.networkType = kNetworkTypeAtsc;
     const CComPtr<ILocator> locator = AtscLocator::withModulation(model.modulation);
     if (!locator)
         return E_OUTOFMEMORY;
