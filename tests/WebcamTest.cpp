@@ -62,7 +62,7 @@ ruvo::DiagDevice labWebcam(const wchar_t* friendlyName)
     CComPtr<IMoniker> moniker;
     while (monikers->Next(1, &moniker, nullptr) == S_OK) {
         CComPtr<IPropertyBag> bag;
-        moniker->BindToStorage(nullptr, nullptr, IID_IPropertyBag, reinterpret_cast<void**>(&bag));
+        moniker->BindToStorage(nullptr, nullptr, IID_PPV_ARGS(&bag));
         moniker.Release();
         if (!bag || bagText(bag, L"FriendlyName") != text(friendlyName)) continue;
         ruvo::DiagDevice device(text(friendlyName), bagText(bag, L"Description"),
@@ -576,6 +576,30 @@ TEST_F(WebcamTest, RecordingRendersTheCaptureStreamIntoTheMultiplexer)
     ASSERT_EQ(read, sizeof(header));
     EXPECT_EQ(std::string(header, 4), "RIFF");
     EXPECT_EQ(std::string(header + 8, 4), "AVI ");
+}
+
+TEST_F(WebcamTest, RecordingWhoseStreamDoesNotRenderIsLeftToTheRun)
+{
+    sorvane::test::ManualClock clock;
+    lab::DeviceOverride unconnectable(kYuy2Camera, L"fault.connect", L"yes");
+    Webcam webcam(labWebcam(kYuy2Camera), text(L"Webcam test"), 0);
+
+    const CaptureException e = sorvane::test::outcomeOf([&] { webcam.captureToFile(text(L"WebcamTestUnrendered")); });
+
+    // The failed rendering is only logged; the multiplexer without input then refuses to
+    // start, and that is what ends each attempt.
+    const std::vector<sorvane::test::LogCapture::Line> lines =
+        log().find(text(L"RenderStream(PIN_CATEGORY_CAPTURE, MEDIATYPE_Video, m_srcFilter, NULL, m_mux) returns"));
+    ASSERT_EQ(lines.size(), 11u);
+    EXPECT_EQ(lines[0].message.find(text(L"returns ")), kel::String::npos) << "no blank after \"returns\"";
+    EXPECT_EQ(e.getResult(), TestResult::FAIL());
+    EXPECT_EQ(e.getErrorEvent(), sorvane::g_errorCreatingFilterGraph);
+    EXPECT_EQ(e.getErrorCode(), static_cast<long>(VFW_E_NOT_CONNECTED));
+    EXPECT_EQ(log().find(text(L"IMediaControl::Run() failed: ")).size(), 11u);
+    EXPECT_TRUE(journalOf(kYuy2Camera, L"Run").empty());
+    wchar_t temp[MAX_PATH];
+    ASSERT_NE(GetTempPathW(MAX_PATH, temp), 0u);
+    DeleteFileW((std::wstring(temp) + L"WebcamTestUnrendered.avi").c_str());
 }
 
 TEST_F(WebcamTest, FramesAreFreedWithTheirLastOwner)
