@@ -127,7 +127,8 @@ bool AnalogTuner::stepFMSweep(FMSweep& sweep)
         return true;
     }
 
-    // A one-frequency sweep has no width to measure progress by.
+    // A one-frequency sweep has no width to measure progress by: rather than divide by zero
+    // and report whatever a non-finite value converts to, it reports 0.
     const double fraction = sweep.end > sweep.start ? (sweep.current - sweep.start) / (sweep.end - sweep.start) : 0.0;
     ruvo::DiagModule::percentDone(static_cast<int>(fraction * 100.0));
     sweep.current += kFMStepMHz;

@@ -82,7 +82,8 @@ CaptureBase& CaptureBase::operator=(const CaptureBase& other) = default;
 CaptureBase::~CaptureBase()
 {
     SetThreadExecutionState(ES_CONTINUOUS);
-    // Interfaces still held go before the apartment they live in.
+    // Interfaces still held go before the apartment they live in: released after
+    // CoUninitialize, they would call into a torn-down apartment (or an unloaded DLL).
     m_outputFile = kel::String();
     m_sinkFilter.Release();
     m_sampleGrabber.Release();
