@@ -55,7 +55,7 @@ bool findCamera(ruvo::DiagDevice& device)
     CComPtr<IMoniker> moniker;
     while (monikers->Next(1, &moniker, nullptr) == S_OK) {
         CComPtr<IPropertyBag> bag;
-        moniker->BindToStorage(nullptr, nullptr, IID_IPropertyBag, reinterpret_cast<void**>(&bag));
+        moniker->BindToStorage(nullptr, nullptr, IID_PPV_ARGS(&bag));
         moniker.Release();
         if (!bag || bagText(bag, L"FriendlyName") != kel::String(kCamera)) continue;
         const kel::String path = bagText(bag, L"DevicePath");

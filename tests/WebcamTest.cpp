@@ -6,6 +6,7 @@
 #include "ManualClock.h"
 #include "ProgramCopies.h"
 #include "RunningProgram.h"
+#include "SideThread.h"
 
 #include <ModuleRegistration.h>
 #include <ScopedVariant.h>
@@ -195,30 +196,7 @@ bool contains(const std::vector<CLSID>& classes, const CLSID& wanted)
     return false;
 }
 
-// Runs `work` beside the capture, which blocks the test's thread; `work` waits through
-// waitUntil, which gives up when the test is over.
-class SideThread {
-public:
-    explicit SideThread(const std::function<void(SideThread&)>& work) : m_thread([this, work] { work(*this); }) {}
-    ~SideThread()
-    {
-        m_over = true;
-        m_thread.join();
-    }
-
-    bool waitUntil(const std::function<bool()>& condition)
-    {
-        while (!m_over) {
-            if (condition()) return true;
-            Sleep(1);
-        }
-        return false;
-    }
-
-private:
-    std::atomic<bool> m_over{false};
-    std::thread m_thread;
-};
+using sorvane::test::SideThread;
 
 bool journalHas(const std::wstring& camera, const std::wstring& entry) { return !journalOf(camera, entry).empty(); }
 

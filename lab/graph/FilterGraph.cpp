@@ -39,11 +39,11 @@ HRESULT FilterGraph::aggregateWineGraph()
     if (!getClassObject)
         return HRESULT_FROM_WIN32(GetLastError());
     CComPtr<IClassFactory> factory;
-    HRESULT hr = getClassObject(CLSID_FilterGraph, IID_IClassFactory, reinterpret_cast<void **>(&factory));
+    HRESULT hr = getClassObject(CLSID_FilterGraph, IID_PPV_ARGS(&factory));
     if (SUCCEEDED(hr))
-        hr = factory->CreateInstance(static_cast<IMediaControl *>(this), IID_IUnknown, reinterpret_cast<void **>(&m_inner));
+        hr = factory->CreateInstance(static_cast<IMediaControl *>(this), IID_PPV_ARGS(&m_inner));
     if (SUCCEEDED(hr))
-        hr = m_inner->QueryInterface(IID_IMediaControl, reinterpret_cast<void **>(&m_control));
+        hr = m_inner->QueryInterface(IID_PPV_ARGS(&m_control));
     if (FAILED(hr))
         return hr;
     // The inner interface counted on us; the aggregate does not hold itself.
