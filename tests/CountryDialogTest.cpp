@@ -2,6 +2,7 @@
 // failed first pass: the real dialog is read and answered from a second thread.
 #include "ManualClock.h"
 #include "TunerLab.h"
+#include "WindowCreationRefusal.h"
 
 #include <AnalogTuner.h>
 #include <CaptureUtil.h>
@@ -195,36 +196,13 @@ TEST_F(CountryDialogTest, AskedAgainAfterAFailedFirstPass)
     EXPECT_EQ(sorvane::test::tunedChannels(kLabTVCard).size(), 4u);
 }
 
-// Refuses, on this thread, the creation of every dialog box while it lives.
-class DialogsRefused {
-public:
-    DialogsRefused() : m_hook(SetWindowsHookExW(WH_CBT, &DialogsRefused::filter, nullptr, GetCurrentThreadId())) {}
-    ~DialogsRefused()
-    {
-        if (m_hook) UnhookWindowsHookEx(m_hook);
-    }
-    DialogsRefused(const DialogsRefused&) = delete;
-    DialogsRefused& operator=(const DialogsRefused&) = delete;
-    bool active() const { return m_hook != nullptr; }
-
-private:
-    static LRESULT CALLBACK filter(int code, WPARAM wParam, LPARAM lParam)
-    {
-        if (code == HCBT_CREATEWND) {
-            const CREATESTRUCTW* create = reinterpret_cast<CBT_CREATEWNDW*>(lParam)->lpcs;
-            if (IS_INTRESOURCE(create->lpszClass) && LOWORD(create->lpszClass) == LOWORD(WC_DIALOG)) return 1;
-        }
-        return CallNextHookEx(nullptr, code, wParam, lParam);
-    }
-    HHOOK m_hook;
-};
-
 TEST_F(CountryDialogTest, DialogThatCannotBeShownHandsItsAnswerToTheTuner)
 {
     setParameter("AskCountryCode1", ruvo::Value::fromBool(true));
     CaptureException e(TestResult::PASS(), 0, nullptr, nullptr);
     {
-        DialogsRefused refused;
+        // The dialog class, WC_DIALOG, by its atom.
+        sorvane::test::WindowCreationRefusal refused(MAKEINTRESOURCEW(0x8002));
         ASSERT_TRUE(refused.active());
         e = checkTV();
     }
