@@ -6,6 +6,7 @@
 #include "Outcome.h"
 #include "PlainCapture.h"
 #include "ProgramCopies.h"
+#include "RefusedClass.h"
 #include "RunningProgram.h"
 #include "SideThread.h"
 #include "WindowWatcher.h"
@@ -291,10 +292,82 @@ TEST_F(CaptureBaseTest, RecordingWritesTheLabsFramesToAnAviInTheTempFolder)
     DeleteFileW(path.c_str());
 }
 
+TEST_F(CaptureBaseTest, GraphEventsReachingTheWindowAreDrained)
+{
+    PlainCapture capture(camera(), kel::String(kTitle));
+    capture.setupGraph();
+    capture.setupDevice();
+    capture.renderToScreen();
+    CComPtr<IMediaEventSink> sink;
+    ASSERT_EQ(CComPtr<IGraphBuilder>(capture.graph()).QueryInterface(&sink), S_OK);
+    int checks = 0;
+    // The first check raises three events; the window's notification drains them before the next.
+    capture.run(
+        [&] {
+            if (checks++ > 0) return true;
+            for (long code = EC_USER; code < EC_USER + 3; ++code) sink->Notify(code, 0, 0);
+            return false;
+        },
+        true, false);
+
+    CComPtr<IMediaEventEx> events;
+    ASSERT_EQ(CComPtr<IGraphBuilder>(capture.graph()).QueryInterface(&events), S_OK);
+    long code = 0;
+    LONG_PTR first = 0;
+    LONG_PTR second = 0;
+    EXPECT_EQ(events->GetEvent(&code, &first, &second, 0), E_ABORT) << "event " << code << " left in the queue";
+    EXPECT_FALSE(log().find(kel::String(L"> handleGraphEvent")).empty());
+    sink.Release();
+    events.Release();
+    capture.cleanUpAll();
+}
+
+// Keeps this thread in a COM apartment across the library's own set-up and clean-up.
+struct ComApartment {
+    ComApartment() { CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED); }
+    ~ComApartment() { CoUninitialize(); }
+};
+
+TEST_F(CaptureBaseTest, RecordingWithoutTempFolderOrOutputFileFailsEveryAttempt)
+{
+    sorvane::test::ManualClock clock;
+    {
+        // The temporary folder the system names does not exist.
+        wchar_t saved[MAX_PATH] = L"";
+        const bool hadTmp = GetEnvironmentVariableW(L"TMP", saved, MAX_PATH) > 0;
+        SetEnvironmentVariableW(L"TMP", L"C:\\sorvane-no-such-folder\\");
+        PlainCapture capture(camera(), kel::String(kTitle));
+        const CaptureException e = outcomeOf([&] { capture.captureToFile(kel::String(L"sorvane-no-folder")); });
+        SetEnvironmentVariableW(L"TMP", hadTmp ? saved : nullptr);
+        EXPECT_EQ(e.getResult(), TestResult::FAIL());
+        EXPECT_EQ(e.getWarningEvent(), sorvane::g_errorCreatingFilterGraph);
+        EXPECT_EQ(e.getErrorEvent(), nullptr);
+        EXPECT_EQ(log().find(kel::String(L"Windows temp file path does not exist C:\\sorvane-no-such-folder")).size(),
+                  11u);
+    }
+    {
+        // The multiplexer cannot be made, so no output file can be set.
+        ComApartment apartment;
+        sorvane::test::RefusedClass noMux(CLSID_AviDest, E_ACCESSDENIED);
+        ASSERT_TRUE(noMux.active());
+        PlainCapture capture(camera(), kel::String(kTitle));
+        const CaptureException e = outcomeOf([&] { capture.captureToFile(kel::String(L"sorvane-no-mux")); });
+        EXPECT_EQ(e.getResult(), TestResult::FAIL());
+        EXPECT_EQ(e.getErrorEvent(), sorvane::g_errorCreatingFilterGraph);
+        EXPECT_EQ(e.getErrorCode(), static_cast<long>(E_ACCESSDENIED));
+        EXPECT_EQ(log().find(kel::String(L"Set output file AVI failed: ")).size(), 11u);
+        EXPECT_EQ(noMux.refusals(), 11);
+    }
+    // Neither attempt started the camera; each was retried, 100 ms apart.
+    EXPECT_EQ(journalCount(L"Pause"), 0);
+    EXPECT_EQ(clock.sleeps(), std::vector<uint32_t>(20, 100));
+}
+
 TEST_F(CaptureBaseTest, RunRefusedBecauseTheDeviceIsInUseIsNotRetried)
 {
     sorvane::test::ManualClock clock;
-    for (const wchar_t* code : {L"0x800705AA", L"0x800700AA", L"0x80070057"}) {
+    // 0x800400AA: the low word 170 counts under any facility.
+    for (const wchar_t* code : {L"0x800705AA", L"0x800700AA", L"0x80070057", L"0x800400AA"}) {
         SCOPED_TRACE(narrow(kel::String(code)));
         lab::DeviceOverride fault(kCamera, L"fault.run", code);
         PlainCapture capture(camera(), kel::String(kTitle));
