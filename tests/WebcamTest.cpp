@@ -5,6 +5,7 @@
 #include "Outcome.h"
 #include "ManualClock.h"
 #include "ProgramCopies.h"
+#include "RefusedClass.h"
 #include "RunningProgram.h"
 #include "SideThread.h"
 
@@ -137,6 +138,7 @@ public:
     bool grabberTakesOnlyRgb24 = false;
 
     using Webcam::doCaptureFrames;
+    using Webcam::isRecoverable;
 
 protected:
     void setupDevice() override
@@ -393,6 +395,47 @@ TEST_F(WebcamTest, EveryCapabilityFailingEndsWithErrorCapturingFrames)
     EXPECT_EQ(logCount(L"retrying after rebuilding the DirectShow/COM universe..."), 2u);
     EXPECT_TRUE(log().contains(text(L"Failed to capture frames for capabilities:")));
     EXPECT_TRUE(log().contains(text(L"Unable to capture 3 frames, got 0")));
+}
+
+TEST_F(WebcamTest, CapabilitiesOfEqualWidthAreTriedTallestFirst)
+{
+    lab::DeviceOverride formats(kYuy2Camera, L"format", L"YUY2 640x360 30\nYUY2 320x240 30\nYUY2 640x480 30");
+    Webcam webcam(labWebcam(kYuy2Camera), text(L"Webcam test"), 0);
+    Webcam::FrameInfo info;
+    ASSERT_EQ(capture(webcam, 2, info).size(), 2u);
+    EXPECT_EQ(journalOf(kYuy2Camera, L"SetFormat"), (std::vector<std::wstring>{L"SetFormat YUY2 640x480 30fps"}));
+    EXPECT_EQ(info.height, 480);
+}
+
+TEST_F(WebcamTest, NullRendererThatCannotBeMadeFailsEveryCapabilityAndEndsTheCapture)
+{
+    sorvane::test::RefusedClass noRenderer(CLSID_NullRenderer, E_OUTOFMEMORY);
+    ASSERT_TRUE(noRenderer.active());
+    const CaptureException failure = captureFailure(kRgb24Camera, 2);
+
+    // Each of the camera's two capabilities is tried on a rebuilt graph; the shortfall after
+    // the loop is final.
+    EXPECT_EQ(noRenderer.refusals(), 2);
+    EXPECT_EQ(logCount(L"Unable to create NullRenderer:"), 2u);
+    EXPECT_EQ(logCount(L"retrying after rebuilding the DirectShow/COM universe..."), 2u);
+    EXPECT_EQ(failure.getResult(), TestResult::FAIL());
+    EXPECT_EQ(failure.getErrorEvent(), sorvane::g_errorCapturingFrames);
+    EXPECT_EQ(logCount(L"callMethodWithRetries, tryNum"), 0u);
+    EXPECT_TRUE(journalOf(kRgb24Camera, L"Run").empty());
+}
+
+TEST_F(WebcamTest, AbortedCodeAndTheUsersFailAnswerAreNotRetriedOnTheNextCapability)
+{
+    ObservedWebcam webcam(labWebcam(kRgb24Camera));
+    // 995 is compared as the plain Win32 number, whatever the result and event.
+    EXPECT_FALSE(webcam.isRecoverable(CaptureException(TestResult::FAIL(), 995, sorvane::g_errorCreatingFilterGraph, nullptr)));
+    EXPECT_TRUE(webcam.isRecoverable(
+        CaptureException(TestResult::FAIL(), HRESULT_FROM_WIN32(995), sorvane::g_errorCreatingFilterGraph, nullptr)));
+    EXPECT_FALSE(webcam.isRecoverable(CaptureException(TestResult::FAIL(), 0, sorvane::g_userClickedFail, nullptr)));
+    EXPECT_FALSE(webcam.isRecoverable(CaptureException(TestResult::FAIL(), 0, sorvane::g_errorCapturingFrames, nullptr)));
+    EXPECT_FALSE(webcam.isRecoverable(CaptureException(TestResult::DEVICEBUSY(), 0, nullptr, sorvane::g_fastAccessRunning)));
+    // A time-out goes on to the next capability.
+    EXPECT_TRUE(webcam.isRecoverable(CaptureException(TestResult::FAIL(), 0, sorvane::g_errorNoSignal, nullptr)));
 }
 
 TEST_F(WebcamTest, NoUsableCapabilityCannotRun)
