@@ -6,6 +6,7 @@
 #include "ManualClock.h"
 #include "ProgramCopies.h"
 #include "RefusedClass.h"
+#include "SampleGrabberFault.h"
 #include "RunningProgram.h"
 #include "SideThread.h"
 
@@ -422,6 +423,36 @@ TEST_F(WebcamTest, NullRendererThatCannotBeMadeFailsEveryCapabilityAndEndsTheCap
     EXPECT_EQ(failure.getErrorEvent(), sorvane::g_errorCapturingFrames);
     EXPECT_EQ(logCount(L"callMethodWithRetries, tryNum"), 0u);
     EXPECT_TRUE(journalOf(kRgb24Camera, L"Run").empty());
+}
+
+TEST_F(WebcamTest, GrabberSetUpFailuresFailEachCapabilityAndThenTheCapture)
+{
+    using sorvane::test::FaultySampleGrabber;
+    const struct {
+        FaultySampleGrabber::Method method;
+        const wchar_t* logged;
+    } cases[] = {
+        {FaultySampleGrabber::SET_MEDIA_TYPE, L"SampleGrabber SetMediaType failed:"},
+        {FaultySampleGrabber::SET_ONE_SHOT, L"SetOneShot failed:"},
+        {FaultySampleGrabber::SET_BUFFER_SAMPLES, L"SetBufferSamples failed: "},
+        {FaultySampleGrabber::SET_CALLBACK, L"SetCallback failed: "},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(sorvane::test::narrow(text(c.logged)));
+        const size_t loggedBefore = logCount(c.logged);
+        lab::clearJournal(kRgb24Camera);
+        sorvane::test::SampleGrabberFault fault(c.method, E_UNEXPECTED);
+        ASSERT_TRUE(fault.active());
+
+        const CaptureException failure = captureFailure(kRgb24Camera, 2);
+
+        // Both capabilities are tried, each with a grabber of its own, and neither runs.
+        EXPECT_EQ(fault.grabbersMade(), 2);
+        EXPECT_EQ(logCount(c.logged) - loggedBefore, 2u);
+        EXPECT_EQ(failure.getResult(), TestResult::FAIL());
+        EXPECT_EQ(failure.getErrorEvent(), sorvane::g_errorCapturingFrames);
+        EXPECT_TRUE(journalOf(kRgb24Camera, L"Run").empty());
+    }
 }
 
 TEST_F(WebcamTest, AbortedCodeAndTheUsersFailAnswerAreNotRetriedOnTheNextCapability)
