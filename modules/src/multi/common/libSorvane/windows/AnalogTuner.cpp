@@ -210,7 +210,6 @@ bool AnalogTuner::renderVideoStream()
     HRESULT hr = E_FAIL;
     for (const RenderChoice& choice : kRenderChoices) {
         hr = m_captureGraphBuilder->RenderStream(choice.category, choice.mediaType, m_srcFilter, nullptr, nullptr);
-        // The line names the media type only, as the support staff's scripts read it.
         SORVANE_LOG_DETAIL("RenderStream(" << CaptureUtil::subTypeToString(*choice.mediaType)
                                            << ", m_srcFilter, NULL, NULL) returns " << hrText(hr));
         if (hr == S_OK) return true;

@@ -38,7 +38,6 @@ protected:
 
     CComPtr<IAMTVTuner> m_tuner;
     long m_mode;
-    // True once a channel check has started; deliberately never cleared.
     bool m_checking;
     bool m_tryAntenna;
     bool m_tryCable;
