@@ -9,7 +9,7 @@ namespace test {
 
 // The system's sample grabber, aggregated, with one ISampleGrabber method refusing with a
 // given code; everything else (the filter, its pins) is the system's own object.
-class FaultySampleGrabber : public ISampleGrabber {
+class FaultySampleGrabber final : public ISampleGrabber {
 public:
     enum Method { SET_MEDIA_TYPE, SET_ONE_SHOT, SET_BUFFER_SAMPLES, SET_CALLBACK };
 
