@@ -1,7 +1,8 @@
 // Webcam frame capture speed on the lab's fastest YUY2 camera, at 640x480, 1280x720 and
 // 1920x1080: the frames per second kept, the time to the first kept frame, and what keeping a
-// frame costs on the streaming thread (allocation and copy in the grabber callback) against a
-// plain memcpy of the same bytes.
+// frame costs on the streaming thread (the grabber callback) against its floor, one fresh
+// allocation and one copy of the same bytes kept the same way, with the frames a camera at
+// that rate would drop while the callback runs.
 #include <ModuleRegistration.h>
 #include <SampleGrabberCallback.h>
 #include <ScopedVariant.h>
@@ -9,6 +10,9 @@
 #include <kel/Clock.h>
 #include <kel/LogFactory.h>
 #include <lab/LabControl.h>
+
+#include <boost/shared_ptr.hpp>
+#include <boost/checked_delete.hpp>
 
 #include <algorithm>
 #include <cstdio>
@@ -55,7 +59,7 @@ bool findCamera(ruvo::DiagDevice& device)
     CComPtr<IMoniker> moniker;
     while (monikers->Next(1, &moniker, nullptr) == S_OK) {
         CComPtr<IPropertyBag> bag;
-        moniker->BindToStorage(nullptr, nullptr, IID_IPropertyBag, reinterpret_cast<void**>(&bag));
+        moniker->BindToStorage(nullptr, nullptr, IID_PPV_ARGS(&bag));
         moniker.Release();
         if (!bag || bagText(bag, L"FriendlyName") != kel::String(kCamera)) continue;
         const kel::String path = bagText(bag, L"DevicePath");
@@ -110,33 +114,49 @@ private:
     CComPtr<IMediaSample> m_sample;
 };
 
-// Microseconds per frame the callback spends keeping a frame of `bytes`.
-double callbackMicroseconds(IMediaSample* sample, int frames)
+struct CallbackCost {
+    double microseconds;  // per kept frame, median of the rounds
+    int dropped;          // frame periods a camera would have had to skip, worst round
+};
+
+// What the callback spends keeping `frames` frames of the sample, and the frames a camera at
+// `fps` would drop meanwhile: each call longer than a frame period lets that many frames pass.
+CallbackCost callbackCost(IMediaSample* sample, int frames, int fps)
 {
+    const double periodSeconds = 1.0 / fps;
     std::vector<double> rounds;
+    int worstDropped = 0;
     for (int round = 0; round < kRepeats; ++round) {
         CComPtr<ISampleGrabberCB> callback = new sorvane::SampleGrabberCallback(0, static_cast<uint64_t>(frames));
+        int dropped = 0;
         const double start = nowSeconds();
-        for (int i = 0; i < frames; ++i) callback->SampleCB(0.0, sample);
+        for (int i = 0; i < frames; ++i) {
+            const double before = nowSeconds();
+            callback->SampleCB(0.0, sample);
+            dropped += static_cast<int>((nowSeconds() - before) / periodSeconds);
+        }
         rounds.push_back((nowSeconds() - start) * 1e6 / frames);
+        worstDropped = std::max(worstDropped, dropped);
     }
-    return median(rounds);
+    return CallbackCost{median(rounds), worstDropped};
 }
 
-// Microseconds per frame of a memcpy of `bytes` into a buffer that already exists.
-double memcpyMicroseconds(IMediaSample* sample, int frames)
+// The floor of keeping a frame: one fresh new[] and one copy per frame, each kept in a
+// shared_ptr until the round ends, as the callback keeps its frames.
+double freshCopyMicroseconds(IMediaSample* sample, int frames)
 {
     BYTE* data = nullptr;
     sample->GetPointer(&data);
     const size_t bytes = static_cast<size_t>(sample->GetActualDataLength());
-    std::vector<unsigned char> target(bytes);
     std::vector<double> rounds;
     for (int round = 0; round < kRepeats; ++round) {
+        std::vector<boost::shared_ptr<unsigned char>> kept;
+        kept.reserve(static_cast<size_t>(frames));
         const double start = nowSeconds();
         for (int i = 0; i < frames; ++i) {
-            std::memcpy(target.data(), data, bytes);
-            // Keeps the copy from being optimised away.
-            data[i % bytes] ^= target[(i * 7) % bytes];
+            unsigned char* copy = new unsigned char[bytes];
+            std::memcpy(copy, data, bytes);
+            kept.push_back(boost::shared_ptr<unsigned char>(copy, boost::checked_array_deleter<unsigned char>()));
         }
         rounds.push_back((nowSeconds() - start) * 1e6 / frames);
     }
@@ -173,14 +193,13 @@ void benchSize(const ruvo::DiagDevice& device, const Size& size)
         std::printf("  no sample of %ld bytes from the memory allocator\n", bytes);
         return;
     }
-    const double callback = callbackMicroseconds(sample.get(), frames);
-    const double copy = memcpyMicroseconds(sample.get(), frames);
+    const CallbackCost callback = callbackCost(sample.get(), frames, kFramesPerSecond);
+    const double floor = freshCopyMicroseconds(sample.get(), frames);
 
     std::printf("%4dx%-4d YUY2 %d fps | first kept frame %7.1f ms | kept %5.1f fps | callback %8.1f us/frame, "
-                "memcpy %8.1f us/frame, ratio %4.2f\n",
-                size.width, size.height, kFramesPerSecond, first * 1e3,
-                keptRate, callback, copy,
-                copy > 0 ? callback / copy : 0.0);
+                "floor (new[] + copy) %8.1f us/frame, ratio %4.2f | dropped %d of %d\n",
+                size.width, size.height, kFramesPerSecond, first * 1e3, keptRate, callback.microseconds, floor,
+                floor > 0 ? callback.microseconds / floor : 0.0, callback.dropped, frames);
 }
 
 } // namespace
@@ -200,7 +219,9 @@ int main(int argc, char** argv)
         return 1;
     }
     std::printf("Webcam capture on \"%ls\", median of %d runs. Kept fps: the frames a long capture keeps beyond\n"
-                "a 10-frame one, over the time it takes beyond it. First kept frame: captureFrames(1), call to return.\n",
+                "a 10-frame one, over the time it takes beyond it. First kept frame: captureFrames(1), call to return.\n"
+                "Floor: a fresh new[] and a copy per kept frame, kept as the callback keeps them. Dropped: frames a\n"
+                "camera at that rate passes while the callback keeps one (calls longer than a frame period).\n",
                 kCamera, kRepeats);
     for (const Size& size : kSizes) benchSize(device, size);
     CoUninitialize();

@@ -195,6 +195,59 @@ TEST_F(AnalogTunerTest, RefusedModeFailsTheGraph)
     EXPECT_EQ(e.getErrorCode(), static_cast<long>(E_FAIL));
 }
 
+TEST_F(AnalogTunerTest, RefusedInputSelectionIsNoSignalOnThatChannel)
+{
+    card.set(L"channels", L"2:antenna, 2:cable");
+    setTVRange(2, 2);
+    for (const wchar_t* fault : {L"fault.get_ConnectInput", L"fault.put_InputType"}) {
+        SCOPED_TRACE(sorvane::test::narrow(kel::String(fault)));
+        lab::clearJournal(kLabTVCard);
+        lab::DeviceOverride refused(kLabTVCard, fault, L"0x80004005");
+
+        EXPECT_EQ(checkTV().getResult(), TestResult::NOSIGNAL());
+        // Neither input is tuned, so neither is asked for a signal.
+        EXPECT_TRUE(tunedChannels(kLabTVCard).empty());
+        EXPECT_TRUE(journalOf(kLabTVCard, L"SignalPresent").empty());
+    }
+    EXPECT_TRUE(log().contains(kel::String(L"get_ConnectInput failed: ")));
+    EXPECT_TRUE(log().contains(kel::String(L"put_InputType failed: ")));
+}
+
+TEST_F(AnalogTunerTest, StopRequestBetweenChecksEndsTheChannelAtOnce)
+{
+    setTVRange(2, 5);
+    setParameter("ChecksPerChannel", ruvo::Value(uint32_t(3)));
+    // The first call is before the first tune; the second follows the antenna's first check.
+    recorder().requestStopAtCheck(2);
+
+    const CaptureException e = checkTV();
+
+    EXPECT_EQ(e.getResult(), TestResult::USERABORTED());
+    // One check per input instead of three, and no second channel.
+    EXPECT_EQ(journalOf(kLabTVCard, L"SignalPresent "),
+              (std::vector<std::wstring>{L"SignalPresent 0", L"SignalPresent 0"}));
+    EXPECT_EQ(tunedChannels(kLabTVCard), (std::vector<std::wstring>{L"Channel 2 antenna TV", L"Channel 2 cable TV"}));
+}
+
+TEST_F(AnalogTunerTest, NothingRenderingFailsTheGraphAfterEveryChoiceWasTried)
+{
+    card.set(L"fault.connect", L"yes");
+    setTVRange(2, 2);
+
+    const CaptureException e = checkTV();
+
+    EXPECT_EQ(e.getResult(), TestResult::FAIL());
+    EXPECT_EQ(e.getErrorEvent(), sorvane::g_errorCreatingFilterGraph);
+    EXPECT_NE(e.getErrorCode(), 0);
+    EXPECT_TRUE(tunedChannels(kLabTVCard).empty());
+    // Each choice is logged by its media type.
+    for (const wchar_t* type : {L"MEDIATYPE_Interleaved", L"MEDIATYPE_Video", L"MEDIATYPE_Stream"}) {
+        const kel::String line = kel::String(L"RenderStream(") + type + L", m_srcFilter, NULL, NULL) returns ";
+        EXPECT_TRUE(log().contains(line)) << sorvane::test::narrow(line);
+    }
+    EXPECT_FALSE(log().contains(kel::String(L"RenderStream(PIN_CATEGORY_")));
+}
+
 TEST_F(AnalogTunerTest, FMSweepTunesHertzInFifthsOfAMegahertzAndFindsAStation)
 {
     card.set(L"fm-stations", L"88.4");

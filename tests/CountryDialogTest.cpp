@@ -2,6 +2,7 @@
 // failed first pass: the real dialog is read and answered from a second thread.
 #include "ManualClock.h"
 #include "TunerLab.h"
+#include "WindowCreationRefusal.h"
 
 #include <AnalogTuner.h>
 #include <CaptureUtil.h>
@@ -193,6 +194,23 @@ TEST_F(CountryDialogTest, AskedAgainAfterAFailedFirstPass)
     const std::wstring first = L"CountryCode " + std::to_wstring(sorvane::CaptureUtil::getDefaultCountryCode());
     EXPECT_EQ(journalOf(kLabTVCard, L"CountryCode "), (std::vector<std::wstring>{first, L"CountryCode 81"}));
     EXPECT_EQ(sorvane::test::tunedChannels(kLabTVCard).size(), 4u);
+}
+
+TEST_F(CountryDialogTest, DialogThatCannotBeShownHandsItsAnswerToTheTuner)
+{
+    setParameter("AskCountryCode1", ruvo::Value::fromBool(true));
+    CaptureException e(TestResult::PASS(), 0, nullptr, nullptr);
+    {
+        // The dialog class, WC_DIALOG, by its atom.
+        sorvane::test::WindowCreationRefusal refused(MAKEINTRESOURCEW(0x8002));
+        ASSERT_TRUE(refused.active());
+        e = checkTV();
+    }
+    // The tuner refuses country -1 and keeps its own; the channel test runs all the same.
+    EXPECT_EQ(e.getResult(), TestResult::PASS());
+    EXPECT_EQ(journalOf(kLabTVCard, L"CountryCode "),
+              (std::vector<std::wstring>{L"CountryCode -1 failed 0x80070057"}));
+    EXPECT_EQ(sorvane::test::tunedChannels(kLabTVCard).size(), 1u);
 }
 
 TEST_F(CountryDialogTest, TouchScreenFactorEnlargesTheRows)

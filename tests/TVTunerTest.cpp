@@ -7,6 +7,7 @@
 #include <AnalogTuner.h>
 #include <ModuleRegistration.h>
 #include <ruvo/MessageCatalog.h>
+#include <algorithm>
 
 namespace {
 
@@ -112,6 +113,54 @@ TEST_F(TVTunerTest, RangeWithoutSignalAsksAboutTheCableThenEndsWithNoSignalWithT
     ASSERT_EQ(postedKeys(), (std::vector<std::string>{"ErrorNoSignalWithTip"}));
     EXPECT_EQ(recorder().events[0].message,
               kel::String(L"No signal was found on channels 2 to 3. Check that the antenna or cable is connected."));
+}
+
+// Notes, when the cable question is shown, whether the capture window is up and the card runs.
+class QuestionObserver : public ruvo::RecordingBackend {
+public:
+    bool displayMessageBox(ruvo::MessageBox2& box) override
+    {
+        for (HWND window : sorvane::test::WindowWatcher::findInThisProcess(L"KEL_CaptureBase_Window"))
+            visibleWindows += IsWindowVisible(window) ? 1 : 0;
+        journalAtQuestion = lab::journal(kLabTVCard);
+        return RecordingBackend::displayMessageBox(box);
+    }
+
+    int visibleWindows = 0;
+    std::vector<std::wstring> journalAtQuestion;
+};
+
+TEST_F(TVTunerTest, CableQuestionComesWithThePictureUpAndTheCardStillRunning)
+{
+    setTVRange(2, 3);
+    QuestionObserver observer;
+    observer.setPromptEnabled(true);
+    observer.queueAnswer(1);
+    ruvo::DiagModule::setBackend(&observer);
+    const CaptureException e = checkFails();
+    ruvo::DiagModule::setBackend(&recorder());
+
+    EXPECT_EQ(e.getResult(), TestResult::NOSIGNAL());
+    ASSERT_EQ(observer.prompts.size(), 1u);
+    EXPECT_EQ(observer.visibleWindows, 1);
+    // The question follows the last check of the first pass; the card was never stopped.
+    ASSERT_FALSE(observer.journalAtQuestion.empty());
+    EXPECT_EQ(observer.journalAtQuestion.back(), L"SignalPresent 0");
+    EXPECT_EQ(std::count(observer.journalAtQuestion.begin(), observer.journalAtQuestion.end(), L"Stop"), 0);
+    // The second pass goes on in the same running graph, which stops once, at the end.
+    EXPECT_EQ(sorvane::test::journalOf(kLabTVCard, L"Run"), (std::vector<std::wstring>{L"Run"}));
+    EXPECT_EQ(sorvane::test::journalOf(kLabTVCard, L"Stop"), (std::vector<std::wstring>{L"Stop"}));
+    EXPECT_EQ(tunedChannels(kLabTVCard), kChannels2To3Twice);
+}
+
+TEST_F(TVTunerTest, OneChannelWithoutSignalReportsNoProgress)
+{
+    setTVRange(5, 5);
+    setParameter("CheckTVCable", ruvo::Value::fromBool(false));
+
+    EXPECT_EQ(checkFails().getResult(), TestResult::NOSIGNAL());
+    // End equal to start leaves no width to measure progress by: 0 after each pass.
+    EXPECT_EQ(recorder().percents, (std::vector<int>{0, 0}));
 }
 
 TEST_F(TVTunerTest, CableQuestionOffGivesASilentSecondPass)

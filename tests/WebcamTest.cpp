@@ -5,7 +5,10 @@
 #include "Outcome.h"
 #include "ManualClock.h"
 #include "ProgramCopies.h"
+#include "RefusedClass.h"
+#include "SampleGrabberFault.h"
 #include "RunningProgram.h"
+#include "SideThread.h"
 
 #include <ModuleRegistration.h>
 #include <ScopedVariant.h>
@@ -62,7 +65,7 @@ ruvo::DiagDevice labWebcam(const wchar_t* friendlyName)
     CComPtr<IMoniker> moniker;
     while (monikers->Next(1, &moniker, nullptr) == S_OK) {
         CComPtr<IPropertyBag> bag;
-        moniker->BindToStorage(nullptr, nullptr, IID_IPropertyBag, reinterpret_cast<void**>(&bag));
+        moniker->BindToStorage(nullptr, nullptr, IID_PPV_ARGS(&bag));
         moniker.Release();
         if (!bag || bagText(bag, L"FriendlyName") != text(friendlyName)) continue;
         ruvo::DiagDevice device(text(friendlyName), bagText(bag, L"Description"),
@@ -136,6 +139,7 @@ public:
     bool grabberTakesOnlyRgb24 = false;
 
     using Webcam::doCaptureFrames;
+    using Webcam::isRecoverable;
 
 protected:
     void setupDevice() override
@@ -195,30 +199,7 @@ bool contains(const std::vector<CLSID>& classes, const CLSID& wanted)
     return false;
 }
 
-// Runs `work` beside the capture, which blocks the test's thread; `work` waits through
-// waitUntil, which gives up when the test is over.
-class SideThread {
-public:
-    explicit SideThread(const std::function<void(SideThread&)>& work) : m_thread([this, work] { work(*this); }) {}
-    ~SideThread()
-    {
-        m_over = true;
-        m_thread.join();
-    }
-
-    bool waitUntil(const std::function<bool()>& condition)
-    {
-        while (!m_over) {
-            if (condition()) return true;
-            Sleep(1);
-        }
-        return false;
-    }
-
-private:
-    std::atomic<bool> m_over{false};
-    std::thread m_thread;
-};
+using sorvane::test::SideThread;
 
 bool journalHas(const std::wstring& camera, const std::wstring& entry) { return !journalOf(camera, entry).empty(); }
 
@@ -417,6 +398,77 @@ TEST_F(WebcamTest, EveryCapabilityFailingEndsWithErrorCapturingFrames)
     EXPECT_TRUE(log().contains(text(L"Unable to capture 3 frames, got 0")));
 }
 
+TEST_F(WebcamTest, CapabilitiesOfEqualWidthAreTriedTallestFirst)
+{
+    lab::DeviceOverride formats(kYuy2Camera, L"format", L"YUY2 640x360 30\nYUY2 320x240 30\nYUY2 640x480 30");
+    Webcam webcam(labWebcam(kYuy2Camera), text(L"Webcam test"), 0);
+    Webcam::FrameInfo info;
+    ASSERT_EQ(capture(webcam, 2, info).size(), 2u);
+    EXPECT_EQ(journalOf(kYuy2Camera, L"SetFormat"), (std::vector<std::wstring>{L"SetFormat YUY2 640x480 30fps"}));
+    EXPECT_EQ(info.height, 480);
+}
+
+TEST_F(WebcamTest, NullRendererThatCannotBeMadeFailsEveryCapabilityAndEndsTheCapture)
+{
+    sorvane::test::RefusedClass noRenderer(CLSID_NullRenderer, E_OUTOFMEMORY);
+    ASSERT_TRUE(noRenderer.active());
+    const CaptureException failure = captureFailure(kRgb24Camera, 2);
+
+    // Each of the camera's two capabilities is tried on a rebuilt graph; the shortfall after
+    // the loop is final.
+    EXPECT_EQ(noRenderer.refusals(), 2);
+    EXPECT_EQ(logCount(L"Unable to create NullRenderer:"), 2u);
+    EXPECT_EQ(logCount(L"retrying after rebuilding the DirectShow/COM universe..."), 2u);
+    EXPECT_EQ(failure.getResult(), TestResult::FAIL());
+    EXPECT_EQ(failure.getErrorEvent(), sorvane::g_errorCapturingFrames);
+    EXPECT_EQ(logCount(L"callMethodWithRetries, tryNum"), 0u);
+    EXPECT_TRUE(journalOf(kRgb24Camera, L"Run").empty());
+}
+
+TEST_F(WebcamTest, GrabberSetUpFailuresFailEachCapabilityAndThenTheCapture)
+{
+    using sorvane::test::FaultySampleGrabber;
+    const struct {
+        FaultySampleGrabber::Method method;
+        const wchar_t* logged;
+    } cases[] = {
+        {FaultySampleGrabber::SET_MEDIA_TYPE, L"SampleGrabber SetMediaType failed:"},
+        {FaultySampleGrabber::SET_ONE_SHOT, L"SetOneShot failed:"},
+        {FaultySampleGrabber::SET_BUFFER_SAMPLES, L"SetBufferSamples failed: "},
+        {FaultySampleGrabber::SET_CALLBACK, L"SetCallback failed: "},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(sorvane::test::narrow(text(c.logged)));
+        const size_t loggedBefore = logCount(c.logged);
+        lab::clearJournal(kRgb24Camera);
+        sorvane::test::SampleGrabberFault fault(c.method, E_UNEXPECTED);
+        ASSERT_TRUE(fault.active());
+
+        const CaptureException failure = captureFailure(kRgb24Camera, 2);
+
+        // Both capabilities are tried, each with a grabber of its own, and neither runs.
+        EXPECT_EQ(fault.grabbersMade(), 2);
+        EXPECT_EQ(logCount(c.logged) - loggedBefore, 2u);
+        EXPECT_EQ(failure.getResult(), TestResult::FAIL());
+        EXPECT_EQ(failure.getErrorEvent(), sorvane::g_errorCapturingFrames);
+        EXPECT_TRUE(journalOf(kRgb24Camera, L"Run").empty());
+    }
+}
+
+TEST_F(WebcamTest, AbortedCodeAndTheUsersFailAnswerAreNotRetriedOnTheNextCapability)
+{
+    ObservedWebcam webcam(labWebcam(kRgb24Camera));
+    // 995 is compared as the plain Win32 number, whatever the result and event.
+    EXPECT_FALSE(webcam.isRecoverable(CaptureException(TestResult::FAIL(), 995, sorvane::g_errorCreatingFilterGraph, nullptr)));
+    EXPECT_TRUE(webcam.isRecoverable(
+        CaptureException(TestResult::FAIL(), HRESULT_FROM_WIN32(995), sorvane::g_errorCreatingFilterGraph, nullptr)));
+    EXPECT_FALSE(webcam.isRecoverable(CaptureException(TestResult::FAIL(), 0, sorvane::g_userClickedFail, nullptr)));
+    EXPECT_FALSE(webcam.isRecoverable(CaptureException(TestResult::FAIL(), 0, sorvane::g_errorCapturingFrames, nullptr)));
+    EXPECT_FALSE(webcam.isRecoverable(CaptureException(TestResult::DEVICEBUSY(), 0, nullptr, sorvane::g_fastAccessRunning)));
+    // A time-out goes on to the next capability.
+    EXPECT_TRUE(webcam.isRecoverable(CaptureException(TestResult::FAIL(), 0, sorvane::g_errorNoSignal, nullptr)));
+}
+
 TEST_F(WebcamTest, NoUsableCapabilityCannotRun)
 {
     lab::DeviceOverride formats(kYuy2Camera, L"format", L"RGB32 640x480 30");
@@ -576,6 +628,30 @@ TEST_F(WebcamTest, RecordingRendersTheCaptureStreamIntoTheMultiplexer)
     ASSERT_EQ(read, sizeof(header));
     EXPECT_EQ(std::string(header, 4), "RIFF");
     EXPECT_EQ(std::string(header + 8, 4), "AVI ");
+}
+
+TEST_F(WebcamTest, RecordingWhoseStreamDoesNotRenderIsLeftToTheRun)
+{
+    sorvane::test::ManualClock clock;
+    lab::DeviceOverride unconnectable(kYuy2Camera, L"fault.connect", L"yes");
+    Webcam webcam(labWebcam(kYuy2Camera), text(L"Webcam test"), 0);
+
+    const CaptureException e = sorvane::test::outcomeOf([&] { webcam.captureToFile(text(L"WebcamTestUnrendered")); });
+
+    // The failed rendering is only logged; the multiplexer without input then refuses to
+    // start, and that is what ends each attempt.
+    const std::vector<sorvane::test::LogCapture::Line> lines =
+        log().find(text(L"RenderStream(PIN_CATEGORY_CAPTURE, MEDIATYPE_Video, m_srcFilter, NULL, m_mux) returns"));
+    ASSERT_EQ(lines.size(), 11u);
+    EXPECT_EQ(lines[0].message.find(text(L"returns ")), kel::String::npos) << "no blank after \"returns\"";
+    EXPECT_EQ(e.getResult(), TestResult::FAIL());
+    EXPECT_EQ(e.getErrorEvent(), sorvane::g_errorCreatingFilterGraph);
+    EXPECT_EQ(e.getErrorCode(), static_cast<long>(VFW_E_NOT_CONNECTED));
+    EXPECT_EQ(log().find(text(L"IMediaControl::Run() failed: ")).size(), 11u);
+    EXPECT_TRUE(journalOf(kYuy2Camera, L"Run").empty());
+    wchar_t temp[MAX_PATH];
+    ASSERT_NE(GetTempPathW(MAX_PATH, temp), 0u);
+    DeleteFileW((std::wstring(temp) + L"WebcamTestUnrendered.avi").c_str());
 }
 
 TEST_F(WebcamTest, FramesAreFreedWithTheirLastOwner)

@@ -153,6 +153,8 @@ std::vector<MediaType> CapturePin::mediaTypes()
 HRESULT CapturePin::checkMediaType(const AM_MEDIA_TYPE &type)
 {
     std::lock_guard<std::recursive_mutex> guard(m_filter.lock());
+    if (m_device && m_device->flag(L"fault.connect"))
+        return S_FALSE;
     return formatIndex(type) >= 0 ? S_OK : S_FALSE;
 }
 

@@ -39,11 +39,11 @@ HRESULT FilterGraph::aggregateWineGraph()
     if (!getClassObject)
         return HRESULT_FROM_WIN32(GetLastError());
     CComPtr<IClassFactory> factory;
-    HRESULT hr = getClassObject(CLSID_FilterGraph, IID_IClassFactory, reinterpret_cast<void **>(&factory));
+    HRESULT hr = getClassObject(CLSID_FilterGraph, IID_PPV_ARGS(&factory));
     if (SUCCEEDED(hr))
-        hr = factory->CreateInstance(static_cast<IMediaControl *>(this), IID_IUnknown, reinterpret_cast<void **>(&m_inner));
+        hr = factory->CreateInstance(static_cast<IMediaControl *>(this), IID_PPV_ARGS(&m_inner));
     if (SUCCEEDED(hr))
-        hr = m_inner->QueryInterface(IID_IMediaControl, reinterpret_cast<void **>(&m_control));
+        hr = m_inner->QueryInterface(IID_PPV_ARGS(&m_control));
     if (FAILED(hr))
         return hr;
     // The inner interface counted on us; the aggregate does not hold itself.
@@ -108,8 +108,10 @@ STDMETHODIMP FilterGraph::Invoke(DISPID id, REFIID iid, LCID locale, WORD flags,
 STDMETHODIMP FilterGraph::Run()
 {
     const HRESULT hr = m_control->Run();
-    if (FAILED(hr))
+    if (FAILED(hr)) {
+        stopStartedFilters();
         return hr;
+    }
     const HRESULT failure = startFailure();
     if (FAILED(failure)) {
         m_control->Stop();
@@ -140,6 +142,22 @@ HRESULT FilterGraph::startFailure()
             return hr;
     }
     return S_OK;
+}
+
+// Wine's graph stays stopped after a Run whose pause failed but leaves the filters it did
+// pause as they are, so its Stop skips them and they refuse removal. Windows stops them.
+void FilterGraph::stopStartedFilters()
+{
+    CComQIPtr<IFilterGraph> graph(m_inner.p);
+    CComPtr<IEnumFilters> filters;
+    if (!graph || FAILED(graph->EnumFilters(&filters)))
+        return;
+    for (CComPtr<IBaseFilter> filter; filters->Next(1, &filter, nullptr) == S_OK; filter.Release()) {
+        FILTER_STATE state = State_Stopped;
+        filter->GetState(0, &state);
+        if (state != State_Stopped)
+            filter->Stop();
+    }
 }
 
 STDMETHODIMP FilterGraph::Pause() { return m_control->Pause(); }

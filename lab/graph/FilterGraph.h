@@ -49,6 +49,7 @@ private:
     HRESULT aggregateWineGraph();
     // The error of a filter the graph could not start, or S_OK.
     HRESULT startFailure();
+    void stopStartedFilters();
 
     volatile LONG m_refs = 0;
     HMODULE m_quartz = nullptr;

@@ -50,10 +50,10 @@ HRESULT CaptureGraphBuilder::loadWineBuilder()
     if (!getClassObject)
         return HRESULT_FROM_WIN32(GetLastError());
     CComPtr<IClassFactory> factory;
-    HRESULT hr = getClassObject(CLSID_CaptureGraphBuilder2, IID_IClassFactory, reinterpret_cast<void **>(&factory));
+    HRESULT hr = getClassObject(CLSID_CaptureGraphBuilder2, IID_PPV_ARGS(&factory));
     if (FAILED(hr))
         return hr;
-    return factory->CreateInstance(nullptr, IID_ICaptureGraphBuilder2, reinterpret_cast<void **>(&m_wine));
+    return factory->CreateInstance(nullptr, IID_PPV_ARGS(&m_wine));
 }
 
 STDMETHODIMP CaptureGraphBuilder::SetFiltergraph(IGraphBuilder *graph) { return m_wine->SetFiltergraph(graph); }

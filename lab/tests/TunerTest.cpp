@@ -12,6 +12,7 @@
 #include <gtest/gtest.h>
 
 #include "LabGraph.h"
+#include "WaitFor.h"
 #include "lab/FrameMark.h"
 #include "lab/LabControl.h"
 
@@ -44,7 +45,7 @@ public:
     template <class Interface>
     HRESULT find(const GUID *category, CComPtr<Interface> &out)
     {
-        return m_builder->FindInterface(category, nullptr, filter, __uuidof(Interface), reinterpret_cast<void **>(&out));
+        return m_builder->FindInterface(category, nullptr, filter, IID_PPV_ARGS(&out));
     }
 
     HRESULT renderToNull(const GUID &majorType)
@@ -266,9 +267,8 @@ TEST_F(TunerTest, CardStreamsBothPinsAndJournalsRunsAndFaults)
         ASSERT_HRESULT_SUCCEEDED(card.renderToNull(MEDIATYPE_Audio));
         CComQIPtr<IMediaControl> control = card.control();
         ASSERT_HRESULT_SUCCEEDED(control->Run());
-        Sleep(300);
+        EXPECT_TRUE(labtest::waitForSamplesBeyond(kTunerCard, 0));
         ASSERT_HRESULT_SUCCEEDED(control->Stop());
-        EXPECT_GT(lab::samplesDelivered(kTunerCard), 0);
         EXPECT_TRUE(journalHas(kTunerCard, L"Run"));
         EXPECT_TRUE(journalHas(kTunerCard, L"Stop"));
 
@@ -361,25 +361,23 @@ TEST_F(TunerTest, CardSurvivesRunPauseStopCyclesAndRemoval)
     CComQIPtr<IMediaControl> control = card.control();
     for (int cycle = 0; cycle < 3; ++cycle) {
         ASSERT_HRESULT_SUCCEEDED(control->Run());
-        Sleep(100);
+        EXPECT_TRUE(labtest::waitForSamplesBeyond(kTunerCard, lab::samplesDelivered(kTunerCard)));
         ASSERT_HRESULT_SUCCEEDED(control->Pause());
         ASSERT_HRESULT_SUCCEEDED(control->Run());
-        Sleep(50);
+        EXPECT_TRUE(labtest::waitForSamplesBeyond(kTunerCard, lab::samplesDelivered(kTunerCard)));
         ASSERT_HRESULT_SUCCEEDED(control->Stop());
         EXPECT_EQ(0, lab::liveThreads()) << "cycle " << cycle;
     }
     // Wine's graph does not stop a filter it removes: the peers refuse to disconnect while
     // running, and the card goes on streaming until the graph stops.
     ASSERT_HRESULT_SUCCEEDED(control->Run());
-    Sleep(100);
+    EXPECT_TRUE(labtest::waitForSamplesBeyond(kTunerCard, lab::samplesDelivered(kTunerCard)));
     CComPtr<IFilterGraph> graph;
     FILTER_INFO info = {};
     ASSERT_HRESULT_SUCCEEDED(card.filter->QueryFilterInfo(&info));
     graph.Attach(info.pGraph);
     EXPECT_EQ(VFW_E_NOT_STOPPED, graph->RemoveFilter(card.filter));
-    const long long delivered = lab::samplesDelivered(kTunerCard);
-    Sleep(150);
-    EXPECT_GT(lab::samplesDelivered(kTunerCard), delivered);
+    EXPECT_TRUE(labtest::waitForSamplesBeyond(kTunerCard, lab::samplesDelivered(kTunerCard)));
     ASSERT_HRESULT_SUCCEEDED(control->Stop());
     EXPECT_HRESULT_SUCCEEDED(graph->RemoveFilter(card.filter));
     EXPECT_EQ(0, lab::liveThreads());

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include "common/MediaType.h"
 #include "LabGraph.h"
 #include "lab/FrameMark.h"
 #include "lab/LabControl.h"
@@ -77,8 +78,7 @@ TEST(LabWebcamLifecycle, PrivacyShutterKeepsValueAndFlags)
     LabGraph graph;
     ASSERT_EQ(S_OK, graph.addDevice(L"Lab Webcam RGB24"));
     CComPtr<IAMCameraControl> control;
-    ASSERT_EQ(S_OK, graph.builder->FindInterface(nullptr, nullptr, graph.source, IID_IAMCameraControl,
-                                                 reinterpret_cast<void **>(&control)));
+    ASSERT_EQ(S_OK, graph.builder->FindInterface(nullptr, nullptr, graph.source, IID_PPV_ARGS(&control)));
     long value = -1;
     long flags = -1;
     ASSERT_EQ(S_OK, control->Get(kPrivacy, &value, &flags));
@@ -116,8 +116,8 @@ TEST(LabWebcamLifecycle, CaptureGraphBuilderFindsTheStreamConfigOfTheCapturePin)
     LabGraph graph;
     ASSERT_EQ(S_OK, graph.addDevice(L"Lab Webcam YUY2 MJPG"));
     CComPtr<IAMStreamConfig> config;
-    ASSERT_EQ(S_OK, graph.builder->FindInterface(&PIN_CATEGORY_CAPTURE, &MEDIATYPE_Video, graph.source, IID_IAMStreamConfig,
-                                                 reinterpret_cast<void **>(&config)));
+    ASSERT_EQ(S_OK, graph.builder->FindInterface(&PIN_CATEGORY_CAPTURE, &MEDIATYPE_Video, graph.source,
+                                                 IID_PPV_ARGS(&config)));
     int count = 0;
     int size = 0;
     ASSERT_EQ(S_OK, config->GetNumberOfCapabilities(&count, &size));
@@ -130,15 +130,15 @@ TEST(LabWebcamLifecycle, CaptureGraphBuilderFindsTheStreamConfigOfTheCapturePin)
     EXPECT_EQ(S_OK, config->SetFormat(small));
     CComPtr<IPin> out;
     out.Attach(labtest::firstPin(graph.source, PINDIR_OUTPUT));
-    AM_MEDIA_TYPE connected = {};
-    ASSERT_EQ(S_OK, out->ConnectionMediaType(&connected));
-    EXPECT_TRUE(IsEqualGUID(MEDIASUBTYPE_YUY2, connected.subtype));
-    EXPECT_EQ(320, reinterpret_cast<const VIDEOINFOHEADER *>(connected.pbFormat)->bmiHeader.biWidth);
-    CoTaskMemFree(connected.pbFormat);
-    CoTaskMemFree(small->pbFormat);
-    CoTaskMemFree(small);
+    lab::MediaType::deleteType(small);
+    AM_MEDIA_TYPE received = {};
+    ASSERT_EQ(S_OK, out->ConnectionMediaType(&received));
+    const lab::MediaType connected(received);
+    lab::MediaType::freeContents(received);
+    EXPECT_TRUE(IsEqualGUID(MEDIASUBTYPE_YUY2, connected->subtype));
+    EXPECT_EQ(320, connected.videoInfo()->bmiHeader.biWidth);
 
     CComPtr<IAMStreamConfig> preview;
     EXPECT_EQ(E_NOINTERFACE, graph.builder->FindInterface(&PIN_CATEGORY_PREVIEW, &MEDIATYPE_Video, graph.source,
-                                                          IID_IAMStreamConfig, reinterpret_cast<void **>(&preview)));
+                                                          IID_PPV_ARGS(&preview)));
 }

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include "common/MediaType.h"
 #include "LabGraph.h"
 #include "lab/FrameMark.h"
 #include "lab/LabClassIds.h"
@@ -13,23 +14,6 @@
 using labtest::LabGraph;
 
 namespace {
-
-struct OwnedType {
-    AM_MEDIA_TYPE *type = nullptr;
-    ~OwnedType() { reset(); }
-    void reset()
-    {
-        if (!type)
-            return;
-        if (type->pbFormat)
-            CoTaskMemFree(type->pbFormat);
-        if (type->pUnk)
-            type->pUnk->Release();
-        CoTaskMemFree(type);
-        type = nullptr;
-    }
-    const VIDEOINFOHEADER &info() const { return *reinterpret_cast<const VIDEOINFOHEADER *>(type->pbFormat); }
-};
 
 lab::PixelLayout layoutOf(const GUID &subType)
 {
@@ -94,23 +78,25 @@ TEST(LabWebcam, UncompressedCapabilitiesDeliverNumberedFramesInOrder)
         CComPtr<IAMStreamConfig> config;
         CComPtr<IPin> out;
         out.Attach(labtest::firstPin(probe, PINDIR_OUTPUT));
-        ASSERT_EQ(S_OK, out->QueryInterface(IID_IAMStreamConfig, reinterpret_cast<void **>(&config)));
+        ASSERT_EQ(S_OK, out->QueryInterface(IID_PPV_ARGS(&config)));
         int count = 0;
         int size = 0;
         ASSERT_EQ(S_OK, config->GetNumberOfCapabilities(&count, &size));
         EXPECT_EQ(static_cast<int>(sizeof(VIDEO_STREAM_CONFIG_CAPS)), size);
         for (int i = 0; i < count; ++i) {
-            OwnedType capability;
+            AM_MEDIA_TYPE *received = nullptr;
             VIDEO_STREAM_CONFIG_CAPS caps = {};
-            ASSERT_EQ(S_OK, config->GetStreamCaps(i, &capability.type, reinterpret_cast<BYTE *>(&caps)));
-            EXPECT_EQ(capability.info().bmiHeader.biWidth, caps.MaxOutputSize.cx);
+            ASSERT_EQ(S_OK, config->GetStreamCaps(i, &received, reinterpret_cast<BYTE *>(&caps)));
+            const lab::MediaType capability(*received);
+            lab::MediaType::deleteType(received);
+            EXPECT_EQ(capability.videoInfo()->bmiHeader.biWidth, caps.MaxOutputSize.cx);
 
             lab::clearJournal(device);
             LabGraph graph;
-            ASSERT_EQ(S_OK, graph.build(device, capability.type, GUID_NULL));
+            ASSERT_EQ(S_OK, graph.build(device, &capability.get(), GUID_NULL));
             ASSERT_EQ(S_OK, graph.capture(4, 5000));
             const std::vector<labtest::CollectedSample> samples = graph.samples();
-            const std::vector<unsigned long> numbers = frameNumbers(samples, *capability.type);
+            const std::vector<unsigned long> numbers = frameNumbers(samples, capability.get());
             ASSERT_GE(numbers.size(), 4u);
             EXPECT_EQ(0ul, numbers.front());
             expectConsecutive(numbers);
@@ -134,13 +120,14 @@ static void expectDecodedFrames(const wchar_t *device, int width, int height, in
     LabGraph graph;
     ASSERT_EQ(S_OK, graph.build(device, nullptr, MEDIASUBTYPE_RGB24));
     ASSERT_EQ(S_OK, graph.capture(4, 5000));
-    AM_MEDIA_TYPE connected = {};
-    ASSERT_EQ(S_OK, graph.connectedType(connected));
-    EXPECT_TRUE(IsEqualGUID(MEDIASUBTYPE_RGB24, connected.subtype));
-    const BITMAPINFOHEADER header = reinterpret_cast<const VIDEOINFOHEADER *>(connected.pbFormat)->bmiHeader;
+    AM_MEDIA_TYPE received = {};
+    ASSERT_EQ(S_OK, graph.connectedType(received));
+    const lab::MediaType connected(received);
+    lab::MediaType::freeContents(received);
+    EXPECT_TRUE(IsEqualGUID(MEDIASUBTYPE_RGB24, connected->subtype));
+    const BITMAPINFOHEADER header = connected.videoInfo()->bmiHeader;
     const std::vector<labtest::CollectedSample> samples = graph.samples();
-    const std::vector<unsigned long> numbers = frameNumbers(samples, connected);
-    CoTaskMemFree(connected.pbFormat);
+    const std::vector<unsigned long> numbers = frameNumbers(samples, connected.get());
     ASSERT_EQ(width, header.biWidth);
     ASSERT_EQ(height, std::labs(header.biHeight));
     ASSERT_GE(numbers.size(), 4u);

@@ -14,12 +14,16 @@ public:
     using CaptureBase::addFilter;
     using CaptureBase::callMethodWithRetries;
     using CaptureBase::cleanUpAll;
+    using CaptureBase::cleanUpWindow;
     using CaptureBase::isRecoverable;
     using CaptureBase::removeFilterByName;
+    using CaptureBase::renderToScreen;
+    using CaptureBase::resizeWindowForClient;
     using CaptureBase::run;
     using CaptureBase::setupDevice;
     using CaptureBase::setupGraph;
     using CaptureBase::setupSampleGrabber;
+    using CaptureBase::setupWindow;
 
     IGraphBuilder* graph() const { return m_graphManager; }
     IBaseFilter* source() const { return m_srcFilter; }

@@ -45,10 +45,15 @@ void WindowWatcher::press(HWND dialog, int id)
 
 int WindowWatcher::countInThisProcess(const std::wstring& className)
 {
+    return static_cast<int>(findInThisProcess(className).size());
+}
+
+std::vector<HWND> WindowWatcher::findInThisProcess(const std::wstring& className)
+{
     struct Search {
         std::wstring className;
-        int count;
-    } search{className, 0};
+        std::vector<HWND> found;
+    } search{className, {}};
     EnumWindows(
         [](HWND window, LPARAM context) -> BOOL {
             Search* search = reinterpret_cast<Search*>(context);
@@ -56,11 +61,11 @@ int WindowWatcher::countInThisProcess(const std::wstring& className)
             GetWindowThreadProcessId(window, &process);
             wchar_t name[256] = {};
             GetClassNameW(window, name, 256);
-            if (process == GetCurrentProcessId() && search->className == name) ++search->count;
+            if (process == GetCurrentProcessId() && search->className == name) search->found.push_back(window);
             return TRUE;
         },
         reinterpret_cast<LPARAM>(&search));
-    return search.count;
+    return search.found;
 }
 
 } // namespace test

@@ -5,6 +5,7 @@
 #include <functional>
 #include <string>
 #include <thread>
+#include <vector>
 
 namespace sorvane {
 namespace test {
@@ -30,6 +31,7 @@ public:
     // Top-level windows of the class that belong to this process. Test programs run side
     // by side on one desktop, so a plain FindWindow may see another program's window.
     static int countInThisProcess(const std::wstring& className);
+    static std::vector<HWND> findInThisProcess(const std::wstring& className);
 
 private:
     void watch();

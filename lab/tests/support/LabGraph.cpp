@@ -33,7 +33,7 @@ std::vector<MonikerInfo> listDevices(const GUID &category)
         if (monikers->Next(1, &info.moniker, nullptr) != S_OK)
             break;
         CComPtr<IPropertyBag> bag;
-        if (SUCCEEDED(info.moniker->BindToStorage(nullptr, nullptr, IID_IPropertyBag, reinterpret_cast<void **>(&bag)))) {
+        if (SUCCEEDED(info.moniker->BindToStorage(nullptr, nullptr, IID_PPV_ARGS(&bag)))) {
             for (const wchar_t *name : {L"FriendlyName", L"CLSID", L"Description", L"DevicePath"})
                 info.values[name] = readProperty(bag, name);
         }
@@ -48,7 +48,7 @@ HRESULT bindDevice(const std::wstring &name, CComPtr<IBaseFilter> &filter)
     for (const MonikerInfo &device : listDevices(CLSID_VideoInputDeviceCategory)) {
         const auto found = device.values.find(L"FriendlyName");
         if (found != device.values.end() && found->second == name)
-            return device.moniker->BindToObject(nullptr, nullptr, IID_IBaseFilter, reinterpret_cast<void **>(&filter));
+            return device.moniker->BindToObject(nullptr, nullptr, IID_PPV_ARGS(&filter));
     }
     return HRESULT_FROM_WIN32(ERROR_NOT_FOUND);
 }
@@ -95,7 +95,7 @@ HRESULT LabGraph::build(const std::wstring &device, const AM_MEDIA_TYPE *capabil
     if (SUCCEEDED(hr))
         hr = graph->AddFilter(grabberFilter, L"SampleGrabber");
     if (SUCCEEDED(hr))
-        hr = grabberFilter->QueryInterface(IID_ISampleGrabber, reinterpret_cast<void **>(&m_grabber));
+        hr = grabberFilter.QueryInterface(&m_grabber);
     if (SUCCEEDED(hr))
         hr = sink.CoCreateInstance(CLSID_NullRenderer, nullptr, CLSCTX_INPROC_SERVER);
     if (SUCCEEDED(hr))

@@ -77,18 +77,21 @@ AnalogTuner::AnalogTuner(const ruvo::DiagDevice& device, const kel::String& name
 
 void AnalogTuner::captureToScreen()
 {
+    SORVANE_TRACE();
     m_mode = AMTUNER_MODE_TV;
     CaptureBase::captureToScreen();
 }
 
 void AnalogTuner::captureToFile(const kel::String& fileName)
 {
+    SORVANE_TRACE();
     m_mode = AMTUNER_MODE_TV;
     CaptureBase::captureToFile(fileName);
 }
 
 void AnalogTuner::checkTVSignal()
 {
+    SORVANE_TRACE();
     m_mode = AMTUNER_MODE_TV;
     TVTuner::checkTVSignal();
 }
@@ -124,7 +127,8 @@ bool AnalogTuner::stepFMSweep(FMSweep& sweep)
         return true;
     }
 
-    // A one-frequency sweep has no width to measure progress by.
+    // A one-frequency sweep has no width to measure progress by: rather than divide by zero
+    // and report whatever a non-finite value converts to, it reports 0.
     const double fraction = sweep.end > sweep.start ? (sweep.current - sweep.start) / (sweep.end - sweep.start) : 0.0;
     ruvo::DiagModule::percentDone(static_cast<int>(fraction * 100.0));
     sweep.current += kFMStepMHz;
@@ -147,8 +151,7 @@ void AnalogTuner::setupDevice()
     CaptureBase::setupDevice();
 
     m_tuner.Release();
-    HRESULT hr = m_captureGraphBuilder->FindInterface(&PIN_CATEGORY_CAPTURE, nullptr, m_srcFilter, IID_IAMTVTuner,
-                                                      reinterpret_cast<void**>(&m_tuner));
+    HRESULT hr = m_captureGraphBuilder->FindInterface(&PIN_CATEGORY_CAPTURE, nullptr, m_srcFilter, IID_PPV_ARGS(&m_tuner));
     if (FAILED(hr) || !m_tuner) {
         SORVANE_LOG_ERROR("FindInterface(IID_IAMTVTuner) failed: " << hrText(hr));
         THROW_WARNING(ruvo::TestResult::NOTSUPPORTED(), hr, g_warnHardwareDoesNotSupportAnalogTVInput);
@@ -165,9 +168,9 @@ void AnalogTuner::setupDevice()
 
 void AnalogTuner::routeCrossbar()
 {
+    SORVANE_TRACE();
     CComPtr<IAMCrossbar> crossbar;
-    m_captureGraphBuilder->FindInterface(&PIN_CATEGORY_CAPTURE, nullptr, m_srcFilter, IID_IAMCrossbar,
-                                         reinterpret_cast<void**>(&crossbar));
+    m_captureGraphBuilder->FindInterface(&PIN_CATEGORY_CAPTURE, nullptr, m_srcFilter, IID_PPV_ARGS(&crossbar));
     if (!crossbar) {
         SORVANE_LOG_DETAIL("no crossbar");
         return;
@@ -207,8 +210,7 @@ bool AnalogTuner::renderVideoStream()
     HRESULT hr = E_FAIL;
     for (const RenderChoice& choice : kRenderChoices) {
         hr = m_captureGraphBuilder->RenderStream(choice.category, choice.mediaType, m_srcFilter, nullptr, nullptr);
-        SORVANE_LOG_DETAIL("RenderStream(" << CaptureUtil::guidName(*choice.category) << ", "
-                                           << CaptureUtil::subTypeToString(*choice.mediaType)
+        SORVANE_LOG_DETAIL("RenderStream(" << CaptureUtil::subTypeToString(*choice.mediaType)
                                            << ", m_srcFilter, NULL, NULL) returns " << hrText(hr));
         if (hr == S_OK) return true;
     }
@@ -225,12 +227,12 @@ void AnalogTuner::resizeWindowToVideo()
     SORVANE_LOG_DETAIL("Attempting to read the stream configuration to use to resize window");
     CComPtr<IAMStreamConfig> config;
     HRESULT hr = m_captureGraphBuilder->FindInterface(&PIN_CATEGORY_CAPTURE, &MEDIATYPE_Interleaved, m_srcFilter,
-                                                      IID_IAMStreamConfig, reinterpret_cast<void**>(&config));
+                                                      IID_PPV_ARGS(&config));
     if (FAILED(hr)) {
         SORVANE_LOG_DETAIL("IGraphBuilder::FindInterface(IID_IAMStreamConfig) interleaved failed trying video: " << hrText(hr));
         config.Release();
         hr = m_captureGraphBuilder->FindInterface(&PIN_CATEGORY_CAPTURE, &MEDIATYPE_Video, m_srcFilter,
-                                                  IID_IAMStreamConfig, reinterpret_cast<void**>(&config));
+                                                  IID_PPV_ARGS(&config));
         if (FAILED(hr)) SORVANE_LOG_DETAIL("IGraphBuilder::FindInterface(IID_IAMStreamConfig) video failed:" << hrText(hr));
     }
     if (!config) {
@@ -257,6 +259,7 @@ void AnalogTuner::resizeWindowToVideo()
 
 void AnalogTuner::cleanUpCOMInterfaces()
 {
+    SORVANE_TRACE();
     m_tuner.Release();
     CaptureBase::cleanUpCOMInterfaces();
 }
@@ -302,6 +305,7 @@ bool AnalogTuner::tuneToChannel(int channel, int /*minorChannel*/, int inputType
 
 void AnalogTuner::initializeChannelIteration()
 {
+    SORVANE_TRACE();
     TVTuner::initializeChannelIteration();
     const kel::String signalType = g_signalType->value().toKELString().toUpper();
     m_tryAntenna = signalType != kel::String(L"CABLE");
@@ -311,7 +315,9 @@ void AnalogTuner::initializeChannelIteration()
 // Antenna first, then cable.
 bool AnalogTuner::checkCurrentChannel()
 {
+    SORVANE_TRACE();
     if (m_tryAntenna) {
+        // Set before every check and never cleared: it records that a check ran, it is no lock.
         m_checking = true;
         if (checkChannel(static_cast<int>(m_currentChannel), kNoMinorChannel, kAntennaInput)) return true;
     }
@@ -329,6 +335,7 @@ uint32_t AnalogTuner::checksPerChannel() const
 
 bool AnalogTuner::isSignalPresent()
 {
+    SORVANE_TRACE();
     if (!m_tuner) return false;
     const uint32_t checks = checksPerChannel();
     for (uint32_t check = 1; check <= checks; ++check) {
@@ -350,6 +357,7 @@ bool AnalogTuner::isSignalPresent()
 
 void AnalogTuner::preCheckAction()
 {
+    SORVANE_TRACE();
     if (isSetAndTrue(g_askCountryCode1))
         askForCountry();
     else
@@ -358,6 +366,7 @@ void AnalogTuner::preCheckAction()
 
 void AnalogTuner::postCheckErrorAction()
 {
+    SORVANE_TRACE();
     if (isSetAndTrue(g_askCountryCode2)) askForCountry();
 }
 
@@ -366,7 +375,8 @@ void AnalogTuner::askForCountry()
     CountryDialog dialog(CountryDialog::allCountries());
     const int code = dialog.ask(GetConsoleWindow(), CaptureUtil::getDefaultCountryCode());
     if (code == 0) THROW_ERROR(ruvo::TestResult::USERABORTED(), 0, nullptr);
-    if (code < 0) THROW_WARNING(ruvo::TestResult::MISCONFIGURED(), 0, g_setCountryName);
+    // A dialog that could not be shown answers -1, which goes to the tuner like any code:
+    // the tuner refuses it and keeps its country, and the channel test still runs.
     setCountryCode(code);
 }
 

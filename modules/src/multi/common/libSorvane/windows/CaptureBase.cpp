@@ -10,6 +10,7 @@
 #include "ScopeExit.h"
 #include "ScopedVariant.h"
 #include "SdkGuids.h"
+#include "resources/CaptureWindowIds.h"
 
 #include <boost/bind/bind.hpp>
 #include <kel/AssertionFailure.h>
@@ -30,7 +31,6 @@ const wchar_t kWindowClass[] = L"KEL_CaptureBase_Window";
 const DWORD kWindowStyle = WS_CLIPCHILDREN | WS_DLGFRAME;
 const int kWindowWidth = 640;
 const int kWindowHeight = 480;
-const int kWindowIcon = 100;
 const int kMaxRetries = 10;
 const uint32_t kRetryDelayMs = 100;
 const double kRecordingSeconds = 3.0;
@@ -82,7 +82,8 @@ CaptureBase& CaptureBase::operator=(const CaptureBase& other) = default;
 CaptureBase::~CaptureBase()
 {
     SetThreadExecutionState(ES_CONTINUOUS);
-    // Interfaces still held go before the apartment they live in.
+    // Interfaces still held go before the apartment they live in: released after
+    // CoUninitialize, they would call into a torn-down apartment (or an unloaded DLL).
     m_outputFile = kel::String();
     m_sinkFilter.Release();
     m_sampleGrabber.Release();
@@ -139,6 +140,7 @@ void CaptureBase::callMethodWithRetries(boost::function<void()> method)
 
 bool CaptureBase::isRecoverable(const CaptureException& e)
 {
+    SORVANE_TRACE();
     if (e == TestResult::CANNOTRUN() || e == TestResult::DEVICEBUSY() || e == TestResult::USERABORTED()) return false;
     if (e.getErrorCode() == kOperationAborted) return false;
     return e.getErrorEvent() != g_userClickedFail;
@@ -163,6 +165,7 @@ void CaptureBase::doCaptureToScreen()
 
 void CaptureBase::askWhetherTestPassed()
 {
+    SORVANE_TRACE();
     const int answer = PassFailQuestion::ask(m_windowTitle);
     if (answer == IDCANCEL) THROW_ERROR(TestResult::USERABORTED(), 0, nullptr);
     if (answer == IDNO) THROW_ERROR(TestResult::FAIL(), 0, g_userClickedFail);
@@ -210,7 +213,7 @@ void CaptureBase::setupGraph()
     }
 
     m_mediaEvent.Release();
-    hr = m_graphManager->QueryInterface(IID_IMediaEventEx, reinterpret_cast<void**>(&m_mediaEvent));
+    hr = m_graphManager.QueryInterface(&m_mediaEvent);
     if (FAILED(hr)) {
         SORVANE_LOG_ERROR("QI for IID_IMediaEventEx failed: " << ErrorHandler::errorMessageFromHr(hr));
         THROW_ERROR(TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
@@ -261,7 +264,7 @@ void CaptureBase::setupDevice()
     CComPtr<IMoniker> moniker;
     while (!found && monikers->Next(1, &moniker, nullptr) == S_OK) {
         CComPtr<IPropertyBag> bag;
-        if (SUCCEEDED(moniker->BindToStorage(nullptr, nullptr, IID_IPropertyBag, reinterpret_cast<void**>(&bag)))) {
+        if (SUCCEEDED(moniker->BindToStorage(nullptr, nullptr, IID_PPV_ARGS(&bag)))) {
             const kel::String path = readBagText(bag, L"DevicePath");
             SORVANE_LOG_DETAIL("DevicePath from propertybag: " << path);
             const kel::String identifier = identifierFromPath(path);
@@ -272,8 +275,7 @@ void CaptureBase::setupDevice()
                 SORVANE_LOG_DETAIL("binding to " << monikerName << " @ " << identifier);
                 m_devicePath = path;
                 found = true;
-                bindResult = moniker->BindToObject(nullptr, nullptr, IID_IBaseFilter,
-                                                   reinterpret_cast<void**>(&m_srcFilter));
+                bindResult = moniker->BindToObject(nullptr, nullptr, IID_PPV_ARGS(&m_srcFilter));
             }
         }
         moniker.Release();
@@ -380,6 +382,7 @@ void CaptureBase::run(boost::function<bool()> stopCondition, bool withWindow, bo
 
 void CaptureBase::throwIfRunFailed(HRESULT hr)
 {
+    SORVANE_TRACE();
     if (isDeviceInUse(hr)) {
         SORVANE_LOG(kRunWarningPriority, "CaptureBase::run(), device in use");
         THROW_WARNING(TestResult::CANNOTRUN(), hr, g_errorDeviceInUse);
@@ -409,6 +412,7 @@ void CaptureBase::pumpMessagesUntil(const boost::function<bool()>& stopCondition
 
 void CaptureBase::handleGraphEvent()
 {
+    SORVANE_TRACE();
     long code = 0;
     LONG_PTR first = 0;
     LONG_PTR second = 0;
@@ -419,6 +423,7 @@ void CaptureBase::handleGraphEvent()
 
 void CaptureBase::addFilter(CComPtr<IBaseFilter> filter, const kel::String& name)
 {
+    SORVANE_TRACE();
     SORVANE_LOG_DETAIL("add filter " << name);
     if (!m_graphManager) {
         SORVANE_LOG_ERROR("addFilter, m_graphManager == NULL");
@@ -434,6 +439,7 @@ void CaptureBase::addFilter(CComPtr<IBaseFilter> filter, const kel::String& name
 
 void CaptureBase::removeFilterByName(const kel::String& name)
 {
+    SORVANE_TRACE();
     if (!m_graphManager) return;
     CComPtr<IBaseFilter> filter;
     if (FAILED(m_graphManager->FindFilterByName(name.c_str(), &filter)) || !filter) return;
@@ -445,13 +451,21 @@ void CaptureBase::removeFilterByName(const kel::String& name)
 
 void CaptureBase::removeAllFilters()
 {
+    SORVANE_TRACE();
     if (!m_graphManager) return;
     CComPtr<IEnumFilters> filters;
     if (FAILED(m_graphManager->EnumFilters(&filters)) || !filters) return;
     CComPtr<IBaseFilter> filter;
     while (filters->Next(1, &filter, nullptr) == S_OK) {
         const kel::String name = CaptureUtil::filterName(filter);
-        m_graphManager->RemoveFilter(filter);
+        const HRESULT hr = m_graphManager->RemoveFilter(filter);
+        if (FAILED(hr)) {
+            // A filter that refuses to go (one left running) is stepped over: starting again
+            // from the top would find it again forever. The graph's release takes it.
+            SORVANE_LOG_ERROR("RemoveFilter " << name << " failed: " << ErrorHandler::errorMessageFromHr(hr));
+            filter.Release();
+            continue;
+        }
         // Removing a filter invalidates the enumeration.
         filters->Reset();
         const ULONG count = releaseWithCount(filter);
@@ -498,7 +512,7 @@ void CaptureBase::setupWindow()
     windowClass.lpfnWndProc = &CaptureBase::windowsMsgCallback;
     windowClass.hInstance = instance;
     windowClass.hCursor = LoadCursorW(nullptr, IDC_ARROW);
-    windowClass.hIcon = LoadIconW(instance, MAKEINTRESOURCEW(kWindowIcon));
+    windowClass.hIcon = LoadIconW(instance, MAKEINTRESOURCEW(IDI_CAPTURE_WINDOW));
     windowClass.lpszClassName = kWindowClass;
     if (!RegisterClassW(&windowClass)) {
         // Several capture objects share the class.
@@ -509,8 +523,12 @@ void CaptureBase::setupWindow()
         }
     }
 
-    m_hwnd = CreateWindowExW(0, kWindowClass, m_windowTitle.c_str(), kWindowStyle, CW_USEDEFAULT, CW_USEDEFAULT,
-                             kWindowWidth, kWindowHeight, nullptr, nullptr, instance, nullptr);
+    // A tuner's second attempt finds the first attempt's window, with the renderer's window
+    // inside it, still up: it is bound again rather than replaced.
+    if (!m_hwnd) {
+        m_hwnd = CreateWindowExW(0, kWindowClass, m_windowTitle.c_str(), kWindowStyle, CW_USEDEFAULT, CW_USEDEFAULT,
+                                 kWindowWidth, kWindowHeight, nullptr, nullptr, instance, nullptr);
+    }
     if (!m_hwnd) {
         const DWORD error = GetLastError();
         SORVANE_LOG_ERROR("CreateWindow failed.");
@@ -519,7 +537,7 @@ void CaptureBase::setupWindow()
 
     KEL_ASSERT(m_graphManager);
     m_videoWindow.Release();
-    HRESULT hr = m_graphManager->QueryInterface(IID_IVideoWindow, reinterpret_cast<void**>(&m_videoWindow));
+    HRESULT hr = m_graphManager.QueryInterface(&m_videoWindow);
     if (FAILED(hr)) {
         SORVANE_LOG_ERROR("IID_IVideoWindow failed: " << ErrorHandler::errorMessageFromHr(hr));
         THROW_ERROR(TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
@@ -543,6 +561,7 @@ void CaptureBase::setupWindow()
 // Makes the renderer draw as a hidden child of the capture window.
 void CaptureBase::bindVideoWindow()
 {
+    SORVANE_TRACE();
     HRESULT hr = m_videoWindow->put_Owner(reinterpret_cast<OAHWND>(m_hwnd));
     if (FAILED(hr)) {
         SORVANE_LOG_ERROR("put_Owner failed: " << ErrorHandler::errorMessageFromHr(hr));
@@ -562,6 +581,7 @@ void CaptureBase::bindVideoWindow()
 
 LRESULT CALLBACK CaptureBase::windowsMsgCallback(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 {
+    SORVANE_TRACE();
     CaptureBase* capture = reinterpret_cast<CaptureBase*>(GetWindowLongPtrW(window, GWLP_USERDATA));
     if (message == WM_DESTROY) {
         PostQuitMessage(0);
@@ -592,16 +612,19 @@ LRESULT CALLBACK CaptureBase::windowsMsgCallback(HWND window, UINT message, WPAR
 
 void CaptureBase::showVideoWindow()
 {
+    SORVANE_TRACE();
     if (m_hwnd) ShowWindow(m_hwnd, SW_SHOW);
 }
 
 void CaptureBase::hideVideoWindow()
 {
+    SORVANE_TRACE();
     if (m_hwnd) ShowWindow(m_hwnd, SW_HIDE);
 }
 
 void CaptureBase::resizeVideoWindow()
 {
+    SORVANE_TRACE();
     if (!m_videoWindow) return;
     RECT client;
     GetClientRect(m_hwnd, &client);
@@ -611,6 +634,7 @@ void CaptureBase::resizeVideoWindow()
 
 void CaptureBase::resizeWindowForClient(int width, int height)
 {
+    SORVANE_TRACE();
     // Shared by every capture object; only the window's own thread comes here.
     static int depth = 0;
     ++depth;
@@ -636,6 +660,7 @@ void CaptureBase::resizeWindowForClient(int width, int height)
 
 void CaptureBase::cleanUpWindow()
 {
+    SORVANE_TRACE();
     if (!m_hwnd) return;
     DestroyWindow(m_hwnd);
     m_hwnd = nullptr;

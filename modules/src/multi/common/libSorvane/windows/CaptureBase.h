@@ -9,6 +9,7 @@
 #include <atlbase.h>
 #include <boost/function.hpp>
 #include <dshow.h>
+#include <dshowuuids.h>
 #include <kel/String.h>
 #include <qedit.h>
 #include <ruvo/DiagDevice.h>

@@ -64,7 +64,7 @@ void TVTuner::checkTVSignal()
             break;
         } catch (const CaptureException& e) {
             if (e.getResult() != ruvo::TestResult::NOSIGNAL() || attempt > 0) throw;
-            endFailedAttempt();
+            // The picture and the graph stay while the user checks the cable.
             if (!userWantsRetry()) THROW_ERROR(ruvo::TestResult::USERABORTED(), 0, nullptr);
             postCheckErrorAction();
         }
@@ -74,20 +74,16 @@ void TVTuner::checkTVSignal()
 
 void TVTuner::runOneAttempt()
 {
+    SORVANE_TRACE();
     ruvo::DiagModule::resetPercentDone();
     initializeChannelIteration();
     run(boost::bind(&TVTuner::iterateChannels, this), true, true);
     hideVideoWindow();
 }
 
-void TVTuner::endFailedAttempt()
-{
-    cleanUpWindow();
-    if (m_mediaControl) m_mediaControl->Stop();
-}
-
 bool TVTuner::userWantsRetry()
 {
+    SORVANE_TRACE();
     if (g_checkTVCable->isset() && !g_checkTVCable->value().valueBool()) return true;
 
     ruvo::MessageBox2* box = ruvo::DiagModule::createMessageBox2(
@@ -122,6 +118,7 @@ uint32_t TVTuner::channelFrom(ruvo::Parameter* parameter) const
 
 void TVTuner::initializeChannelIteration()
 {
+    SORVANE_TRACE();
     KEL_ASSERT(m_startChannelParam);
     KEL_ASSERT(m_endChannelParam);
     m_startChannel = channelFrom(m_startChannelParam);
@@ -133,6 +130,7 @@ void TVTuner::initializeChannelIteration()
 
 bool TVTuner::iterateChannels()
 {
+    SORVANE_TRACE();
     if (m_currentChannel == m_startChannel) kel::System::mssleep(kGraphSettleDelay);
 
     if (m_currentChannel > m_endChannel) {
@@ -165,6 +163,7 @@ void TVTuner::reportProgress()
 
 bool TVTuner::checkChannel(int channel, int minorChannel, int inputType)
 {
+    SORVANE_TRACE();
     SORVANE_LOG_DETAIL("checkChannel(" << channel << ", " << minorChannel << ", " << inputType << ")");
     return tuneToChannel(channel, minorChannel, inputType) && isSignalPresent();
 }
@@ -177,6 +176,7 @@ void TVTuner::postCheckErrorAction() {}
 
 void TVTuner::signalFound()
 {
+    SORVANE_TRACE();
     SORVANE_LOG_DETAIL("found signal on channel " << m_currentChannel);
 }
 

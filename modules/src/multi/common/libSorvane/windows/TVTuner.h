@@ -53,8 +53,6 @@ private:
     // The channel number a parameter names, checked against the tuner's limits.
     uint32_t channelFrom(ruvo::Parameter* parameter) const;
     void runOneAttempt();
-    // Closes the window and stops the graph of an attempt that ended by an exception.
-    void endFailedAttempt();
     // Asks the user to check the cable before the second attempt; false means abort.
     bool userWantsRetry();
     void reportProgress();

@@ -33,9 +33,6 @@ using boost::placeholders::_1;
 typedef std::vector<MediaTypeOwner> CapabilityGroup;
 typedef std::map<kel::String, CapabilityGroup> CapabilityGroups;
 
-// ERROR_OPERATION_ABORTED, as the plain number an exception carries.
-const long kOperationAborted = 995;
-
 // Pixel formats in the order they are preferred; only the first one the camera offers is used.
 const GUID* const kPreferredSubtypes[] = {&MEDIASUBTYPE_RGB24, &MEDIASUBTYPE_YUY2, &MEDIASUBTYPE_UYVY,
                                           &MEDIASUBTYPE_MJPG};
@@ -241,9 +238,10 @@ void Webcam::doCaptureFrames(unsigned long long count)
 
 CComPtr<IAMStreamConfig> Webcam::findStreamConfig()
 {
+    SORVANE_TRACE();
     CComPtr<IAMStreamConfig> streamConfig;
     const HRESULT hr = m_captureGraphBuilder->FindInterface(&PIN_CATEGORY_CAPTURE, &MEDIATYPE_Video, m_srcFilter,
-                                                            IID_IAMStreamConfig, reinterpret_cast<void**>(&streamConfig));
+                                                            IID_PPV_ARGS(&streamConfig));
     if (FAILED(hr) || !streamConfig) {
         SORVANE_LOG_ERROR("FindInterface (IAMStreamConfig) failed: " << ErrorHandler::errorMessageFromHr(hr));
         THROW_ERROR(ruvo::TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
@@ -253,6 +251,7 @@ CComPtr<IAMStreamConfig> Webcam::findStreamConfig()
 
 int Webcam::capabilityCount(IAMStreamConfig* streamConfig)
 {
+    SORVANE_TRACE();
     int count = 0;
     int size = 0;
     const HRESULT hr = streamConfig->GetNumberOfCapabilities(&count, &size);
@@ -270,6 +269,7 @@ int Webcam::capabilityCount(IAMStreamConfig* streamConfig)
 void Webcam::captureWithCapability(IAMStreamConfig* streamConfig, const AM_MEDIA_TYPE* capability,
                                    unsigned long long count, unsigned long long groupSize, unsigned long long index)
 {
+    SORVANE_TRACE();
     ScopeExit detach(boost::bind(&Webcam::detachCallback, this));
 
     SORVANE_LOG_DETAIL("SetFormat to " << CaptureUtil::mediaTypeToString(capability));
@@ -301,6 +301,7 @@ void Webcam::captureWithCapability(IAMStreamConfig* streamConfig, const AM_MEDIA
 
 void Webcam::attachCallback(unsigned long long count)
 {
+    SORVANE_TRACE();
     SORVANE_LOG_DETAIL("create sampleGrabberCallback");
     m_sampleGrabberCallback = new SampleGrabberCallback(m_captureDelay, count);
     const HRESULT hr = m_sampleGrabber->SetCallback(m_sampleGrabberCallback, 0);
@@ -313,6 +314,7 @@ void Webcam::attachCallback(unsigned long long count)
 
 void Webcam::detachCallback()
 {
+    SORVANE_TRACE();
     SORVANE_LOG_DETAIL("clear sampleGrabberCallback");
     if (m_sampleGrabber) m_sampleGrabber->SetCallback(nullptr, 0);
     m_sampleGrabberCallback.Release();
@@ -320,6 +322,7 @@ void Webcam::detachCallback()
 
 void Webcam::takeFramesFromCallback(unsigned long long count)
 {
+    SORVANE_TRACE();
     const SampleGrabberCallback* callback = dynamic_cast<SampleGrabberCallback*>(m_sampleGrabberCallback.p);
     if (!callback) {
         SORVANE_LOG_ERROR("dynamic_cast<SampleGrabberCallback*>(m_sampleGrabberCallback.p) failed!");
@@ -347,7 +350,8 @@ void Webcam::takeFramesFromCallback(unsigned long long count)
 
 void Webcam::percentCallback(unsigned long long groupSize, unsigned long long index, int percent)
 {
-    // Each capability gets an equal share of the first half of the bar.
+    // No trace: called on every poll of the run loop.
+    // percent / share (not times share) is intended: the bar's first half fills in steps of share.
     const double share = 100.0 / static_cast<double>(groupSize);
     ruvo::DiagModule::percentDone(static_cast<int>((percent / share + static_cast<double>(index) * share) * 0.5));
 }
@@ -422,6 +426,7 @@ void Webcam::renderToSaver()
 
 bool Webcam::connectDirect()
 {
+    SORVANE_TRACE();
     CComPtr<IPin> srcOut;
     CComPtr<IPin> grabberIn;
     CComPtr<IPin> grabberOut;
@@ -456,6 +461,7 @@ bool Webcam::connectDirect()
 
 void Webcam::renderThroughRenderStream()
 {
+    SORVANE_TRACE();
     SORVANE_LOG_DETAIL("using RenderStream");
     const HRESULT hr = m_captureGraphBuilder->RenderStream(&PIN_CATEGORY_CAPTURE, &MEDIATYPE_Video, m_srcFilter,
                                                            m_sampleGrabberFilter, m_sinkFilter);
@@ -471,9 +477,9 @@ void Webcam::doRenderToFile()
     SORVANE_LOG_DETAIL("Webcam::doRenderToFile()");
     const HRESULT hr =
         m_captureGraphBuilder->RenderStream(&PIN_CATEGORY_CAPTURE, &MEDIATYPE_Video, m_srcFilter, nullptr, m_mux);
-    SORVANE_LOG_DETAIL("RenderStream(PIN_CATEGORY_CAPTURE, MEDIATYPE_Video, m_srcFilter, NULL, m_mux) returns "
+    SORVANE_LOG_DETAIL("RenderStream(PIN_CATEGORY_CAPTURE, MEDIATYPE_Video, m_srcFilter, NULL, m_mux) returns"
                        << ErrorHandler::errorMessageFromHr(hr));
-    if (FAILED(hr)) THROW_ERROR(ruvo::TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
+    // A failure is only logged: the run that follows decides how the recording ends.
 }
 
 void Webcam::cleanUpCOMInterfaces()
@@ -487,15 +493,12 @@ void Webcam::cleanUpCOMInterfaces()
     m_srcHandle.reset(INVALID_HANDLE_VALUE);
 }
 
+// Frames missing after a completed run will be missing on the next capability too.
 bool Webcam::isRecoverable(const CaptureException& e)
 {
-    const ruvo::TestResult result = e.getResult();
+    SORVANE_TRACE();
     if (e.getErrorEvent() == g_errorCapturingFrames) return false;
-    if (result == ruvo::TestResult::CANNOTRUN()) return false;
-    if (result == ruvo::TestResult::DEVICEBUSY()) return false;
-    if (result == ruvo::TestResult::USERABORTED() || e.getErrorCode() == kOperationAborted) return false;
-    if (e.getErrorEvent() == g_userClickedFail) return false;
-    return true;
+    return CaptureBase::isRecoverable(e);
 }
 
 void Webcam::getPrivacy(long& value, long& flags)

@@ -77,6 +77,7 @@ protected:
     MediaTypeOwner m_mediaType;
     FrameList m_frames;
     uint32_t m_captureDelay;
+    // Set only by getPrivacy, never cleared: clean-up reopens only a shutter a caller has read.
     bool privacySupported;
     long m_privacyRestoreValue;
     long m_privacyRestoreFlags;

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <windows.h>
+#include <dshow.h>
+#include <qedit.h>
+
+namespace sorvane {
+namespace test {
+
+// The system's sample grabber, aggregated, with one ISampleGrabber method refusing with a
+// given code; everything else (the filter, its pins) is the system's own object.
+class FaultySampleGrabber final : public ISampleGrabber {
+public:
+    enum Method { SET_MEDIA_TYPE, SET_ONE_SHOT, SET_BUFFER_SAMPLES, SET_CALLBACK };
+
+    // Makes one, answering `iid`, as a class factory would.
+    static HRESULT create(Method refused, HRESULT refusal, REFIID iid, void** out);
+
+    STDMETHODIMP QueryInterface(REFIID iid, void** out) override;
+    STDMETHODIMP_(ULONG) AddRef() override;
+    STDMETHODIMP_(ULONG) Release() override;
+
+    STDMETHODIMP SetOneShot(WINBOOL oneShot) override;
+    STDMETHODIMP SetMediaType(const AM_MEDIA_TYPE* type) override;
+    STDMETHODIMP GetConnectedMediaType(AM_MEDIA_TYPE* type) override;
+    STDMETHODIMP SetBufferSamples(WINBOOL bufferThem) override;
+    STDMETHODIMP GetCurrentBuffer(LONG* size, LONG* buffer) override;
+    STDMETHODIMP GetCurrentSample(IMediaSample** sample) override;
+    STDMETHODIMP SetCallback(ISampleGrabberCB* callback, LONG whichMethod) override;
+
+private:
+    FaultySampleGrabber(Method refused, HRESULT refusal);
+    ~FaultySampleGrabber();
+    HRESULT aggregateSystemGrabber();
+
+    LONG m_refs;
+    Method m_refused;
+    HRESULT m_refusal;
+    IUnknown* m_inner;          // the system grabber's own IUnknown, owned
+    ISampleGrabber* m_grabber;  // its grabber interface, not counted (it counts on us)
+};
+
+} // namespace test
+} // namespace sorvane
