@@ -2,7 +2,7 @@
 # Installs the toolchain, Wine and the libraries the build needs (Debian 12), when missing.
 set -euo pipefail
 
-packages=(mingw-w64 wine wine64 cmake ninja-build libboost-dev googletest)
+packages=(mingw-w64 wine wine64 cmake ninja-build libboost-dev nlohmann-json3-dev libstb-dev googletest)
 missing=()
 for package in "${packages[@]}"; do
     dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q "install ok installed" || missing+=("$package")
