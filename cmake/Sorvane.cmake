@@ -2,17 +2,24 @@
 
 enable_testing()
 
-# Only boost/ of the host's headers is visible to the cross compiler.
-set(SORVANE_BOOST_ROOT ${CMAKE_BINARY_DIR}/boost-include)
-if(NOT EXISTS ${SORVANE_BOOST_ROOT}/boost)
-    if(NOT EXISTS /usr/include/boost/version.hpp)
-        message(FATAL_ERROR "Boost headers not found: install libboost-dev")
+# The cross compiler sees only the named folders of the host's headers, each through a link
+# in its own include folder of the build tree, never all of /usr/include.
+function(sorvane_host_headers target folder probe package)
+    set(root ${CMAKE_BINARY_DIR}/${folder}-include)
+    if(NOT EXISTS ${root}/${folder})
+        if(NOT EXISTS /usr/include/${folder}/${probe})
+            message(FATAL_ERROR "${folder} headers not found: install ${package}")
+        endif()
+        file(MAKE_DIRECTORY ${root})
+        file(CREATE_LINK /usr/include/${folder} ${root}/${folder} SYMBOLIC)
     endif()
-    file(MAKE_DIRECTORY ${SORVANE_BOOST_ROOT})
-    file(CREATE_LINK /usr/include/boost ${SORVANE_BOOST_ROOT}/boost SYMBOLIC)
-endif()
-add_library(sorvane_boost INTERFACE)
-target_include_directories(sorvane_boost SYSTEM INTERFACE ${SORVANE_BOOST_ROOT})
+    add_library(${target} INTERFACE)
+    target_include_directories(${target} SYSTEM INTERFACE ${root})
+endfunction()
+
+sorvane_host_headers(sorvane_boost boost version.hpp libboost-dev)
+sorvane_host_headers(sorvane_json nlohmann json.hpp nlohmann-json3-dev)
+sorvane_host_headers(sorvane_stb stb stb_image.h libstb-dev)
 
 # mingw-w64 has no ATL: the compat headers stand in for it.
 add_library(sorvane_compat INTERFACE)

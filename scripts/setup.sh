@@ -4,6 +4,8 @@ set -euo pipefail
 
 packages=(mingw-w64 wine wine64 cmake ninja-build libboost-dev googletest)
 missing=()
+# Header-only libraries: JSON for the host and the tests, JPEG for the lab.
+packages+=(nlohmann-json3-dev libstb-dev)
 for package in "${packages[@]}"; do
     dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q "install ok installed" || missing+=("$package")
 done

@@ -1,11 +1,9 @@
-// A small baseline JPEG encoder (YCbCr 4:2:0, Annex K tables) for the lab's motion-JPEG
-// cameras: every frame is a complete JFIF picture with its own tables.
+// The lab's motion-JPEG cameras encode each frame as a complete baseline JFIF picture
+// (YCbCr 4:2:0, its own tables) through stb_image_write.
 #pragma once
 
 #include <windows.h>
 #include <vector>
-
-#include "common/JpegTables.h"
 
 namespace lab {
 
@@ -17,33 +15,10 @@ public:
     const std::vector<BYTE> &encode(const BYTE *rgb, int width, int height);
 
 private:
-    struct Code {
-        WORD bits;
-        BYTE length;
-    };
+    static void append(void *context, void *data, int size);
 
-    void writeHeaders(int width, int height);
-    void writeMarker(BYTE marker, const std::vector<BYTE> &payload);
-    void toPlanes(const BYTE *rgb, int width, int height);
-    void encodeBlock(const float *plane, int planeWidth, int x, int y, int table, int &previousDc);
-    void encodeValue(int value, const Code &prefix);
-    void putBits(unsigned bits, int length);
-    void flushBits();
-    static void buildCodes(const HuffmanTable &table, Code *codes);
-
-    BYTE m_quant[2][64];   // natural order
-    float m_scale[2][64];  // 1 / (quantiser), natural order
-    Code m_dc[2][12];
-    Code m_ac[2][256];
-    float m_cosine[8][8];
-    int m_paddedWidth = 0;
-    int m_paddedHeight = 0;
-    std::vector<float> m_luma;
-    std::vector<float> m_blue;
-    std::vector<float> m_red;
+    int m_quality;
     std::vector<BYTE> m_out;
-    unsigned m_bitBuffer = 0;
-    int m_bitCount = 0;
 };
 
 } // namespace lab

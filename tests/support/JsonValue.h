@@ -1,5 +1,7 @@
 #pragma once
 
+#include <nlohmann/json_fwd.hpp>
+
 #include <string>
 #include <utility>
 #include <vector>
@@ -7,15 +9,15 @@
 namespace sorvane {
 namespace test {
 
-// A parsed JSON document, for reading reports in tests. A missing member or index gives
-// a null value, so chained lookups never throw.
+// A JSON document read by nlohmann::json, for reading reports in tests. A missing member or
+// index gives a null value, so chained lookups never throw.
 class JsonValue {
 public:
     enum Type { NUL, BOOLEAN, NUMBER, STRING, ARRAY, OBJECT };
 
     JsonValue() : m_type(NUL), m_flag(false), m_number(0.0) {}
 
-    // Throws std::runtime_error, with the offset, when `text` is not one JSON value.
+    // Throws std::runtime_error, naming the line and column, when `text` is not one JSON value.
     static JsonValue parse(const std::string& text);
 
     Type type() const { return m_type; }
@@ -30,7 +32,7 @@ public:
     const std::vector<std::pair<std::string, JsonValue> >& members() const { return m_members; }
 
 private:
-    class Parser;
+    static JsonValue of(const nlohmann::ordered_json& node);
 
     Type m_type;
     bool m_flag;

@@ -3,150 +3,82 @@
 #include <kel/String.h>
 
 #include <cmath>
-#include <cstdio>
+#include <utility>
 
 namespace sorvane {
 namespace diag {
 
-void JsonWriter::newline()
-{
-    m_text += '\n';
-    m_text.append(m_levels.size() * 2, ' ');
-}
+namespace {
 
-void JsonWriter::beforeValue()
+std::string utf8(const std::wstring& text) { return kel::String(text).toUtf8(); }
+
+} // namespace
+
+nlohmann::ordered_json& JsonWriter::place(nlohmann::ordered_json content)
 {
-    if (m_afterKey) {
-        m_afterKey = false;
-        return;
+    if (m_open.empty()) {
+        m_document = std::move(content);
+        return m_document;
     }
-    if (m_levels.empty()) return;
-    if (m_levels.back().count++ > 0) m_text += ',';
-    newline();
+    nlohmann::ordered_json& parent = *m_open.back();
+    if (parent.is_array()) {
+        parent.push_back(std::move(content));
+        return parent.back();
+    }
+    nlohmann::ordered_json& member = parent[m_key];
+    member = std::move(content);
+    return member;
 }
 
-void JsonWriter::open(char bracket, bool isArray)
+JsonWriter& JsonWriter::open(nlohmann::ordered_json container)
 {
-    beforeValue();
-    m_text += bracket;
-    Level level = {isArray, 0};
-    m_levels.push_back(level);
-}
-
-void JsonWriter::close(char bracket)
-{
-    const bool empty = m_levels.back().count == 0;
-    m_levels.pop_back();
-    if (!empty) newline();
-    m_text += bracket;
-    if (m_levels.empty()) m_text += '\n';
-}
-
-JsonWriter& JsonWriter::beginObject()
-{
-    open('{', false);
+    m_open.push_back(&place(std::move(container)));
     return *this;
 }
 
-JsonWriter& JsonWriter::endObject()
+JsonWriter& JsonWriter::close()
 {
-    close('}');
+    m_open.pop_back();
+    // A text that is not valid UTF-8 keeps its place, with U+FFFD for the bad bytes.
+    if (m_open.empty()) m_text = m_document.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) + "\n";
     return *this;
 }
 
-JsonWriter& JsonWriter::beginArray()
+JsonWriter& JsonWriter::add(nlohmann::ordered_json content)
 {
-    open('[', true);
+    place(std::move(content));
     return *this;
 }
 
-JsonWriter& JsonWriter::endArray()
-{
-    close(']');
-    return *this;
-}
+JsonWriter& JsonWriter::beginObject() { return open(nlohmann::ordered_json::object()); }
+
+JsonWriter& JsonWriter::endObject() { return close(); }
+
+JsonWriter& JsonWriter::beginArray() { return open(nlohmann::ordered_json::array()); }
+
+JsonWriter& JsonWriter::endArray() { return close(); }
 
 JsonWriter& JsonWriter::key(const std::wstring& name)
 {
-    beforeValue();
-    m_text += quoted(name) + ": ";
-    m_afterKey = true;
+    m_key = utf8(name);
     return *this;
 }
 
-JsonWriter& JsonWriter::value(const std::wstring& text)
-{
-    beforeValue();
-    m_text += quoted(text);
-    return *this;
-}
+JsonWriter& JsonWriter::value(const std::wstring& text) { return add(utf8(text)); }
 
 JsonWriter& JsonWriter::value(const wchar_t* text) { return value(std::wstring(text)); }
 
-JsonWriter& JsonWriter::value(int number) { return value(static_cast<int64_t>(number)); }
+JsonWriter& JsonWriter::value(int number) { return add(static_cast<int64_t>(number)); }
 
-JsonWriter& JsonWriter::value(int64_t number)
-{
-    beforeValue();
-    m_text += std::to_string(number);
-    return *this;
-}
+JsonWriter& JsonWriter::value(int64_t number) { return add(number); }
 
-JsonWriter& JsonWriter::value(uint64_t number)
-{
-    beforeValue();
-    m_text += std::to_string(number);
-    return *this;
-}
+JsonWriter& JsonWriter::value(uint64_t number) { return add(number); }
 
-JsonWriter& JsonWriter::value(double number)
-{
-    if (!std::isfinite(number)) return null();
-    beforeValue();
-    char buffer[32];
-    snprintf(buffer, sizeof buffer, "%.17g", number);
-    m_text += buffer;
-    return *this;
-}
+JsonWriter& JsonWriter::value(double number) { return std::isfinite(number) ? add(number) : null(); }
 
-JsonWriter& JsonWriter::value(bool flag)
-{
-    beforeValue();
-    m_text += flag ? "true" : "false";
-    return *this;
-}
+JsonWriter& JsonWriter::value(bool flag) { return add(flag); }
 
-JsonWriter& JsonWriter::null()
-{
-    beforeValue();
-    m_text += "null";
-    return *this;
-}
-
-std::string JsonWriter::quoted(const std::wstring& text)
-{
-    const std::string utf8 = kel::String(text).toUtf8();
-    std::string out = "\"";
-    for (const char c : utf8) {
-        const unsigned char byte = static_cast<unsigned char>(c);
-        switch (c) {
-        case '"': out += "\\\""; break;
-        case '\\': out += "\\\\"; break;
-        case '\n': out += "\\n"; break;
-        case '\r': out += "\\r"; break;
-        case '\t': out += "\\t"; break;
-        default:
-            if (byte < 0x20) {
-                char escaped[8];
-                snprintf(escaped, sizeof escaped, "\\u%04x", byte);
-                out += escaped;
-            } else {
-                out += c;
-            }
-        }
-    }
-    return out + "\"";
-}
+JsonWriter& JsonWriter::null() { return add(nullptr); }
 
 } // namespace diag
 } // namespace sorvane

@@ -1,5 +1,8 @@
-// Writes indented JSON (UTF-8) one token at a time.
+// Builds a JSON document (nlohmann::json, members in the order written) one token at a time,
+// for code that writes its part of a report as it walks its own data.
 #pragma once
+
+#include <nlohmann/json.hpp>
 
 #include <cstdint>
 #include <string>
@@ -22,6 +25,7 @@ public:
     JsonWriter& value(int number);
     JsonWriter& value(int64_t number);
     JsonWriter& value(uint64_t number);
+    // Infinities and NaN, which JSON cannot hold, become null.
     JsonWriter& value(double number);
     JsonWriter& value(bool flag);
     JsonWriter& null();
@@ -32,24 +36,23 @@ public:
         return key(name).value(content);
     }
 
-    // The document so far, ending with a newline once the outermost value is closed.
+    // The indented document (UTF-8) ending with a newline, once the outermost value is closed;
+    // empty before.
     const std::string& text() const { return m_text; }
 
-    static std::string quoted(const std::wstring& text);
-
 private:
-    struct Level {
-        bool isArray;
-        int count;
-    };
-    void beforeValue();
-    void open(char bracket, bool isArray);
-    void close(char bracket);
-    void newline();
+    // Places `content` where the next value goes and returns it there.
+    nlohmann::ordered_json& place(nlohmann::ordered_json content);
+    JsonWriter& open(nlohmann::ordered_json container);
+    JsonWriter& close();
+    JsonWriter& add(nlohmann::ordered_json content);
 
+    nlohmann::ordered_json m_document;
+    // The containers being written, innermost last. Each is the newest value of its parent,
+    // which takes nothing more until it closes, so the pointers stay valid.
+    std::vector<nlohmann::ordered_json*> m_open;
+    std::string m_key;
     std::string m_text;
-    std::vector<Level> m_levels;
-    bool m_afterKey = false;
 };
 
 } // namespace diag
