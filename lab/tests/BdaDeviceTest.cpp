@@ -246,9 +246,9 @@ TEST_F(BdaDeviceTest, RefusedTuneKeepsTheTuneBefore)
     EXPECT_TRUE(journalHas(kAtscTuner, L"Tune 175250 kHz 256QAM failed 0x8007001F"));
     {
         lab::DeviceOverride refuse(kAtscTuner, L"fault.tune", L"0x80004005");
-        EXPECT_EQ(E_FAIL, m_graph.tune(769250, BDA_MOD_64QAM));
+        EXPECT_EQ(E_FAIL, m_graph.tune(769250, BDA_MOD_256QAM));
     }
-    EXPECT_TRUE(journalHas(kAtscTuner, L"Tune 769250 kHz 64QAM failed 0x80004005"));
+    EXPECT_TRUE(journalHas(kAtscTuner, L"Tune 769250 kHz 256QAM failed 0x80004005"));
     const labtest::TransportStreamCheck stream(m_graph.receive(kStreamBytes));
     ASSERT_FALSE(stream.pictures().empty());
     EXPECT_EQ(2, stream.pictures().front().channel);
@@ -257,7 +257,7 @@ TEST_F(BdaDeviceTest, RefusedTuneKeepsTheTuneBefore)
 TEST_F(BdaDeviceTest, DeviceFaultsByOverride)
 {
     ASSERT_HRESULT_SUCCEEDED(m_graph.build(kAtscTuner, kAtscReceiver));
-    ASSERT_HRESULT_SUCCEEDED(m_graph.tune(769250, BDA_MOD_64QAM));
+    ASSERT_HRESULT_SUCCEEDED(m_graph.tune(769250, BDA_MOD_256QAM));
     {
         lab::DeviceOverride faults(kAtscTuner);
         faults.set(L"fault.nopat", L"yes").set(L"fault.errors", L"10");

@@ -239,7 +239,7 @@ TEST_F(DemuxTest, SectionsPinCarriesTheTables)
     ASSERT_TRUE(sections);
     PinTap tap(m_graph.graph, sections, MEDIATYPE_MPEG2_SECTIONS, GUID_NULL);
     ASSERT_HRESULT_SUCCEEDED(tap.result());
-    ASSERT_HRESULT_SUCCEEDED(m_graph.tune(769250, BDA_MOD_64QAM));
+    ASSERT_HRESULT_SUCCEEDED(m_graph.tune(769250, BDA_MOD_256QAM));
     ASSERT_HRESULT_SUCCEEDED(m_graph.run());
     const bool enough = waitFor(*tap.collector, 4);
     m_graph.stop();
