@@ -367,6 +367,33 @@ TEST_F(BdaDeviceTest, TunerWithoutReceiverStreamsItself)
     EXPECT_GT(lab::samplesDelivered(kDvbStick), 0);
 }
 
+TEST_F(BdaDeviceTest, EachCardReceivesItsOwnNetworkOnly)
+{
+    struct Case {
+        const wchar_t *tuner;
+        const wchar_t *receiver;
+        ULONG kHz;
+        ModulationType modulation;
+        int channel; // -1: nothing for this card there
+    };
+    const Case cases[] = {{L"Lab DTMB Tuner", L"Lab DTMB Receiver", 610000, BDA_MOD_NOT_SET, 25},
+                          {L"Lab DTMB Tuner", L"Lab DTMB Receiver", 506000, BDA_MOD_NOT_SET, -1},
+                          {L"Lab OpenCable Tuner", L"Lab OpenCable Receiver", 55250, BDA_MOD_256QAM, 2},
+                          {L"Lab OpenCable Tuner", L"Lab OpenCable Receiver", 183000, BDA_MOD_8VSB, -1}};
+    for (const Case &c : cases) {
+        labtest::BdaGraph graph;
+        ASSERT_HRESULT_SUCCEEDED(graph.build(c.tuner, c.receiver)) << c.tuner;
+        ASSERT_HRESULT_SUCCEEDED(graph.tune(c.kHz, c.modulation));
+        if (c.channel < 0) {
+            EXPECT_TRUE(graph.receive(0, kSilenceMs).empty()) << c.tuner << " " << c.kHz;
+            continue;
+        }
+        const labtest::TransportStreamCheck stream(graph.receive(kStreamBytes));
+        ASSERT_FALSE(stream.pictures().empty()) << c.tuner;
+        EXPECT_EQ(c.channel, stream.pictures().front().channel);
+    }
+}
+
 TEST_F(BdaDeviceTest, InputPinsAcceptTheirLinksOnly)
 {
     CComPtr<IBaseFilter> receiver;
