@@ -394,6 +394,38 @@ TEST_F(BdaDeviceTest, EachCardReceivesItsOwnNetworkOnly)
     }
 }
 
+TEST_F(BdaDeviceTest, TestDescribesItsOwnBroadcast)
+{
+    wchar_t folder[MAX_PATH] = {};
+    GetTempPathW(MAX_PATH, folder);
+    const std::wstring path = std::wstring(folder) + L"sorvane-lab-own-broadcast.conf";
+    {
+        const char text[] = "# one cable multiplex\n[cable]\nchannel = 77\nfrequency = 99000\n"
+                            "program = 9 pmt=0x90 video=0x91 audio=0x94\n";
+        HANDLE file = CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+        ASSERT_NE(INVALID_HANDLE_VALUE, file);
+        DWORD written = 0;
+        WriteFile(file, text, sizeof(text) - 1, &written, nullptr);
+        CloseHandle(file);
+    }
+    ASSERT_HRESULT_SUCCEEDED(m_graph.build(kAtscTuner, kAtscReceiver));
+    {
+        lab::DeviceOverride own(kAtscTuner, L"broadcast", path);
+        ASSERT_HRESULT_SUCCEEDED(m_graph.tune(99000, BDA_MOD_256QAM));
+        const labtest::TransportStreamCheck stream(m_graph.receive(kStreamBytes));
+        ASSERT_FALSE(stream.pictures().empty());
+        EXPECT_EQ(77, stream.pictures().front().channel);
+        EXPECT_EQ(9, stream.pictures().front().program);
+    }
+    DeleteFileW(path.c_str());
+    {
+        lab::DeviceOverride missing(kAtscTuner, L"broadcast", path);
+        ASSERT_HRESULT_SUCCEEDED(m_graph.tune(99000, BDA_MOD_256QAM));
+        EXPECT_TRUE(journalHas(kAtscTuner, L"Broadcast unreadable: no broadcast description at " + path));
+        EXPECT_TRUE(m_graph.receive(0, kSilenceMs).empty());
+    }
+}
+
 TEST_F(BdaDeviceTest, InputPinsAcceptTheirLinksOnly)
 {
     CComPtr<IBaseFilter> receiver;
