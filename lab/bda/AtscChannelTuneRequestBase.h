@@ -4,7 +4,6 @@
 #pragma once
 
 #include "bda/TuneRequestBase.h"
-#include "common/LockedRead.h"
 
 namespace lab {
 
@@ -43,18 +42,8 @@ protected:
         return copy.put_MinorChannel(minorChannel);
     }
 
-    template <class Value>
-    HRESULT read(Value *out, const Value &field)
-    {
-        return readLocked(this->m_lock, out, field);
-    }
-    template <class Value>
-    HRESULT write(Value &field, Value value)
-    {
-        std::lock_guard<std::mutex> guard(this->m_lock);
-        field = value;
-        return S_OK;
-    }
+    using TuneRequestBase<Interface>::read;
+    using TuneRequestBase<Interface>::write;
 
 private:
     long m_channel = -1;

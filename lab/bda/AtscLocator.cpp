@@ -25,11 +25,11 @@ bool AtscLocator::answers(REFIID iid) const
            IsEqualIID(iid, __uuidof(IATSCLocator2));
 }
 
-STDMETHODIMP AtscLocator::get_PhysicalChannel(LONG *channel) { return readLocked(m_lock, channel, m_physicalChannel); }
+STDMETHODIMP AtscLocator::get_PhysicalChannel(LONG *channel) { return read(channel, m_physicalChannel); }
 STDMETHODIMP AtscLocator::put_PhysicalChannel(LONG channel) { return write(m_physicalChannel, channel); }
-STDMETHODIMP AtscLocator::get_TSID(LONG *tsid) { return readLocked(m_lock, tsid, m_tsid); }
+STDMETHODIMP AtscLocator::get_TSID(LONG *tsid) { return read(tsid, m_tsid); }
 STDMETHODIMP AtscLocator::put_TSID(LONG tsid) { return write(m_tsid, tsid); }
-STDMETHODIMP AtscLocator::get_ProgramNumber(LONG *program) { return readLocked(m_lock, program, m_programNumber); }
+STDMETHODIMP AtscLocator::get_ProgramNumber(LONG *program) { return read(program, m_programNumber); }
 STDMETHODIMP AtscLocator::put_ProgramNumber(LONG program) { return write(m_programNumber, program); }
 
 STDMETHODIMP AtscLocator::Clone(ILocator **clone)

@@ -22,8 +22,6 @@ protected:
     bool answers(REFIID iid) const override;
 
 private:
-    HRESULT write(long &field, long value);
-
     long m_onid = -1;
     long m_tsid = -1;
     long m_sid = -1;

@@ -5,7 +5,6 @@
 #include "bda/DvbTuneRequest.h"
 #include "bda/TuningSpaceCatalog.h"
 #include "common/DeviceState.h"
-#include "common/LockedRead.h"
 
 namespace lab {
 
@@ -78,7 +77,7 @@ STDMETHODIMP DvbTuningSpace::Clone(ITuningSpace **clone)
     return hold.QueryInterface(clone);
 }
 
-STDMETHODIMP DvbTuningSpace::get_SystemType(DVBSystemType *systemType) { return readLocked(m_lock, systemType, m_systemType); }
+STDMETHODIMP DvbTuningSpace::get_SystemType(DVBSystemType *systemType) { return read(systemType, m_systemType); }
 
 STDMETHODIMP DvbTuningSpace::put_SystemType(DVBSystemType systemType)
 {
@@ -89,21 +88,13 @@ STDMETHODIMP DvbTuningSpace::put_SystemType(DVBSystemType systemType)
         device->record(entry + L" failed", fault);
         return fault;
     }
-    {
-        std::lock_guard<std::mutex> guard(m_lock);
-        m_systemType = systemType;
-    }
+    write(m_systemType, systemType);
     device->record(entry);
     return S_OK;
 }
 
-STDMETHODIMP DvbTuningSpace::get_NetworkID(LONG *networkId) { return readLocked(m_lock, networkId, m_networkId); }
+STDMETHODIMP DvbTuningSpace::get_NetworkID(LONG *networkId) { return read(networkId, m_networkId); }
 
-STDMETHODIMP DvbTuningSpace::put_NetworkID(LONG networkId)
-{
-    std::lock_guard<std::mutex> guard(m_lock);
-    m_networkId = networkId;
-    return S_OK;
-}
+STDMETHODIMP DvbTuningSpace::put_NetworkID(LONG networkId) { return write(m_networkId, networkId); }
 
 } // namespace lab

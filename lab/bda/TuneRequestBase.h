@@ -11,11 +11,12 @@
 #include <atlbase.h>
 
 #include "bda/DispatchObject.h"
+#include "bda/LockedProperties.h"
 
 namespace lab {
 
 template <class Interface>
-class TuneRequestBase : public DispatchObject<Interface> {
+class TuneRequestBase : public DispatchObject<Interface>, protected LockedProperties {
 public:
     explicit TuneRequestBase(ITuningSpace *space) : m_space(space) {}
 
@@ -40,12 +41,7 @@ public:
         std::lock_guard<std::mutex> guard(m_lock);
         return m_locator.CopyTo(locator);
     }
-    STDMETHODIMP put_Locator(ILocator *locator) override
-    {
-        std::lock_guard<std::mutex> guard(m_lock);
-        m_locator = locator;
-        return S_OK;
-    }
+    STDMETHODIMP put_Locator(ILocator *locator) override { return write(m_locator, locator); }
 
 protected:
     bool answers(REFIID iid) const override { return IsEqualIID(iid, __uuidof(ITuneRequest)); }
@@ -66,8 +62,6 @@ protected:
         }
         return copy.put_Locator(locatorCopy);
     }
-
-    std::mutex m_lock;
 
 private:
     CComPtr<ITuningSpace> m_space;

@@ -13,6 +13,7 @@
 #include <atlbase.h>
 
 #include "bda/DispatchObject.h"
+#include "bda/LockedProperties.h"
 #include "common/GuidText.h"
 
 namespace lab {
@@ -28,7 +29,7 @@ struct TuningSpaceFields {
 };
 
 template <class Interface>
-class TuningSpaceBase : public DispatchObject<Interface> {
+class TuningSpaceBase : public DispatchObject<Interface>, protected LockedProperties {
 public:
     explicit TuningSpaceBase(const TuningSpaceFields &fields) : m_fields(fields) {}
 
@@ -55,12 +56,7 @@ public:
         *networkType = fields().networkType;
         return S_OK;
     }
-    STDMETHODIMP put__NetworkType(REFCLSID networkType) override
-    {
-        std::lock_guard<std::mutex> guard(m_lock);
-        m_fields.networkType = networkType;
-        return S_OK;
-    }
+    STDMETHODIMP put__NetworkType(REFCLSID networkType) override { return write(m_fields.networkType, networkType); }
     // Device categories, monikers and preferred components are not part of the lab's spaces.
     STDMETHODIMP EnumCategoryGUIDs(IEnumGUID **guids) override { return notImplemented(guids); }
     STDMETHODIMP EnumDeviceMonikers(IEnumMoniker **monikers) override { return notImplemented(monikers); }
@@ -75,12 +71,7 @@ public:
         std::lock_guard<std::mutex> guard(m_lock);
         return m_fields.defaultLocator.CopyTo(locator);
     }
-    STDMETHODIMP put_DefaultLocator(ILocator *locator) override
-    {
-        std::lock_guard<std::mutex> guard(m_lock);
-        m_fields.defaultLocator = locator;
-        return S_OK;
-    }
+    STDMETHODIMP put_DefaultLocator(ILocator *locator) override { return write(m_fields.defaultLocator, locator); }
 
 protected:
     bool answers(REFIID iid) const override { return IsEqualIID(iid, __uuidof(ITuningSpace)); }
@@ -102,8 +93,6 @@ protected:
         copy.defaultLocator.Release();
         return source.defaultLocator ? source.defaultLocator->Clone(&copy.defaultLocator) : S_OK;
     }
-
-    std::mutex m_lock;
 
 private:
     template <class Out>
