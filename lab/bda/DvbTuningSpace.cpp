@@ -40,41 +40,15 @@ bool DvbTuningSpace::answers(REFIID iid) const
            IsEqualIID(iid, __uuidof(IDVBTuningSpace2));
 }
 
-STDMETHODIMP DvbTuningSpace::CreateTuneRequest(ITuneRequest **request)
-{
-    if (!request)
-        return E_POINTER;
-    *request = nullptr;
-    const HRESULT allowed = TuningSpaceCatalog::admitTuneRequest(fields().uniqueName);
-    if (FAILED(allowed))
-        return allowed;
-    DvbTuneRequest *created = new (std::nothrow) DvbTuneRequest(this);
-    if (!created)
-        return E_OUTOFMEMORY;
-    CComPtr<IDVBTuneRequest> hold(created);
-    return hold.QueryInterface(request);
-}
+ITuneRequest *DvbTuningSpace::newTuneRequest() { return new (std::nothrow) DvbTuneRequest(this); }
 
-STDMETHODIMP DvbTuningSpace::Clone(ITuningSpace **clone)
+ITuningSpace *DvbTuningSpace::newCopy(const TuningSpaceFields &fields)
 {
-    if (!clone)
-        return E_POINTER;
-    *clone = nullptr;
-    TuningSpaceFields copied;
-    const HRESULT hr = cloneFields(copied);
-    if (FAILED(hr))
-        return hr;
-    DvbTuningSpace *copy = nullptr;
-    {
-        std::lock_guard<std::mutex> guard(m_lock);
-        copy = new (std::nothrow) DvbTuningSpace(copied, m_systemType);
-        if (copy)
-            copy->m_networkId = m_networkId;
-    }
-    if (!copy)
-        return E_OUTOFMEMORY;
-    CComPtr<IDVBTuningSpace2> hold(copy);
-    return hold.QueryInterface(clone);
+    std::lock_guard<std::mutex> guard(m_lock);
+    DvbTuningSpace *copy = new (std::nothrow) DvbTuningSpace(fields, m_systemType);
+    if (copy)
+        copy->m_networkId = m_networkId;
+    return copy;
 }
 
 STDMETHODIMP DvbTuningSpace::get_SystemType(DVBSystemType *systemType) { return read(systemType, m_systemType); }

@@ -1,19 +1,21 @@
 // ITuningSpace for the lab's tuning spaces: unique and friendly name, the space's class, its
 // network type (the class ID of the network provider that tunes it, as text in braces), the
-// frequency mapping text and the default locator. Subclasses create their tune requests and
-// clones.
+// frequency mapping text and the default locator. CreateTuneRequest (once the catalog admits it)
+// and Clone are the same for every kind of space; subclasses make the objects of their kind.
 #pragma once
 
 #include <windows.h>
 #include <tuner.h>
 
 #include <mutex>
+#include <new>
 #include <string>
 
 #include <atlbase.h>
 
 #include "bda/DispatchObject.h"
 #include "bda/LockedProperties.h"
+#include "bda/TuningSpaceCatalog.h"
 #include "common/GuidText.h"
 
 namespace lab {
@@ -73,6 +75,28 @@ public:
     }
     STDMETHODIMP put_DefaultLocator(ILocator *locator) override { return write(m_fields.defaultLocator, locator); }
 
+    STDMETHODIMP CreateTuneRequest(ITuneRequest **request) override
+    {
+        if (!request)
+            return E_POINTER;
+        *request = nullptr;
+        const HRESULT allowed = TuningSpaceCatalog::admitTuneRequest(fields().uniqueName);
+        if (FAILED(allowed))
+            return allowed;
+        return handOut(newTuneRequest(), request);
+    }
+    STDMETHODIMP Clone(ITuningSpace **clone) override
+    {
+        if (!clone)
+            return E_POINTER;
+        *clone = nullptr;
+        TuningSpaceFields copied;
+        const HRESULT hr = cloneFields(copied);
+        if (FAILED(hr))
+            return hr;
+        return handOut(newCopy(copied), clone);
+    }
+
 protected:
     bool answers(REFIID iid) const override { return IsEqualIID(iid, __uuidof(ITuningSpace)); }
 
@@ -81,6 +105,12 @@ protected:
         std::lock_guard<std::mutex> guard(m_lock);
         return m_fields;
     }
+    // A new tune request of this space's kind, not yet referenced; null when out of memory.
+    virtual ITuneRequest *newTuneRequest() = 0;
+    // A new space of this kind with these ITuningSpace fields and this space's other values, not
+    // yet referenced; null when out of memory.
+    virtual ITuningSpace *newCopy(const TuningSpaceFields &fields) = 0;
+
     // The fields for a clone: the same values with a copy of the default locator.
     HRESULT cloneFields(TuningSpaceFields &copy)
     {
@@ -95,6 +125,15 @@ protected:
     }
 
 private:
+    template <class Out>
+    static HRESULT handOut(Out *created, Out **out)
+    {
+        if (!created)
+            return E_OUTOFMEMORY;
+        created->AddRef();
+        *out = created;
+        return S_OK;
+    }
     template <class Out>
     static HRESULT notImplemented(Out **out)
     {
