@@ -83,7 +83,7 @@ public:
         const HRESULT allowed = TuningSpaceCatalog::admitTuneRequest(fields().uniqueName);
         if (FAILED(allowed))
             return allowed;
-        return handOut(newTuneRequest(), request);
+        return this->handOut(newTuneRequest(), request);
     }
     STDMETHODIMP Clone(ITuningSpace **clone) override
     {
@@ -94,7 +94,7 @@ public:
         const HRESULT hr = cloneFields(copied);
         if (FAILED(hr))
             return hr;
-        return handOut(newCopy(copied), clone);
+        return this->handOut(newCopy(copied), clone);
     }
 
 protected:
@@ -125,15 +125,6 @@ protected:
     }
 
 private:
-    template <class Out>
-    static HRESULT handOut(Out *created, Out **out)
-    {
-        if (!created)
-            return E_OUTOFMEMORY;
-        created->AddRef();
-        *out = created;
-        return S_OK;
-    }
     template <class Out>
     static HRESULT notImplemented(Out **out)
     {

@@ -46,6 +46,19 @@ protected:
         return S_OK;
     }
 
+    // Gives the caller the first reference to a new object (made with new (std::nothrow));
+    // E_OUTOFMEMORY when there is none.
+    template <class Object, class Out>
+    static HRESULT handOut(Object *created, Out **out)
+    {
+        if (!created)
+            return E_OUTOFMEMORY;
+        Out *given = created;
+        given->AddRef();
+        *out = given;
+        return S_OK;
+    }
+
 private:
     volatile LONG m_refs = 0;
 };
