@@ -24,22 +24,12 @@ protected:
                IsEqualIID(iid, __uuidof(IATSCChannelTuneRequest));
     }
 
-    // What Clone copies of this part (the locator too).
-    template <class Other>
-    HRESULT copyChannelsTo(AtscChannelTuneRequestBase<Other> &copy)
+    // What a clone (newCopy) takes over of this part.
+    void copyChannelsTo(AtscChannelTuneRequestBase &copy)
     {
-        const HRESULT hr = this->copyBaseTo(copy);
-        if (FAILED(hr))
-            return hr;
-        long channel = -1;
-        long minorChannel = -1;
-        {
-            std::lock_guard<std::mutex> guard(this->m_lock);
-            channel = m_channel;
-            minorChannel = m_minorChannel;
-        }
-        copy.put_Channel(channel);
-        return copy.put_MinorChannel(minorChannel);
+        std::lock_guard<std::mutex> guard(this->m_lock);
+        copy.m_channel = m_channel;
+        copy.m_minorChannel = m_minorChannel;
     }
 
     using TuneRequestBase<Interface>::read;

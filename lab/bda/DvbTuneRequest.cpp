@@ -16,27 +16,16 @@ STDMETHODIMP DvbTuneRequest::put_TSID(LONG tsid) { return write(m_tsid, tsid); }
 STDMETHODIMP DvbTuneRequest::get_SID(LONG *sid) { return read(sid, m_sid); }
 STDMETHODIMP DvbTuneRequest::put_SID(LONG sid) { return write(m_sid, sid); }
 
-STDMETHODIMP DvbTuneRequest::Clone(ITuneRequest **clone)
+ITuneRequest *DvbTuneRequest::newCopy(ITuningSpace *space)
 {
-    if (!clone)
-        return E_POINTER;
-    *clone = nullptr;
-    CComPtr<ITuningSpace> space;
-    get_TuningSpace(&space);
+    std::lock_guard<std::mutex> guard(m_lock);
     DvbTuneRequest *copy = new (std::nothrow) DvbTuneRequest(space);
-    if (!copy)
-        return E_OUTOFMEMORY;
-    CComPtr<IDVBTuneRequest> hold(copy);
-    const HRESULT hr = copyBaseTo(*copy);
-    if (FAILED(hr))
-        return hr;
-    {
-        std::lock_guard<std::mutex> guard(m_lock);
+    if (copy) {
         copy->m_onid = m_onid;
         copy->m_tsid = m_tsid;
         copy->m_sid = m_sid;
     }
-    return hold.QueryInterface(clone);
+    return copy;
 }
 
 } // namespace lab

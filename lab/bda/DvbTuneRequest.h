@@ -16,10 +16,10 @@ public:
     STDMETHODIMP put_TSID(LONG tsid) override;
     STDMETHODIMP get_SID(LONG *sid) override;
     STDMETHODIMP put_SID(LONG sid) override;
-    STDMETHODIMP Clone(ITuneRequest **clone) override;
 
 protected:
     bool answers(REFIID iid) const override;
+    ITuneRequest *newCopy(ITuningSpace *space) override;
 
 private:
     long m_onid = -1;

@@ -39,21 +39,13 @@ STDMETHODIMP DvbtLocator::put_Mode(TransmissionMode mode) { return write(m_trans
 STDMETHODIMP DvbtLocator::get_OtherFrequencyInUse(VARIANT_BOOL *inUse) { return read(inUse, m_transmission.otherFrequencyInUse); }
 STDMETHODIMP DvbtLocator::put_OtherFrequencyInUse(VARIANT_BOOL inUse) { return write(m_transmission.otherFrequencyInUse, inUse); }
 
-STDMETHODIMP DvbtLocator::Clone(ILocator **clone)
+LocatorBase<IDVBTLocator> *DvbtLocator::newCopy()
 {
-    if (!clone)
-        return E_POINTER;
-    *clone = nullptr;
+    std::lock_guard<std::mutex> guard(m_lock);
     DvbtLocator *copy = new (std::nothrow) DvbtLocator();
-    if (!copy)
-        return E_OUTOFMEMORY;
-    CComPtr<IDVBTLocator> hold(copy);
-    copy->setFields(fields());
-    {
-        std::lock_guard<std::mutex> guard(m_lock);
+    if (copy)
         copy->m_transmission = m_transmission;
-    }
-    return hold.QueryInterface(clone);
+    return copy;
 }
 
 } // namespace lab

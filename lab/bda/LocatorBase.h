@@ -1,6 +1,7 @@
 // ILocator for the lab's locators (ATSCLocator, DVBTLocator): carrier frequency in kHz, inner
 // and outer FEC, modulation and symbol rate. Every value starts "not set" (-1), as a new
-// Windows locator does; the setters take any value, the network provider judges them.
+// Windows locator does; the setters take any value, the network provider judges them. A clone
+// has these values and the subclass's.
 #pragma once
 
 #include <windows.h>
@@ -43,12 +44,26 @@ public:
     STDMETHODIMP put_Modulation(ModulationType modulation) override { return write(m_fields.modulation, modulation); }
     STDMETHODIMP get_SymbolRate(LONG *rate) override { return read(rate, m_fields.symbolRate); }
     STDMETHODIMP put_SymbolRate(LONG rate) override { return write(m_fields.symbolRate, rate); }
+    STDMETHODIMP Clone(ILocator **clone) override
+    {
+        if (!clone)
+            return E_POINTER;
+        *clone = nullptr;
+        LocatorBase *copy = newCopy();
+        if (copy)
+            copy->setFields(fields());
+        return this->handOut(copy, clone);
+    }
 
 protected:
     bool answers(REFIID iid) const override
     {
         return IsEqualIID(iid, __uuidof(ILocator)) || IsEqualIID(iid, __uuidof(IDigitalLocator));
     }
+
+    // A new locator of this kind with this locator's own values (the ILocator ones aside), not
+    // yet referenced; null when out of memory.
+    virtual LocatorBase *newCopy() = 0;
 
     LocatorFields fields()
     {
