@@ -8,7 +8,6 @@
 #include <tuner.h>
 
 #include <mutex>
-#include <new>
 #include <string>
 
 #include <atlbase.h>
