@@ -10,7 +10,8 @@ class AtscChannelTuneRequest final : public AtscChannelTuneRequestBase<IATSCChan
 public:
     explicit AtscChannelTuneRequest(ITuningSpace *space) : AtscChannelTuneRequestBase(space) {}
 
-    STDMETHODIMP Clone(ITuneRequest **clone) override;
+protected:
+    ITuneRequest *newCopy(ITuningSpace *space) override;
 };
 
 } // namespace lab

@@ -4,7 +4,6 @@
 #pragma once
 
 #include "bda/TuneRequestBase.h"
-#include "common/LockedRead.h"
 
 namespace lab {
 
@@ -25,36 +24,16 @@ protected:
                IsEqualIID(iid, __uuidof(IATSCChannelTuneRequest));
     }
 
-    // What Clone copies of this part (the locator too).
-    template <class Other>
-    HRESULT copyChannelsTo(AtscChannelTuneRequestBase<Other> &copy)
-    {
-        const HRESULT hr = this->copyBaseTo(copy);
-        if (FAILED(hr))
-            return hr;
-        long channel = -1;
-        long minorChannel = -1;
-        {
-            std::lock_guard<std::mutex> guard(this->m_lock);
-            channel = m_channel;
-            minorChannel = m_minorChannel;
-        }
-        copy.put_Channel(channel);
-        return copy.put_MinorChannel(minorChannel);
-    }
-
-    template <class Value>
-    HRESULT read(Value *out, const Value &field)
-    {
-        return readLocked(this->m_lock, out, field);
-    }
-    template <class Value>
-    HRESULT write(Value &field, Value value)
+    // What a clone (newCopy) takes over of this part.
+    void copyChannelsTo(AtscChannelTuneRequestBase &copy)
     {
         std::lock_guard<std::mutex> guard(this->m_lock);
-        field = value;
-        return S_OK;
+        copy.m_channel = m_channel;
+        copy.m_minorChannel = m_minorChannel;
     }
+
+    using TuneRequestBase<Interface>::read;
+    using TuneRequestBase<Interface>::write;
 
 private:
     long m_channel = -1;

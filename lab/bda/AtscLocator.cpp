@@ -25,31 +25,23 @@ bool AtscLocator::answers(REFIID iid) const
            IsEqualIID(iid, __uuidof(IATSCLocator2));
 }
 
-STDMETHODIMP AtscLocator::get_PhysicalChannel(LONG *channel) { return readLocked(m_lock, channel, m_physicalChannel); }
+STDMETHODIMP AtscLocator::get_PhysicalChannel(LONG *channel) { return read(channel, m_physicalChannel); }
 STDMETHODIMP AtscLocator::put_PhysicalChannel(LONG channel) { return write(m_physicalChannel, channel); }
-STDMETHODIMP AtscLocator::get_TSID(LONG *tsid) { return readLocked(m_lock, tsid, m_tsid); }
+STDMETHODIMP AtscLocator::get_TSID(LONG *tsid) { return read(tsid, m_tsid); }
 STDMETHODIMP AtscLocator::put_TSID(LONG tsid) { return write(m_tsid, tsid); }
-STDMETHODIMP AtscLocator::get_ProgramNumber(LONG *program) { return readLocked(m_lock, program, m_programNumber); }
+STDMETHODIMP AtscLocator::get_ProgramNumber(LONG *program) { return read(program, m_programNumber); }
 STDMETHODIMP AtscLocator::put_ProgramNumber(LONG program) { return write(m_programNumber, program); }
 
-STDMETHODIMP AtscLocator::Clone(ILocator **clone)
+LocatorBase<IATSCLocator2> *AtscLocator::newCopy()
 {
-    if (!clone)
-        return E_POINTER;
-    *clone = nullptr;
+    std::lock_guard<std::mutex> guard(m_lock);
     AtscLocator *copy = new (std::nothrow) AtscLocator();
-    if (!copy)
-        return E_OUTOFMEMORY;
-    CComPtr<ILocator> hold(copy);
-    copy->setFields(fields());
-    {
-        std::lock_guard<std::mutex> guard(m_lock);
+    if (copy) {
         copy->m_physicalChannel = m_physicalChannel;
         copy->m_tsid = m_tsid;
         copy->m_programNumber = m_programNumber;
     }
-    *clone = hold.Detach();
-    return S_OK;
+    return copy;
 }
 
 } // namespace lab

@@ -18,10 +18,10 @@ public:
     STDMETHODIMP put_TSID(LONG tsid) override;
     STDMETHODIMP get_ProgramNumber(LONG *program) override;
     STDMETHODIMP put_ProgramNumber(LONG program) override;
-    STDMETHODIMP Clone(ILocator **clone) override;
 
 protected:
     bool answers(REFIID iid) const override;
+    LocatorBase *newCopy() override;
 
 private:
     long m_physicalChannel = -1;

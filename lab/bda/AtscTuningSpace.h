@@ -16,8 +16,9 @@ public:
     {
     }
 
-    STDMETHODIMP CreateTuneRequest(ITuneRequest **request) override;
-    STDMETHODIMP Clone(ITuningSpace **clone) override;
+protected:
+    ITuneRequest *newTuneRequest() override;
+    ITuningSpace *newCopy(const TuningSpaceFields &fields) override;
 };
 
 } // namespace lab

@@ -5,7 +5,6 @@
 #pragma once
 
 #include "bda/TuningSpaceBase.h"
-#include "common/LockedRead.h"
 
 namespace lab {
 
@@ -62,18 +61,8 @@ protected:
         return m_ranges;
     }
 
-    template <class Value>
-    HRESULT read(Value *out, const Value &field)
-    {
-        return readLocked(this->m_lock, out, field);
-    }
-    template <class Value>
-    HRESULT write(Value &field, Value value)
-    {
-        std::lock_guard<std::mutex> guard(this->m_lock);
-        field = value;
-        return S_OK;
-    }
+    using TuningSpaceBase<Interface>::read;
+    using TuningSpaceBase<Interface>::write;
 
 private:
     AtscChannelRanges m_ranges;

@@ -15,10 +15,10 @@ public:
     STDMETHODIMP put_MajorChannel(LONG channel) override { return write(m_majorChannel, channel); }
     STDMETHODIMP get_SourceID(LONG *sourceId) override { return read(sourceId, m_sourceId); }
     STDMETHODIMP put_SourceID(LONG sourceId) override { return write(m_sourceId, sourceId); }
-    STDMETHODIMP Clone(ITuneRequest **clone) override;
 
 protected:
     bool answers(REFIID iid) const override;
+    ITuneRequest *newCopy(ITuningSpace *space) override;
 
 private:
     long m_majorChannel = -1;

@@ -26,9 +26,6 @@ public:
     {
     }
 
-    STDMETHODIMP CreateTuneRequest(ITuneRequest **request) override;
-    STDMETHODIMP Clone(ITuningSpace **clone) override;
-
     STDMETHODIMP get_MinMajorChannel(LONG *value) override { return read(value, m_cable.minMajorChannel); }
     STDMETHODIMP put_MinMajorChannel(LONG value) override { return write(m_cable.minMajorChannel, value); }
     STDMETHODIMP get_MaxMajorChannel(LONG *value) override { return read(value, m_cable.maxMajorChannel); }
@@ -40,6 +37,8 @@ public:
 
 protected:
     bool answers(REFIID iid) const override;
+    ITuneRequest *newTuneRequest() override;
+    ITuningSpace *newCopy(const TuningSpaceFields &fields) override;
 
 private:
     CableChannelRanges m_cable;

@@ -10,38 +10,17 @@
 #include <windows.h>
 #include <oaidl.h>
 
+#include "common/ComObject.h"
 #include "common/LabModule.h"
 
 namespace lab {
 
 template <class Interface>
-class DispatchObject : public Interface, private LiveObject {
+class DispatchObject : public ComObject<Interface>, private LiveObject {
 public:
-    DispatchObject() = default;
-    DispatchObject(const DispatchObject &) = delete;
-    DispatchObject &operator=(const DispatchObject &) = delete;
-
     STDMETHODIMP QueryInterface(REFIID iid, void **out) override
     {
-        if (!out)
-            return E_POINTER;
-        if (IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, IID_IDispatch) || answers(iid)) {
-            *out = static_cast<Interface *>(this);
-            AddRef();
-            return S_OK;
-        }
-        *out = nullptr;
-        return E_NOINTERFACE;
-    }
-
-    STDMETHODIMP_(ULONG) AddRef() override { return InterlockedIncrement(&m_refs); }
-
-    STDMETHODIMP_(ULONG) Release() override
-    {
-        const LONG refs = InterlockedDecrement(&m_refs);
-        if (refs == 0)
-            delete this;
-        return refs;
+        return this->answer(IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, IID_IDispatch) || answers(iid), out);
     }
 
     STDMETHODIMP GetTypeInfoCount(UINT *count) override
@@ -64,12 +43,8 @@ public:
     }
 
 protected:
-    virtual ~DispatchObject() = default;
     // True for the identifiers of Interface and its bases below IDispatch.
     virtual bool answers(REFIID iid) const = 0;
-
-private:
-    volatile LONG m_refs = 0;
 };
 
 } // namespace lab

@@ -2,8 +2,6 @@
 
 #include <new>
 
-#include "common/LockedRead.h"
-
 namespace lab {
 
 bool DvbTuneRequest::answers(REFIID iid) const
@@ -11,41 +9,23 @@ bool DvbTuneRequest::answers(REFIID iid) const
     return TuneRequestBase::answers(iid) || IsEqualIID(iid, __uuidof(IDVBTuneRequest));
 }
 
-HRESULT DvbTuneRequest::write(long &field, long value)
-{
-    std::lock_guard<std::mutex> guard(m_lock);
-    field = value;
-    return S_OK;
-}
-
-STDMETHODIMP DvbTuneRequest::get_ONID(LONG *onid) { return readLocked(m_lock, onid, m_onid); }
+STDMETHODIMP DvbTuneRequest::get_ONID(LONG *onid) { return read(onid, m_onid); }
 STDMETHODIMP DvbTuneRequest::put_ONID(LONG onid) { return write(m_onid, onid); }
-STDMETHODIMP DvbTuneRequest::get_TSID(LONG *tsid) { return readLocked(m_lock, tsid, m_tsid); }
+STDMETHODIMP DvbTuneRequest::get_TSID(LONG *tsid) { return read(tsid, m_tsid); }
 STDMETHODIMP DvbTuneRequest::put_TSID(LONG tsid) { return write(m_tsid, tsid); }
-STDMETHODIMP DvbTuneRequest::get_SID(LONG *sid) { return readLocked(m_lock, sid, m_sid); }
+STDMETHODIMP DvbTuneRequest::get_SID(LONG *sid) { return read(sid, m_sid); }
 STDMETHODIMP DvbTuneRequest::put_SID(LONG sid) { return write(m_sid, sid); }
 
-STDMETHODIMP DvbTuneRequest::Clone(ITuneRequest **clone)
+ITuneRequest *DvbTuneRequest::newCopy(ITuningSpace *space)
 {
-    if (!clone)
-        return E_POINTER;
-    *clone = nullptr;
-    CComPtr<ITuningSpace> space;
-    get_TuningSpace(&space);
+    std::lock_guard<std::mutex> guard(m_lock);
     DvbTuneRequest *copy = new (std::nothrow) DvbTuneRequest(space);
-    if (!copy)
-        return E_OUTOFMEMORY;
-    CComPtr<IDVBTuneRequest> hold(copy);
-    const HRESULT hr = copyBaseTo(*copy);
-    if (FAILED(hr))
-        return hr;
-    {
-        std::lock_guard<std::mutex> guard(m_lock);
+    if (copy) {
         copy->m_onid = m_onid;
         copy->m_tsid = m_tsid;
         copy->m_sid = m_sid;
     }
-    return hold.QueryInterface(clone);
+    return copy;
 }
 
 } // namespace lab

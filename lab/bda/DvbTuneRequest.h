@@ -16,14 +16,12 @@ public:
     STDMETHODIMP put_TSID(LONG tsid) override;
     STDMETHODIMP get_SID(LONG *sid) override;
     STDMETHODIMP put_SID(LONG sid) override;
-    STDMETHODIMP Clone(ITuneRequest **clone) override;
 
 protected:
     bool answers(REFIID iid) const override;
+    ITuneRequest *newCopy(ITuningSpace *space) override;
 
 private:
-    HRESULT write(long &field, long value);
-
     long m_onid = -1;
     long m_tsid = -1;
     long m_sid = -1;

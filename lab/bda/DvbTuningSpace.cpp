@@ -5,7 +5,6 @@
 #include "bda/DvbTuneRequest.h"
 #include "bda/TuningSpaceCatalog.h"
 #include "common/DeviceState.h"
-#include "common/LockedRead.h"
 
 namespace lab {
 
@@ -41,44 +40,18 @@ bool DvbTuningSpace::answers(REFIID iid) const
            IsEqualIID(iid, __uuidof(IDVBTuningSpace2));
 }
 
-STDMETHODIMP DvbTuningSpace::CreateTuneRequest(ITuneRequest **request)
+ITuneRequest *DvbTuningSpace::newTuneRequest() { return new (std::nothrow) DvbTuneRequest(this); }
+
+ITuningSpace *DvbTuningSpace::newCopy(const TuningSpaceFields &fields)
 {
-    if (!request)
-        return E_POINTER;
-    *request = nullptr;
-    const HRESULT allowed = TuningSpaceCatalog::admitTuneRequest(fields().uniqueName);
-    if (FAILED(allowed))
-        return allowed;
-    DvbTuneRequest *created = new (std::nothrow) DvbTuneRequest(this);
-    if (!created)
-        return E_OUTOFMEMORY;
-    CComPtr<IDVBTuneRequest> hold(created);
-    return hold.QueryInterface(request);
+    std::lock_guard<std::mutex> guard(m_lock);
+    DvbTuningSpace *copy = new (std::nothrow) DvbTuningSpace(fields, m_systemType);
+    if (copy)
+        copy->m_networkId = m_networkId;
+    return copy;
 }
 
-STDMETHODIMP DvbTuningSpace::Clone(ITuningSpace **clone)
-{
-    if (!clone)
-        return E_POINTER;
-    *clone = nullptr;
-    TuningSpaceFields copied;
-    const HRESULT hr = cloneFields(copied);
-    if (FAILED(hr))
-        return hr;
-    DvbTuningSpace *copy = nullptr;
-    {
-        std::lock_guard<std::mutex> guard(m_lock);
-        copy = new (std::nothrow) DvbTuningSpace(copied, m_systemType);
-        if (copy)
-            copy->m_networkId = m_networkId;
-    }
-    if (!copy)
-        return E_OUTOFMEMORY;
-    CComPtr<IDVBTuningSpace2> hold(copy);
-    return hold.QueryInterface(clone);
-}
-
-STDMETHODIMP DvbTuningSpace::get_SystemType(DVBSystemType *systemType) { return readLocked(m_lock, systemType, m_systemType); }
+STDMETHODIMP DvbTuningSpace::get_SystemType(DVBSystemType *systemType) { return read(systemType, m_systemType); }
 
 STDMETHODIMP DvbTuningSpace::put_SystemType(DVBSystemType systemType)
 {
@@ -89,21 +62,13 @@ STDMETHODIMP DvbTuningSpace::put_SystemType(DVBSystemType systemType)
         device->record(entry + L" failed", fault);
         return fault;
     }
-    {
-        std::lock_guard<std::mutex> guard(m_lock);
-        m_systemType = systemType;
-    }
+    write(m_systemType, systemType);
     device->record(entry);
     return S_OK;
 }
 
-STDMETHODIMP DvbTuningSpace::get_NetworkID(LONG *networkId) { return readLocked(m_lock, networkId, m_networkId); }
+STDMETHODIMP DvbTuningSpace::get_NetworkID(LONG *networkId) { return read(networkId, m_networkId); }
 
-STDMETHODIMP DvbTuningSpace::put_NetworkID(LONG networkId)
-{
-    std::lock_guard<std::mutex> guard(m_lock);
-    m_networkId = networkId;
-    return S_OK;
-}
+STDMETHODIMP DvbTuningSpace::put_NetworkID(LONG networkId) { return write(m_networkId, networkId); }
 
 } // namespace lab

@@ -15,9 +15,6 @@ class DvbTuningSpace final : public TuningSpaceBase<IDVBTuningSpace2> {
 public:
     DvbTuningSpace(const TuningSpaceFields &fields, DVBSystemType systemType);
 
-    STDMETHODIMP CreateTuneRequest(ITuneRequest **request) override;
-    STDMETHODIMP Clone(ITuningSpace **clone) override;
-
     STDMETHODIMP get_SystemType(DVBSystemType *systemType) override;
     STDMETHODIMP put_SystemType(DVBSystemType systemType) override;
     STDMETHODIMP get_NetworkID(LONG *networkId) override;
@@ -25,6 +22,8 @@ public:
 
 protected:
     bool answers(REFIID iid) const override;
+    ITuneRequest *newTuneRequest() override;
+    ITuningSpace *newCopy(const TuningSpaceFields &fields) override;
 
 private:
     DVBSystemType m_systemType;

@@ -24,45 +24,28 @@ bool DvbtLocator::answers(REFIID iid) const
     return LocatorBase::answers(iid) || IsEqualIID(iid, __uuidof(IDVBTLocator));
 }
 
-STDMETHODIMP DvbtLocator::get_Bandwidth(LONG *bandwidth) { return readLocked(m_lock, bandwidth, m_transmission.bandwidth); }
+STDMETHODIMP DvbtLocator::get_Bandwidth(LONG *bandwidth) { return read(bandwidth, m_transmission.bandwidth); }
 STDMETHODIMP DvbtLocator::put_Bandwidth(LONG bandwidth) { return write(m_transmission.bandwidth, bandwidth); }
-STDMETHODIMP DvbtLocator::get_LPInnerFEC(FECMethod *fec) { return readLocked(m_lock, fec, m_transmission.lpInnerFec); }
+STDMETHODIMP DvbtLocator::get_LPInnerFEC(FECMethod *fec) { return read(fec, m_transmission.lpInnerFec); }
 STDMETHODIMP DvbtLocator::put_LPInnerFEC(FECMethod fec) { return write(m_transmission.lpInnerFec, fec); }
-STDMETHODIMP DvbtLocator::get_LPInnerFECRate(BinaryConvolutionCodeRate *rate)
-{
-    return readLocked(m_lock, rate, m_transmission.lpInnerFecRate);
-}
+STDMETHODIMP DvbtLocator::get_LPInnerFECRate(BinaryConvolutionCodeRate *rate) { return read(rate, m_transmission.lpInnerFecRate); }
 STDMETHODIMP DvbtLocator::put_LPInnerFECRate(BinaryConvolutionCodeRate rate) { return write(m_transmission.lpInnerFecRate, rate); }
-STDMETHODIMP DvbtLocator::get_HAlpha(HierarchyAlpha *alpha) { return readLocked(m_lock, alpha, m_transmission.alpha); }
+STDMETHODIMP DvbtLocator::get_HAlpha(HierarchyAlpha *alpha) { return read(alpha, m_transmission.alpha); }
 STDMETHODIMP DvbtLocator::put_HAlpha(HierarchyAlpha alpha) { return write(m_transmission.alpha, alpha); }
-STDMETHODIMP DvbtLocator::get_Guard(GuardInterval *guard) { return readLocked(m_lock, guard, m_transmission.guard); }
+STDMETHODIMP DvbtLocator::get_Guard(GuardInterval *guard) { return read(guard, m_transmission.guard); }
 STDMETHODIMP DvbtLocator::put_Guard(GuardInterval guard) { return write(m_transmission.guard, guard); }
-STDMETHODIMP DvbtLocator::get_Mode(TransmissionMode *mode) { return readLocked(m_lock, mode, m_transmission.mode); }
+STDMETHODIMP DvbtLocator::get_Mode(TransmissionMode *mode) { return read(mode, m_transmission.mode); }
 STDMETHODIMP DvbtLocator::put_Mode(TransmissionMode mode) { return write(m_transmission.mode, mode); }
-STDMETHODIMP DvbtLocator::get_OtherFrequencyInUse(VARIANT_BOOL *inUse)
-{
-    return readLocked(m_lock, inUse, m_transmission.otherFrequencyInUse);
-}
-STDMETHODIMP DvbtLocator::put_OtherFrequencyInUse(VARIANT_BOOL inUse)
-{
-    return write(m_transmission.otherFrequencyInUse, inUse);
-}
+STDMETHODIMP DvbtLocator::get_OtherFrequencyInUse(VARIANT_BOOL *inUse) { return read(inUse, m_transmission.otherFrequencyInUse); }
+STDMETHODIMP DvbtLocator::put_OtherFrequencyInUse(VARIANT_BOOL inUse) { return write(m_transmission.otherFrequencyInUse, inUse); }
 
-STDMETHODIMP DvbtLocator::Clone(ILocator **clone)
+LocatorBase<IDVBTLocator> *DvbtLocator::newCopy()
 {
-    if (!clone)
-        return E_POINTER;
-    *clone = nullptr;
+    std::lock_guard<std::mutex> guard(m_lock);
     DvbtLocator *copy = new (std::nothrow) DvbtLocator();
-    if (!copy)
-        return E_OUTOFMEMORY;
-    CComPtr<IDVBTLocator> hold(copy);
-    copy->setFields(fields());
-    {
-        std::lock_guard<std::mutex> guard(m_lock);
+    if (copy)
         copy->m_transmission = m_transmission;
-    }
-    return hold.QueryInterface(clone);
+    return copy;
 }
 
 } // namespace lab

@@ -26,10 +26,10 @@ public:
     STDMETHODIMP put_Mode(TransmissionMode mode) override;
     STDMETHODIMP get_OtherFrequencyInUse(VARIANT_BOOL *inUse) override;
     STDMETHODIMP put_OtherFrequencyInUse(VARIANT_BOOL inUse) override;
-    STDMETHODIMP Clone(ILocator **clone) override;
 
 protected:
     bool answers(REFIID iid) const override;
+    LocatorBase *newCopy() override;
 
 private:
     struct Transmission {

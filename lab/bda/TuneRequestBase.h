@@ -1,6 +1,7 @@
 // ITuneRequest for the lab's tune requests: the tuning space that created the request and the
 // locator the application gave it (none at first: a new request leaves the tuning to the
-// space's default locator until one is put).
+// space's default locator until one is put). A clone has the same tuning space, a copy of the
+// locator and the subclass's values.
 #pragma once
 
 #include <windows.h>
@@ -11,11 +12,12 @@
 #include <atlbase.h>
 
 #include "bda/DispatchObject.h"
+#include "bda/LockedProperties.h"
 
 namespace lab {
 
 template <class Interface>
-class TuneRequestBase : public DispatchObject<Interface> {
+class TuneRequestBase : public DispatchObject<Interface>, protected LockedProperties {
 public:
     explicit TuneRequestBase(ITuningSpace *space) : m_space(space) {}
 
@@ -40,18 +42,33 @@ public:
         std::lock_guard<std::mutex> guard(m_lock);
         return m_locator.CopyTo(locator);
     }
-    STDMETHODIMP put_Locator(ILocator *locator) override
+    STDMETHODIMP put_Locator(ILocator *locator) override { return write(m_locator, locator); }
+    STDMETHODIMP Clone(ITuneRequest **clone) override
     {
-        std::lock_guard<std::mutex> guard(m_lock);
-        m_locator = locator;
+        if (!clone)
+            return E_POINTER;
+        *clone = nullptr;
+        CComPtr<ITuningSpace> space;
+        get_TuningSpace(&space);
+        ITuneRequest *copy = newCopy(space);
+        if (!copy)
+            return E_OUTOFMEMORY;
+        CComPtr<ITuneRequest> hold(copy);
+        const HRESULT hr = copyLocatorTo(*copy);
+        if (FAILED(hr))
+            return hr;
+        *clone = hold.Detach();
         return S_OK;
     }
 
 protected:
     bool answers(REFIID iid) const override { return IsEqualIID(iid, __uuidof(ITuneRequest)); }
+    // A new request of this kind on `space` with this request's own values (the locator aside),
+    // not yet referenced; null when out of memory.
+    virtual ITuneRequest *newCopy(ITuningSpace *space) = 0;
 
-    // What Clone copies of this part: the same tuning space, a copy of the locator.
-    HRESULT copyBaseTo(TuneRequestBase &copy)
+private:
+    HRESULT copyLocatorTo(ITuneRequest &copy)
     {
         CComPtr<ILocator> locator;
         {
@@ -67,9 +84,6 @@ protected:
         return copy.put_Locator(locatorCopy);
     }
 
-    std::mutex m_lock;
-
-private:
     CComPtr<ITuningSpace> m_space;
     CComPtr<ILocator> m_locator;
 };

@@ -1,7 +1,7 @@
 // ITuningSpace for the lab's tuning spaces: unique and friendly name, the space's class, its
 // network type (the class ID of the network provider that tunes it, as text in braces), the
-// frequency mapping text and the default locator. Subclasses create their tune requests and
-// clones.
+// frequency mapping text and the default locator. CreateTuneRequest (once the catalog admits it)
+// and Clone are the same for every kind of space; subclasses make the objects of their kind.
 #pragma once
 
 #include <windows.h>
@@ -13,6 +13,8 @@
 #include <atlbase.h>
 
 #include "bda/DispatchObject.h"
+#include "bda/LockedProperties.h"
+#include "bda/TuningSpaceCatalog.h"
 #include "common/GuidText.h"
 
 namespace lab {
@@ -28,7 +30,7 @@ struct TuningSpaceFields {
 };
 
 template <class Interface>
-class TuningSpaceBase : public DispatchObject<Interface> {
+class TuningSpaceBase : public DispatchObject<Interface>, protected LockedProperties {
 public:
     explicit TuningSpaceBase(const TuningSpaceFields &fields) : m_fields(fields) {}
 
@@ -55,12 +57,7 @@ public:
         *networkType = fields().networkType;
         return S_OK;
     }
-    STDMETHODIMP put__NetworkType(REFCLSID networkType) override
-    {
-        std::lock_guard<std::mutex> guard(m_lock);
-        m_fields.networkType = networkType;
-        return S_OK;
-    }
+    STDMETHODIMP put__NetworkType(REFCLSID networkType) override { return write(m_fields.networkType, networkType); }
     // Device categories, monikers and preferred components are not part of the lab's spaces.
     STDMETHODIMP EnumCategoryGUIDs(IEnumGUID **guids) override { return notImplemented(guids); }
     STDMETHODIMP EnumDeviceMonikers(IEnumMoniker **monikers) override { return notImplemented(monikers); }
@@ -75,11 +72,28 @@ public:
         std::lock_guard<std::mutex> guard(m_lock);
         return m_fields.defaultLocator.CopyTo(locator);
     }
-    STDMETHODIMP put_DefaultLocator(ILocator *locator) override
+    STDMETHODIMP put_DefaultLocator(ILocator *locator) override { return write(m_fields.defaultLocator, locator); }
+
+    STDMETHODIMP CreateTuneRequest(ITuneRequest **request) override
     {
-        std::lock_guard<std::mutex> guard(m_lock);
-        m_fields.defaultLocator = locator;
-        return S_OK;
+        if (!request)
+            return E_POINTER;
+        *request = nullptr;
+        const HRESULT allowed = TuningSpaceCatalog::admitTuneRequest(fields().uniqueName);
+        if (FAILED(allowed))
+            return allowed;
+        return this->handOut(newTuneRequest(), request);
+    }
+    STDMETHODIMP Clone(ITuningSpace **clone) override
+    {
+        if (!clone)
+            return E_POINTER;
+        *clone = nullptr;
+        TuningSpaceFields copied;
+        const HRESULT hr = cloneFields(copied);
+        if (FAILED(hr))
+            return hr;
+        return this->handOut(newCopy(copied), clone);
     }
 
 protected:
@@ -90,6 +104,12 @@ protected:
         std::lock_guard<std::mutex> guard(m_lock);
         return m_fields;
     }
+    // A new tune request of this space's kind, not yet referenced; null when out of memory.
+    virtual ITuneRequest *newTuneRequest() = 0;
+    // A new space of this kind with these ITuningSpace fields and this space's other values, not
+    // yet referenced; null when out of memory.
+    virtual ITuningSpace *newCopy(const TuningSpaceFields &fields) = 0;
+
     // The fields for a clone: the same values with a copy of the default locator.
     HRESULT cloneFields(TuningSpaceFields &copy)
     {
@@ -102,8 +122,6 @@ protected:
         copy.defaultLocator.Release();
         return source.defaultLocator ? source.defaultLocator->Clone(&copy.defaultLocator) : S_OK;
     }
-
-    std::mutex m_lock;
 
 private:
     template <class Out>

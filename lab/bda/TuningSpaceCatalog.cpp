@@ -45,64 +45,63 @@ const AtscSpaceTemplate kAtscSpaces[] = {
     {L"ClearQAM", L"Local Clear QAM Digital Cable", BDA_MOD_256QAM, ranges(1, 999, TunerInputCable, 1, 158)},
 };
 
-HRESULT createAtsc(const AtscSpaceTemplate &model, CComPtr<ITuningSpace> &space)
+// The ITuningSpace fields of an installed space; E_OUTOFMEMORY when its default locator could
+// not be made.
+HRESULT installedFields(const wchar_t *name, const wchar_t *description, const CLSID &spaceClass,
+                        const GUID &networkType, const CComPtr<ILocator> &defaultLocator, TuningSpaceFields &fields)
 {
-    TuningSpaceFields fields;
-    fields.uniqueName = model.name;
-    fields.friendlyName = model.description;
-    fields.spaceClass = kClsidAtscTuningSpace;
-    fields.networkType = kNetworkTypeAtsc;
-    const CComPtr<ILocator> locator = AtscLocator::withModulation(model.modulation);
-    if (!locator)
+    if (!defaultLocator)
         return E_OUTOFMEMORY;
-    fields.defaultLocator = locator;
-    AtscTuningSpace *created = new (std::nothrow) AtscTuningSpace(fields, model.ranges);
+    fields.uniqueName = name;
+    fields.friendlyName = description;
+    fields.spaceClass = spaceClass;
+    fields.networkType = networkType;
+    fields.defaultLocator = defaultLocator;
+    return S_OK;
+}
+
+HRESULT keep(ITuningSpace *created, CComPtr<ITuningSpace> &space)
+{
     if (!created)
         return E_OUTOFMEMORY;
     space = created;
     return S_OK;
+}
+
+HRESULT createAtsc(const AtscSpaceTemplate &model, CComPtr<ITuningSpace> &space)
+{
+    TuningSpaceFields fields;
+    const HRESULT hr = installedFields(model.name, model.description, kClsidAtscTuningSpace, kNetworkTypeAtsc,
+                                       AtscLocator::withModulation(model.modulation), fields);
+    if (FAILED(hr))
+        return hr;
+    return keep(new (std::nothrow) AtscTuningSpace(fields, model.ranges), space);
 }
 
 HRESULT createDigitalCable(CComPtr<ITuningSpace> &space)
 {
     TuningSpaceFields fields;
-    fields.uniqueName = L"Digital Cable";
-    fields.friendlyName = L"Local Digital Cable";
-    fields.spaceClass = kClsidDigitalCableTuningSpace;
-    fields.networkType = kNetworkTypeDigitalCable;
-    const CComPtr<ILocator> locator = AtscLocator::withModulation(BDA_MOD_256QAM);
-    if (!locator)
-        return E_OUTOFMEMORY;
-    fields.defaultLocator = locator;
+    const HRESULT hr = installedFields(L"Digital Cable", L"Local Digital Cable", kClsidDigitalCableTuningSpace,
+                                       kNetworkTypeDigitalCable, AtscLocator::withModulation(BDA_MOD_256QAM), fields);
+    if (FAILED(hr))
+        return hr;
     CableChannelRanges cable;
     cable.minMajorChannel = 1;
     cable.maxMajorChannel = 99;
     cable.minSourceId = 0;
     cable.maxSourceId = 0x7fffffff;
-    DigitalCableTuningSpace *created =
-        new (std::nothrow) DigitalCableTuningSpace(fields, ranges(2, 9999, TunerInputCable, 2, 158), cable);
-    if (!created)
-        return E_OUTOFMEMORY;
-    space = created;
-    return S_OK;
+    return keep(new (std::nothrow) DigitalCableTuningSpace(fields, ranges(2, 9999, TunerInputCable, 2, 158), cable),
+                space);
 }
 
 HRESULT createDvbt(CComPtr<ITuningSpace> &space)
 {
     TuningSpaceFields fields;
-    fields.uniqueName = L"DVB-T";
-    fields.friendlyName = L"Local DVB-T Digital Antenna";
-    fields.spaceClass = kClsidDvbTuningSpace;
-    fields.networkType = kNetworkTypeDvbt;
-    const CComPtr<ILocator> locator = DvbtLocator::withBandwidth(8);
-    if (!locator)
-        return E_OUTOFMEMORY;
-    fields.defaultLocator = locator;
-    DvbTuningSpace *created = new (std::nothrow) DvbTuningSpace(fields, DVB_Terrestrial);
-    if (!created)
-        return E_OUTOFMEMORY;
-    space = created;
-    return S_OK;
+    const HRESULT hr = installedFields(L"DVB-T", L"Local DVB-T Digital Antenna", kClsidDvbTuningSpace,
+                                       kNetworkTypeDvbt, DvbtLocator::withBandwidth(8), fields);
+    if (FAILED(hr))
+        return hr;
+    return keep(new (std::nothrow) DvbTuningSpace(fields, DVB_Terrestrial), space);
 }
 
 } // namespace

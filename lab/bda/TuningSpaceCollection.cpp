@@ -11,12 +11,7 @@ HRESULT TuningSpaceCollection::create(const std::vector<Entry> &entries, ITuning
     if (!out)
         return E_POINTER;
     *out = nullptr;
-    TuningSpaceCollection *created = new (std::nothrow) TuningSpaceCollection(entries);
-    if (!created)
-        return E_OUTOFMEMORY;
-    CComPtr<ITuningSpaces> hold(created);
-    *out = hold.Detach();
-    return S_OK;
+    return handOut(new (std::nothrow) TuningSpaceCollection(entries), out);
 }
 
 bool TuningSpaceCollection::answers(REFIID iid) const { return IsEqualIID(iid, __uuidof(ITuningSpaces)); }

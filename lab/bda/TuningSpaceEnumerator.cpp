@@ -9,12 +9,7 @@ HRESULT TuningSpaceEnumerator::create(const std::vector<CComPtr<ITuningSpace>> &
     if (!out)
         return E_POINTER;
     *out = nullptr;
-    TuningSpaceEnumerator *created = new (std::nothrow) TuningSpaceEnumerator(spaces);
-    if (!created)
-        return E_OUTOFMEMORY;
-    CComPtr<IEnumTuningSpaces> hold(created);
-    *out = hold.Detach();
-    return S_OK;
+    return handOut(new (std::nothrow) TuningSpaceEnumerator(spaces), out);
 }
 
 STDMETHODIMP TuningSpaceEnumerator::Next(ULONG count, ITuningSpace **spaces, ULONG *fetched)

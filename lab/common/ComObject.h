@@ -16,15 +16,7 @@ public:
 
     STDMETHODIMP QueryInterface(REFIID iid, void **out) override
     {
-        if (!out)
-            return E_POINTER;
-        if (IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, __uuidof(Interface))) {
-            *out = static_cast<Interface *>(this);
-            AddRef();
-            return S_OK;
-        }
-        *out = nullptr;
-        return E_NOINTERFACE;
+        return answer(IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, __uuidof(Interface)), out);
     }
 
     STDMETHODIMP_(ULONG) AddRef() override { return InterlockedIncrement(&m_refs); }
@@ -39,6 +31,33 @@ public:
 
 protected:
     virtual ~ComObject() = default;
+
+    // The end of QueryInterface: the interface when the identifier asked for is `answered`.
+    HRESULT answer(bool answered, void **out)
+    {
+        if (!out)
+            return E_POINTER;
+        if (!answered) {
+            *out = nullptr;
+            return E_NOINTERFACE;
+        }
+        *out = static_cast<Interface *>(this);
+        AddRef();
+        return S_OK;
+    }
+
+    // Gives the caller the first reference to a new object (made with new (std::nothrow));
+    // E_OUTOFMEMORY when there is none.
+    template <class Object, class Out>
+    static HRESULT handOut(Object *created, Out **out)
+    {
+        if (!created)
+            return E_OUTOFMEMORY;
+        Out *given = created;
+        given->AddRef();
+        *out = given;
+        return S_OK;
+    }
 
 private:
     volatile LONG m_refs = 0;

@@ -2,18 +2,12 @@
 
 #include <string>
 
-#include <gtest/gtest.h>
-
 #include "StubBdaTuner.h"
 
 namespace labtest {
 
 namespace {
-HRESULT unexpected(const char *call)
-{
-    ADD_FAILURE() << "unexpected call of a BDA control node: " << call;
-    return E_UNEXPECTED;
-}
+HRESULT unexpected(const char *call) { return StubBdaTuner::unexpectedCall("a BDA control node", call); }
 } // namespace
 
 STDMETHODIMP StubBdaNode::QueryInterface(REFIID iid, void **out)

@@ -1,18 +1,12 @@
 #include "StubBdaPin.h"
 
-#include <gtest/gtest.h>
-
 #include "StubBdaTuner.h"
 #include "lab/BdaGuids.h"
 
 namespace labtest {
 
 namespace {
-HRESULT unexpected(const char *call)
-{
-    ADD_FAILURE() << "unexpected call of the tuner's input pin: " << call;
-    return E_UNEXPECTED;
-}
+HRESULT unexpected(const char *call) { return StubBdaTuner::unexpectedCall("the tuner's input pin", call); }
 } // namespace
 
 STDMETHODIMP StubBdaPin::QueryInterface(REFIID iid, void **out)

@@ -5,14 +5,16 @@
 namespace labtest {
 
 namespace {
-HRESULT unexpected(const char *call)
-{
-    ADD_FAILURE() << "unexpected call of the tuner filter: " << call;
-    return E_UNEXPECTED;
-}
+HRESULT unexpected(const char *call) { return StubBdaTuner::unexpectedCall("the tuner filter", call); }
 const ULONG kTunerNodeType = 0;
 const ULONG kDemodulatorNodeType = 1;
 } // namespace
+
+HRESULT StubBdaTuner::unexpectedCall(const char *part, const char *call)
+{
+    ADD_FAILURE() << "unexpected call of " << part << ": " << call;
+    return E_UNEXPECTED;
+}
 
 StubBdaTuner::StubBdaTuner() : m_pin(*this), m_tunerNode(*this, false), m_demodulatorNode(*this, true) {}
 

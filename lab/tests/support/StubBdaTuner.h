@@ -33,6 +33,8 @@ public:
     std::vector<std::wstring> calls();
     void clearCalls();
     IPin *input() { return &m_pin; }
+    // A call none of the stand-ins expects, on `part` ("the tuner filter" ...): fails the test.
+    static HRESULT unexpectedCall(const char *part, const char *call);
 
     STDMETHODIMP QueryInterface(REFIID iid, void **out) override;
     STDMETHODIMP_(ULONG) AddRef() override;
