@@ -91,6 +91,14 @@ TEST_F(SorvaneDiagPictureTest, AGoodPictureIsSaidAndPassesEvenWhenStrict)
     EXPECT_GT(picture["change"].number(), 0.0);
     EXPECT_GT(picture["structure"].number(), 0.5);
     EXPECT_TRUE(picture["strict"].flag());
+
+    for (const wchar_t* command : {L"webcam", L"preview", L"record"}) {
+        const HostProgram::Outcome help = HostProgram::run({command, L"--help"});
+        EXPECT_TRUE(contains(help.out, "--strict            a bad picture (black, flat, noise, frozen) fails the test"))
+            << help.out;
+    }
+    // Commands that judge no picture refuse the option.
+    EXPECT_EQ(2u, HostProgram::run({L"tv", L"--strict"}).exitCode);
 }
 
 TEST_F(SorvaneDiagPictureTest, EachBadPictureIsNamedBesideAPassingResult)
@@ -126,7 +134,8 @@ TEST_F(SorvaneDiagPictureTest, PreviewAndRecordingAreJudgedOnASampleOfFrames)
     ScratchFolder folder(L"sorvane-diag-picture");
     const Run preview = run({L"preview", L"--device", kNoInput, L"--strict"}, folder);
     EXPECT_EQ(kFail, preview.outcome.exitCode) << preview.outcome.out << preview.outcome.err;
-    EXPECT_TRUE(contains(preview.outcome.out, "Picture: black: ")) << preview.outcome.out;
+    EXPECT_TRUE(contains(preview.outcome.out, "Capturing 5 frames to judge the picture...\nPicture: black: "))
+        << preview.outcome.out;
     EXPECT_EQ("sample", preview.report["picture"]["source"].text());
     EXPECT_EQ(5.0, preview.report["picture"]["frames"].number());
 

@@ -48,6 +48,7 @@ ruvo::TestResult PictureCheck::judgeSample(CommandContext& context, const ruvo::
         notJudged(context, L"a TV tuner's picture is not sampled");
         return result;
     }
+    context.terminal().line(L"Capturing " + std::to_wstring(kSampleFrames) + L" frames to judge the picture...");
     CapturedFrames sample;
     try {
         sample = CaptureClasses::captureFrames(device, CommandContext::windowTitle(device),
