@@ -204,7 +204,9 @@ HRESULT CapturePin::deliverFrame(const VideoFormat &format, unsigned long frame,
     hr = sample->GetPointer(&buffer);
     if (FAILED(hr))
         return hr;
-    const long length = m_source.paintFrame(format, frame, buffer, sample->GetSize());
+    // A frozen camera repeats one picture while its samples keep their times.
+    const unsigned long painted = m_device->flag(L"fault.frozen") ? 0 : frame;
+    const long length = m_source.paintFrame(format, painted, buffer, sample->GetSize());
     if (length <= 0)
         return E_FAIL;
     if (m_device->flag(L"fault.garbage"))

@@ -10,6 +10,7 @@
 //   fault.stopafter       deliver this many samples per run, then nothing
 //   fault.zerolength      "yes": deliver samples with no data
 //   fault.garbage         "yes": deliver noise of the frame's length instead of the picture
+//   fault.frozen          "yes": deliver the picture of frame 0 again and again
 #pragma once
 
 #include <memory>

@@ -5,6 +5,7 @@
 #include <uuids.h>
 
 #include "lab/FrameMark.h"
+#include "webcam/FrameCaption.h"
 
 namespace lab {
 
@@ -17,10 +18,13 @@ BYTE redDifference(const BYTE *rgb) { return static_cast<BYTE>(128 + (112 * rgb[
 
 } // namespace
 
-long FramePainter::paint(const VideoFormat &format, unsigned long frame, BYTE *buffer, long capacity)
+long FramePainter::paint(const VideoFormat &format, unsigned long frame, BYTE *buffer, long capacity, bool flat)
 {
-    prepare(format);
-    paintBand(frame);
+    prepare(format, flat);
+    if (!flat) {
+        paintBand(frame);
+        FrameCaption::paint(m_picture.data(), format.width, format.height, frame);
+    }
     if (format.compressed()) {
         const std::vector<BYTE> &jpeg = m_jpeg.encode(m_picture.data(), format.width, format.height);
         if (static_cast<long>(jpeg.size()) > capacity)
@@ -32,31 +36,44 @@ long FramePainter::paint(const VideoFormat &format, unsigned long frame, BYTE *b
     if (size > capacity)
         return 0;
     std::memcpy(buffer, m_still.data(), m_still.size());
-    convertRows(0, kMarkCell < format.height ? kMarkCell : format.height, buffer);
+    if (!flat) {
+        const int bandRows = kMarkCell < format.height ? kMarkCell : format.height;
+        convertRows(0, bandRows, buffer);
+        const int captionTop = FrameCaption::top(format.height);
+        convertRows(captionTop > bandRows ? captionTop : bandRows, format.height, buffer);
+    }
     return size;
 }
 
-void FramePainter::prepare(const VideoFormat &format)
+void FramePainter::prepare(const VideoFormat &format, bool flat)
 {
-    if (m_prepared == format.text())
+    if (m_prepared == format.text() && m_flat == flat)
         return;
     m_format = format;
     m_prepared = format.text();
-    const size_t width = static_cast<size_t>(format.width);
-    m_picture.assign(width * static_cast<size_t>(format.height) * 3, 0);
-    for (LONG y = 0; y < format.height; ++y) {
-        BYTE *row = m_picture.data() + width * 3 * static_cast<size_t>(y);
-        for (LONG x = 0; x < format.width; ++x) {
-            const Rgb colour = barColour(x, format.width);
-            row[x * 3] = colour.r;
-            row[x * 3 + 1] = colour.g;
-            row[x * 3 + 2] = colour.b;
-        }
-    }
+    m_flat = flat;
+    paintStill(flat);
     m_still.clear();
     if (!format.compressed()) {
         m_still.assign(static_cast<size_t>(format.frameBytes()), 0);
         convertRows(0, format.height, m_still.data());
+    }
+}
+
+void FramePainter::paintStill(bool flat)
+{
+    // An even mid-tone that no format conversion turns into black.
+    static const Rgb kFlat = {96, 144, 176};
+    const size_t width = static_cast<size_t>(m_format.width);
+    m_picture.assign(width * static_cast<size_t>(m_format.height) * 3, 0);
+    for (LONG y = 0; y < m_format.height; ++y) {
+        BYTE *row = m_picture.data() + width * 3 * static_cast<size_t>(y);
+        for (LONG x = 0; x < m_format.width; ++x) {
+            const Rgb colour = flat ? kFlat : barColour(x, m_format.width);
+            row[x * 3] = colour.r;
+            row[x * 3 + 1] = colour.g;
+            row[x * 3 + 2] = colour.b;
+        }
     }
 }
 

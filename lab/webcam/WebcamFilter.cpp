@@ -96,7 +96,7 @@ STDMETHODIMP WebcamFilter::Get(long property, long *value, long *flags)
 
 long WebcamFilter::paintFrame(const VideoFormat &format, unsigned long frame, BYTE *buffer, long capacity)
 {
-    return m_painter.paint(format, frame, buffer, capacity);
+    return m_painter.paint(format, frame, buffer, capacity, device() && device()->flag(L"fault.flat"));
 }
 
 HRESULT WebcamFilter::onPause(bool fromStopped)

@@ -9,6 +9,7 @@
 //            property; 0/1: privacy supported, starting off/on
 //   fault.run = <HRESULT>    Run of the filter fails with it (device in use ...)
 //   fault.bind = <HRESULT>   IPersistPropertyBag::Load fails, so binding the moniker fails
+//   fault.flat = yes         every frame is one colour (no mark band, bars or caption)
 // and the capture pin's faults.
 #pragma once
 

@@ -33,6 +33,8 @@ void applyInteractive(HostOptions& options, const std::wstring&) { options.inter
 void applyDevice(HostOptions& options, const std::wstring& value) { options.device = value; }
 void applyJson(HostOptions& options, const std::wstring& value) { options.jsonPath = value; }
 void applyLog(HostOptions& options, const std::wstring& value) { options.logPath = value; }
+// Read back through HostOptions::has("--strict").
+void applyFlag(HostOptions&, const std::wstring&) {}
 void applyOut(HostOptions& options, const std::wstring& value) { options.outputFolder = value; }
 
 void applySet(HostOptions& options, const std::wstring& value)
@@ -90,6 +92,7 @@ const OptionSpec kOptions[] = {
     {L"--frames", L"-n", true, applyFrames},
     {L"--out", L"-o", true, applyOut},
     {L"--name", nullptr, true, applyName},
+    {L"--strict", nullptr, false, applyFlag},
 };
 
 const OptionSpec* findOption(const std::wstring& name)

@@ -16,6 +16,7 @@ CommandSet::CommandSet() : m_demo(m_list, m_webcam)
     m_all.push_back(&m_fm);
     m_all.push_back(&m_demo);
     m_all.push_back(&m_depth);
+    m_all.push_back(&m_formats);
 }
 
 Command* CommandSet::find(const std::wstring& name)

@@ -5,6 +5,7 @@
 #include "DemoCommand.h"
 #include "DepthCommand.h"
 #include "FmCommand.h"
+#include "FormatsCommand.h"
 #include "ListCommand.h"
 #include "PreviewCommand.h"
 #include "RecordCommand.h"
@@ -41,6 +42,7 @@ private:
     FmCommand m_fm;
     DemoCommand m_demo;
     DepthCommand m_depth;
+    FormatsCommand m_formats;
     std::vector<Command*> m_all;
 };
 

@@ -1,6 +1,7 @@
 #include "PreviewCommand.h"
 #include "CaptureClasses.h"
 #include "CommandContext.h"
+#include "PictureCheck.h"
 #include "Terminal.h"
 
 namespace sorvane {
@@ -17,8 +18,15 @@ std::wstring PreviewCommand::help() const
            L"\n"
            L"Parameters read: TestRunTime (seconds, default 3); Interactive (when true, the library\n"
            L"asks in a Windows message box whether the picture was right: it needs a display);\n"
-           L"CaptureDelay (webcams).\n";
+           L"CaptureDelay (webcams).\n"
+           L"\n"
+           L"      --strict            a bad picture (black, flat, noise, frozen) fails the test\n"
+           L"\n"
+           L"After a passing preview the host captures a sample of 5 frames from the device (not\n"
+           L"from a TV tuner) and prints its verdict on the picture.\n";
 }
+
+std::vector<std::wstring> PreviewCommand::ownOptions() const { return std::vector<std::wstring>(1, L"--strict"); }
 
 ruvo::TestResult PreviewCommand::run(CommandContext& context)
 {
@@ -27,9 +35,10 @@ ruvo::TestResult PreviewCommand::run(CommandContext& context)
     if (ready != ruvo::TestResult::PASS()) return ready;
 
     context.terminal().line(L"Previewing...");
-    return context.runTest(L"preview", [&] {
+    const ruvo::TestResult result = context.runTest(L"preview", [&] {
         CaptureClasses::captureToScreen(device, CommandContext::windowTitle(device), CommandContext::captureDelay());
     });
+    return PictureCheck::judgeSample(context, device, result);
 }
 
 } // namespace diag

@@ -11,6 +11,7 @@ public:
     std::wstring name() const override { return L"preview"; }
     std::wstring summary() const override;
     std::wstring help() const override;
+    std::vector<std::wstring> ownOptions() const override;
     ruvo::TestResult run(CommandContext& context) override;
 };
 

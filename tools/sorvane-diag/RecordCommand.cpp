@@ -2,6 +2,7 @@
 #include "CaptureClasses.h"
 #include "CommandContext.h"
 #include "HostPaths.h"
+#include "PictureCheck.h"
 #include "RunReport.h"
 #include "Terminal.h"
 
@@ -24,11 +25,21 @@ std::wstring RecordCommand::help() const
            L"\n"
            L"      --name NAME         the file name without folder or extension (default\n"
            L"                          \"sorvane-diag\")\n"
+           L"      --strict            a bad picture (black, flat, noise, frozen) fails the test\n"
            L"\n"
-           L"Parameters read: CaptureDelay (webcams).\n";
+           L"Parameters read: CaptureDelay (webcams).\n"
+           L"\n"
+           L"After a passing recording the host captures a sample of 5 frames from the device (not\n"
+           L"from a TV tuner) and prints its verdict on the picture.\n";
 }
 
-std::vector<std::wstring> RecordCommand::ownOptions() const { return std::vector<std::wstring>(1, L"--name"); }
+std::vector<std::wstring> RecordCommand::ownOptions() const
+{
+    std::vector<std::wstring> options;
+    options.push_back(L"--name");
+    options.push_back(L"--strict");
+    return options;
+}
 
 ruvo::TestResult RecordCommand::run(CommandContext& context)
 {
@@ -47,7 +58,7 @@ ruvo::TestResult RecordCommand::run(CommandContext& context)
         context.report().addFile(path, L"video");
         context.terminal().line(L"Recorded " + HostPaths::shown(path));
     }
-    return result;
+    return PictureCheck::judgeSample(context, device, result);
 }
 
 } // namespace diag

@@ -3,6 +3,7 @@
 #include "CommandContext.h"
 #include "FrameSaver.h"
 #include "HostPaths.h"
+#include "PictureCheck.h"
 #include "RunReport.h"
 #include "Terminal.h"
 
@@ -25,9 +26,13 @@ std::wstring WebcamCommand::help() const
            L"  -n, --frames N          frames to capture, 1 to 500 (default 5)\n"
            L"  -o, --out FOLDER        where the images go (default: a new folder under\n"
            L"                          %TEMP%\\sorvane-diag\\)\n"
+           L"      --strict            a bad picture (black, flat, noise, frozen) fails the test\n"
            L"\n"
            L"Parameters read: CaptureDelay (milliseconds of video dropped first while the camera\n"
-           L"settles; default 0).\n";
+           L"settles; default 0).\n"
+           L"\n"
+           L"The host judges the frames and prints a verdict (good, black, flat, noise, frozen)\n"
+           L"with its measures, also in the report's \"picture\" member.\n";
 }
 
 std::vector<std::wstring> WebcamCommand::ownOptions() const
@@ -35,6 +40,7 @@ std::vector<std::wstring> WebcamCommand::ownOptions() const
     std::vector<std::wstring> options;
     options.push_back(L"--frames");
     options.push_back(L"--out");
+    options.push_back(L"--strict");
     return options;
 }
 
@@ -52,7 +58,7 @@ ruvo::TestResult WebcamCommand::run(CommandContext& context)
                                                CommandContext::captureDelay(), count);
     });
     if (result == ruvo::TestResult::PASS()) save(context, frames);
-    return result;
+    return PictureCheck::judge(context, frames, result);
 }
 
 void WebcamCommand::save(CommandContext& context, const CapturedFrames& frames)

@@ -3,7 +3,9 @@
 // Rows are counted from the top of the picture as seen. The top kMarkCell rows are the mark
 // band: cells kMarkCell pixels wide, the first white, the second black (sync), then the frame
 // number's bits, least significant first, white for 1. Below the band: eight vertical colour
-// bars (white, yellow, cyan, green, magenta, red, blue, black). Frame numbers start at 0 with
+// bars (white, yellow, cyan, green, magenta, red, blue, black), down to the bottom quarter,
+// which is a black strip for people: the frame number in large digits and a moving block.
+// Sample the bars in the middle rows. Frame numbers start at 0 with
 // every run of the graph; narrow pictures hold fewer bits (markBits), so their numbers wrap.
 // Large black and white cells survive colour conversion and JPEG.
 #pragma once

@@ -7,6 +7,8 @@
 //
 // Devices are named by their friendly name ("FriendlyName" of the moniker, "name" in the
 // description file). Override keys are the keys of the description file (see lab/lab.conf).
+// Picture faults: "fault.garbage" (noise), "fault.frozen" (frame 0 repeated), "fault.flat"
+// (webcams: one colour); a capture card whose input is not the tuner delivers black.
 //
 // The BDA cards' entries (tuner filters unless said otherwise; keys and faults in lab/lab.conf):
 //   "Tune <kHz> kHz <modulation>[ <n> MHz]"   IBDA_DeviceControl::CommitChanges, e.g.

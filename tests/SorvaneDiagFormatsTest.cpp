@@ -1,0 +1,62 @@
+// `sorvane-diag formats`: each lab device's capabilities in the order its capture pin lists
+// them, with sizes and frame rates, on the terminal and in the report.
+#include "HostProgram.h"
+#include "JsonValue.h"
+#include "ScratchFolder.h"
+
+#include <gtest/gtest.h>
+
+using sorvane::test::HostProgram;
+using sorvane::test::contains;
+using sorvane::test::JsonValue;
+using sorvane::test::ScratchFolder;
+
+namespace {
+
+const JsonValue* listingOf(const JsonValue& report, const std::string& name)
+{
+    for (size_t i = 0; i < report["formats"].size(); ++i) {
+        if (report["formats"][i]["name"].text() == name) return &report["formats"][i];
+    }
+    return nullptr;
+}
+
+} // namespace
+
+TEST(SorvaneDiagFormatsTest, EveryDeviceListsItsSubtypesSizesAndRates)
+{
+    ScratchFolder folder(L"sorvane-diag-formats");
+    const HostProgram::Outcome outcome = HostProgram::run({L"formats", L"--json", folder.file(L"report.json")});
+    ASSERT_EQ(0u, outcome.exitCode) << outcome.out << outcome.err;
+    EXPECT_TRUE(contains(outcome.out, "] Lab Webcam YUY2 MJPG\n"
+                                      "      MJPG  640x480   30 fps (3-30)\n"
+                                      "      YUY2  320x240   30 fps (3-30)\n"
+                                      "      MJPG  320x240   30 fps (3-30)\n"))
+        << outcome.out;
+    EXPECT_TRUE(contains(outcome.out, "      UYVY  320x240   15 fps (1.5-15)\n")) << outcome.out;
+    EXPECT_TRUE(contains(outcome.out, "      RGB24 160x120   30 fps (3-30)\n")) << outcome.out;
+
+    const JsonValue report = JsonValue::parse(ScratchFolder::read(folder.file(L"report.json")));
+    EXPECT_EQ("PASS", report["result"].text());
+    EXPECT_EQ(report["devices"].size(), report["formats"].size());
+    const JsonValue* hd = listingOf(report, "Lab Webcam HD");
+    ASSERT_NE(nullptr, hd);
+    ASSERT_EQ(1u, (*hd)["formats"].size());
+    const JsonValue& format = (*hd)["formats"][0];
+    EXPECT_EQ("YUY2", format["subtype"].text());
+    EXPECT_EQ(1920.0, format["width"].number());
+    EXPECT_EQ(1080.0, format["height"].number());
+    EXPECT_NEAR(60.0, format["fps"].number(), 0.01);
+    EXPECT_NEAR(6.0, format["minFps"].number(), 0.01);
+}
+
+TEST(SorvaneDiagFormatsTest, OneDeviceByNameAndTheCommandInTheHelp)
+{
+    const HostProgram::Outcome outcome = HostProgram::run({L"formats", L"--device", L"Lab Webcam UYVY"});
+    ASSERT_EQ(0u, outcome.exitCode) << outcome.out << outcome.err;
+    EXPECT_TRUE(contains(outcome.out, "] Lab Webcam UYVY\n      UYVY  640x480   30 fps (3-30)\n")) << outcome.out;
+    EXPECT_FALSE(contains(outcome.out, "Lab Webcam YUY2")) << outcome.out;
+
+    const HostProgram::Outcome help = HostProgram::run({L"--help"});
+    EXPECT_TRUE(contains(help.out, "  formats   list each video device's formats")) << help.out;
+}

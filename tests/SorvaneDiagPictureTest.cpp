@@ -1,0 +1,146 @@
+// The host's verdict on the picture of a webcam capture, a preview and a recording, against
+// lab cameras that deliver each kind of bad picture: the line a person reads, the report's
+// "picture" member, and --strict turning a bad picture into FAIL.
+#include "HostProgram.h"
+#include "JsonValue.h"
+#include "ScratchFolder.h"
+
+#include <lab/ScopedLabDevices.h>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+using sorvane::test::HostProgram;
+using sorvane::test::contains;
+using sorvane::test::JsonValue;
+using sorvane::test::ScratchFolder;
+
+namespace {
+
+const DWORD kFail = 10;
+
+const wchar_t kFrozen[] = L"Lab Picture Frozen";
+const wchar_t kFlat[] = L"Lab Picture Flat";
+const wchar_t kNoise[] = L"Lab Picture Noise";
+// Its crossbar starts on the composite input, where nothing is plugged in: black.
+const wchar_t kNoInput[] = L"Lab Analog Capture Card";
+
+std::wstring camera(const std::wstring& name, unsigned product, const std::wstring& fault)
+{
+    wchar_t path[200] = {};
+    swprintf(path, 200,
+             L"\\\\?\\usb#vid_5ab0&pid_%04x&mi_00#9&77&0&0000#{65e8773d-8f56-11d0-a3b9-00a0c9223196}\\global",
+             product);
+    return L"[webcam]\nname = " + name + L"\npath = " + path + L"\nformat = YUY2 320x240 30\nprivacy = none\n" +
+           fault + L" = yes\n";
+}
+
+class SorvaneDiagPictureTest : public ::testing::Test {
+protected:
+    // The cameras are prefix-wide (registry monikers): this program runs alone.
+    static void SetUpTestSuite()
+    {
+        s_cameras.reset(new lab::ScopedLabDevices(camera(kFrozen, 1, L"fault.frozen") +
+                                                  camera(kFlat, 2, L"fault.flat") +
+                                                  camera(kNoise, 3, L"fault.garbage")));
+    }
+    static void TearDownTestSuite() { s_cameras.reset(); }
+
+    struct Run {
+        HostProgram::Outcome outcome;
+        JsonValue report;
+    };
+
+    static Run run(std::vector<std::wstring> arguments, const ScratchFolder& folder)
+    {
+        arguments.push_back(L"--json");
+        arguments.push_back(folder.file(L"report.json"));
+        Run result;
+        result.outcome = HostProgram::run(arguments);
+        result.report = JsonValue::parse(ScratchFolder::read(folder.file(L"report.json")));
+        return result;
+    }
+
+    static Run capture(const std::wstring& device, bool strict, const ScratchFolder& folder)
+    {
+        std::vector<std::wstring> arguments = {L"webcam", L"--device", device, L"--frames", L"4",
+                                               L"--out",  folder.file(L"frames")};
+        if (strict) arguments.push_back(L"--strict");
+        return run(arguments, folder);
+    }
+
+    static std::unique_ptr<lab::ScopedLabDevices> s_cameras;
+};
+
+std::unique_ptr<lab::ScopedLabDevices> SorvaneDiagPictureTest::s_cameras;
+
+} // namespace
+
+TEST_F(SorvaneDiagPictureTest, AGoodPictureIsSaidAndPassesEvenWhenStrict)
+{
+    ScratchFolder folder(L"sorvane-diag-picture");
+    const Run good = capture(L"Lab Webcam YUY2", true, folder);
+    ASSERT_EQ(0u, good.outcome.exitCode) << good.outcome.out << good.outcome.err;
+    EXPECT_TRUE(contains(good.outcome.out, "Picture: good: ")) << good.outcome.out;
+    const JsonValue& picture = good.report["picture"];
+    EXPECT_EQ("good", picture["verdict"].text());
+    EXPECT_EQ("capture", picture["source"].text());
+    EXPECT_EQ(4.0, picture["frames"].number());
+    EXPECT_EQ(0.0, picture["identicalPairs"].number());
+    EXPECT_GT(picture["change"].number(), 0.0);
+    EXPECT_GT(picture["structure"].number(), 0.5);
+    EXPECT_TRUE(picture["strict"].flag());
+
+    for (const wchar_t* command : {L"webcam", L"preview", L"record"}) {
+        const HostProgram::Outcome help = HostProgram::run({command, L"--help"});
+        EXPECT_TRUE(contains(help.out, "--strict            a bad picture (black, flat, noise, frozen) fails the test"))
+            << help.out;
+    }
+    // Commands that judge no picture refuse the option.
+    EXPECT_EQ(2u, HostProgram::run({L"tv", L"--strict"}).exitCode);
+}
+
+TEST_F(SorvaneDiagPictureTest, EachBadPictureIsNamedBesideAPassingResult)
+{
+    const struct {
+        const wchar_t* device;
+        const char* verdict;
+    } kCases[] = {{kFrozen, "frozen"}, {kFlat, "flat"}, {kNoise, "noise"}, {kNoInput, "black"}};
+    for (const auto& bad : kCases) {
+        ScratchFolder folder(L"sorvane-diag-picture");
+        const Run lenient = capture(bad.device, false, folder);
+        EXPECT_EQ(0u, lenient.outcome.exitCode) << bad.verdict << lenient.outcome.out << lenient.outcome.err;
+        EXPECT_TRUE(contains(lenient.outcome.out, std::string("Picture: ") + bad.verdict + ": ")) << lenient.outcome.out;
+        EXPECT_TRUE(contains(lenient.outcome.out, "Result: PASS")) << lenient.outcome.out;
+        EXPECT_EQ(bad.verdict, lenient.report["picture"]["verdict"].text());
+        EXPECT_EQ("PASS", lenient.report["result"].text());
+    }
+}
+
+TEST_F(SorvaneDiagPictureTest, StrictTurnsABadPictureIntoFail)
+{
+    ScratchFolder folder(L"sorvane-diag-picture");
+    const Run frozen = capture(kFrozen, true, folder);
+    EXPECT_EQ(kFail, frozen.outcome.exitCode) << frozen.outcome.out << frozen.outcome.err;
+    EXPECT_TRUE(contains(frozen.outcome.out, "--strict: a frozen picture fails the test.")) << frozen.outcome.out;
+    EXPECT_EQ("FAIL", frozen.report["result"].text());
+    EXPECT_EQ(3.0, frozen.report["picture"]["identicalPairs"].number());
+    EXPECT_EQ(0.0, frozen.report["picture"]["change"].number());
+}
+
+TEST_F(SorvaneDiagPictureTest, PreviewAndRecordingAreJudgedOnASampleOfFrames)
+{
+    ScratchFolder folder(L"sorvane-diag-picture");
+    const Run preview = run({L"preview", L"--device", kNoInput, L"--strict"}, folder);
+    EXPECT_EQ(kFail, preview.outcome.exitCode) << preview.outcome.out << preview.outcome.err;
+    EXPECT_TRUE(contains(preview.outcome.out, "Capturing 5 frames to judge the picture...\nPicture: black: "))
+        << preview.outcome.out;
+    EXPECT_EQ("sample", preview.report["picture"]["source"].text());
+    EXPECT_EQ(5.0, preview.report["picture"]["frames"].number());
+
+    const Run recording = run({L"record", L"--device", kFlat, L"--name", L"sorvane-diag-picture"}, folder);
+    EXPECT_EQ(0u, recording.outcome.exitCode) << recording.outcome.out << recording.outcome.err;
+    EXPECT_TRUE(contains(recording.outcome.out, "Picture: flat: ")) << recording.outcome.out;
+    EXPECT_EQ("flat", recording.report["picture"]["verdict"].text());
+}
