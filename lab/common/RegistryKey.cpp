@@ -59,6 +59,16 @@ LSTATUS RegistryKey::setBinary(const wchar_t *name, const void *data, DWORD size
     return RegSetValueExW(m_key, name, 0, REG_BINARY, static_cast<const BYTE *>(data), size);
 }
 
+LSTATUS RegistryKey::setMultiString(const wchar_t *name, const std::vector<std::wstring> &values) const
+{
+    std::wstring data;
+    for (const std::wstring &value : values)
+        data.append(value).push_back(L'\0');
+    data.push_back(L'\0');
+    const DWORD bytes = static_cast<DWORD>(data.size() * sizeof(wchar_t));
+    return RegSetValueExW(m_key, name, 0, REG_MULTI_SZ, reinterpret_cast<const BYTE *>(data.data()), bytes);
+}
+
 bool RegistryKey::readString(const wchar_t *name, std::wstring &value) const
 {
     DWORD type = 0;

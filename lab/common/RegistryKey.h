@@ -3,6 +3,7 @@
 
 #include <windows.h>
 #include <string>
+#include <vector>
 
 namespace lab {
 
@@ -24,6 +25,8 @@ public:
     LSTATUS setString(const wchar_t *name, const std::wstring &value) const;
     LSTATUS setDword(const wchar_t *name, DWORD value) const;
     LSTATUS setBinary(const wchar_t *name, const void *data, DWORD size) const;
+    // A REG_MULTI_SZ: the strings in order, each ended by a null, the list by another.
+    LSTATUS setMultiString(const wchar_t *name, const std::vector<std::wstring> &values) const;
     bool readString(const wchar_t *name, std::wstring &value) const;
 
     HKEY handle() const { return m_key; }

@@ -1,5 +1,6 @@
 // Writes the lab into the registry of the running (Wine) system: the COM classes of
-// sorvanelab.dll with the decoders' filter data, and one moniker per described device.
+// sorvanelab.dll with the decoders' filter data, one moniker per described device, and the
+// SetupAPI record and driver package of each described piece of hardware.
 #pragma once
 
 #include <windows.h>
@@ -30,6 +31,8 @@ private:
 
     HRESULT removeEarlierDevices();
     HRESULT writeDevice(const DeviceDescription &device, std::wstring &error);
+    // The Plug and Play records and driver packages of the described hardware.
+    HRESULT writeSetupApiRecords(const LabDescription &description, std::wstring &error);
 
     HMODULE m_dll;
     std::vector<WrittenDevice> m_written;
