@@ -100,6 +100,32 @@ TEST_F(CaptureDeviceTest, EveryLabCaptureDeviceIsOneDeviceNamedByItsMoniker)
     EXPECT_TRUE(log().contains(text(L"Enumerated Devices:\n")));
 }
 
+// Identity and driver facts come from SetupAPI's IMAGE/USB pass, the name from the moniker even
+// where the record's own name differs.
+TEST_F(CaptureDeviceTest, AWebcamTakesItsDriverFactsFromSetupApi)
+{
+    kel::Array<CaptureDevice> devices;
+    CaptureDevice::enumerateDevices(devices);
+    const CaptureDevice* webcam = findByName(devices, L"Lab Webcam YUY2");
+    ASSERT_NE(webcam, nullptr);
+    ASSERT_EQ(webcam->setupApiDevices().size(), 1);
+    const SetupApiDevice& record = webcam->setupApiDevices()[0];
+    EXPECT_EQ(record.name(), text(L"Microsoft LifeCam Studio"));
+    EXPECT_EQ(record.deviceType(), SetupApiDevType::IMAGE());
+    EXPECT_EQ(record.enumeratorType(), SetupApiEnumType::USB());
+    EXPECT_EQ(record.guid(), record.deviceInstanceId());
+    EXPECT_EQ(webcam->deviceInstanceId(), text(L"USB\\VID_045E&PID_0772&MI_00\\7&2B3C&0&0000"));
+    EXPECT_EQ(webcam->manufacturer(), text(L"Microsoft"));
+    EXPECT_EQ(webcam->locationInfo(), text(L"Port_#0003.Hub_#0003"));
+    EXPECT_EQ(webcam->driverProvider(), text(L"Microsoft"));
+    EXPECT_EQ(webcam->driverVersion(), text(L"10.0.19041.1202"));
+    EXPECT_FALSE(webcam->driverDate().isEmpty());
+    EXPECT_TRUE(webcam->driverName().toLower().endsWith(text(L"\\usbvideo.sys"))) << webcam->driverName().toUtf8();
+    EXPECT_TRUE(webcam->driverInfFile().toLower().endsWith(text(L".inf"))) << webcam->driverInfFile().toUtf8();
+    EXPECT_EQ(webcam->deviceType(), text(L"IMAGE"));
+    EXPECT_EQ(webcam->name(), text(L"Lab Webcam YUY2"));
+}
+
 TEST_F(CaptureDeviceTest, AnUnsetEnumeratorIsRefusedBeforeSetupApiIsAsked)
 {
     kel::Array<SetupApiDevice> out;
