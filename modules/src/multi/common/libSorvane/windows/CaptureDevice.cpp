@@ -1,6 +1,8 @@
 #include "CaptureDevice.h"
 #include "CaptureLog.h"
 
+#include <kel/HashTable.h>
+
 SORVANE_LOG_CATEGORY(SORVANE_CAPTURE_CATEGORY)
 
 namespace sorvane {
@@ -25,6 +27,23 @@ kel::Array<SetupApiEnumType> searchedEnumerators()
     enumerators.add(SetupApiEnumType::PCI());
     enumerators.add(SetupApiEnumType::USB());
     return enumerators;
+}
+
+typedef kel::HashTable<kel::String, kel::Array<unsigned> > InstanceIdIndex;
+
+// The table's positions by deviceInstanceId(), in insertion order. A SetupAPI record is only
+// added to devices whose instance ID equals its own, which leaves their ID as it was, so the
+// index made before the SetupAPI pass holds through it.
+InstanceIdIndex indexByInstanceId(const CaptureDevice::DeviceTable& devicesByGuid)
+{
+    InstanceIdIndex index(devicesByGuid.size() * 2 + 1);
+    const kel::Array<CaptureDevice>& devices = devicesByGuid.values();
+    for (int i = 0; i < devices.size(); ++i) {
+        const kel::String id = devices[i].deviceInstanceId();
+        if (!index.contains(id)) index.insert(id, kel::Array<unsigned>());
+        index.lookup(id)->add(static_cast<unsigned>(i));
+    }
+    return index;
 }
 
 kel::String labelled(const wchar_t* label, const kel::String& value)
@@ -93,14 +112,21 @@ void CaptureDevice::addMonikers(DeviceTable& devicesByGuid, const kel::Array<DSM
     }
 }
 
-// SetupAPI records only complete devices a moniker made; one record may fit several.
+// SetupAPI records only complete devices a moniker made; one record may fit several. The walk
+// of lookupCaptureDeviceIndexes logs every device it compares; when those lines are not
+// written, an index finds the same devices without walking the table once per record.
 void CaptureDevice::addSetupApiDevices(DeviceTable& devicesByGuid, const kel::Array<SetupApiDevice>& setupDevices)
 {
+    const bool walkLogged = kel::LogFactory::admits(sorvaneLogger(), kel::LOG_DETAIL);
+    const InstanceIdIndex index = walkLogged ? InstanceIdIndex() : indexByInstanceId(devicesByGuid);
     for (const SetupApiDevice& setupDevice : setupDevices) {
         SORVANE_LOG_DETAIL("Reviewing Setup API device: " << setupDevice.toFormattedString(kel::String(L"  ")));
-        const kel::Array<unsigned> indexes = lookupCaptureDeviceIndexes(devicesByGuid, setupDevice.deviceInstanceId());
-        for (unsigned index : indexes) {
-            devicesByGuid.valueAt(static_cast<int>(index)).addSetupApiDevice(setupDevice);
+        const kel::Array<unsigned>* indexed = walkLogged ? nullptr : index.lookup(setupDevice.deviceInstanceId());
+        const kel::Array<unsigned> indexes =
+            walkLogged ? lookupCaptureDeviceIndexes(devicesByGuid, setupDevice.deviceInstanceId())
+                       : (indexed ? *indexed : kel::Array<unsigned>());
+        for (unsigned position : indexes) {
+            devicesByGuid.valueAt(static_cast<int>(position)).addSetupApiDevice(setupDevice);
             SORVANE_LOG_DETAIL("Adding setupApiDevice to device:\n" << setupDevice.toFormattedString(kel::String(L"  ")));
         }
         if (indexes.isEmpty()) SORVANE_LOG_DETAIL("Setup API device ignored: " << setupDevice.toString());
