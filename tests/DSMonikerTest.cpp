@@ -11,6 +11,7 @@
 #include <atlbase.h>
 #include <dshow.h>
 #include <tuner.h>
+#include <algorithm>
 #include <string>
 
 namespace {
@@ -125,6 +126,46 @@ TEST_F(DSMonikerTest, LabVideoInputsCarryTheirPathIdentityAndProbedCapabilities)
     // Each record is logged under its position.
     EXPECT_TRUE(log().contains(text(L"160 DirectShow Analog Moniker 1:")));
     EXPECT_TRUE(log().contains(text(L"147 Finished enum loop")));
+}
+
+TEST_F(DSMonikerTest, BdaTunersAreProbedThroughTheAtscTuningSpace)
+{
+    const std::wstring spaces = L"System Tuning Spaces";
+    lab::clearJournal(spaces);
+    kel::Array<DSMoniker> monikers;
+    DSMoniker::enumerateMonikers(monikers, CaptureStreamType::DIGITAL());
+    ASSERT_GE(monikers.size(), 2);
+    for (int i = 0; i < monikers.size(); ++i) {
+        EXPECT_EQ(monikers[i].enumIndex(), i + 1);
+        EXPECT_EQ(monikers[i].captureStreamType(), CaptureStreamType::DIGITAL());
+    }
+    const DSMoniker* tuner = findByName(monikers, L"Lab ATSC QAM Tuner");
+    ASSERT_NE(tuner, nullptr);
+    EXPECT_EQ(tuner->deviceInstanceId(), text(L"PCI\\VEN_14F1&DEV_8852&SUBSYS_D0120070&REV_04\\4&3A1B2C3D&0&00E1"));
+    EXPECT_EQ(tuner->busType(), CaptureBusType::PCI());
+    EXPECT_EQ(capabilityTexts(*tuner), (std::vector<std::string>{"Digital TVTuning (None)"}));
+    EXPECT_TRUE(log().contains(text(L" append capability Digital TVTuning (None)")));
+    const std::vector<std::wstring> asked = lab::journal(spaces);
+    EXPECT_NE(std::find(asked.begin(), asked.end(), L"Item ATSC found"), asked.end());
+
+    const DSMoniker* openCable = findByName(monikers, L"Lab OpenCable Tuner");
+    ASSERT_NE(openCable, nullptr);
+    EXPECT_EQ(capabilityTexts(*openCable), (std::vector<std::string>{"Digital TVTuning (None)"}));
+}
+
+TEST_F(DSMonikerTest, WithoutAnAtscTuningSpaceNoTunerIsDigitalButOpenCableStill)
+{
+    lab::DeviceOverride spaces(L"System Tuning Spaces", L"spaces", L"DVB-T");
+    kel::Array<DSMoniker> monikers;
+    DSMoniker::enumerateMonikers(monikers, CaptureStreamType::DIGITAL());
+    const DSMoniker* tuner = findByName(monikers, L"Lab ATSC QAM Tuner");
+    ASSERT_NE(tuner, nullptr);
+    EXPECT_EQ(tuner->capabilities().size(), 0);
+    EXPECT_TRUE(log().contains(text(L"ITuningSpaceContainer::get_Item failed: ")));
+    EXPECT_FALSE(log().contains(text(L" append capability ")));
+    const DSMoniker* openCable = findByName(monikers, L"Lab OpenCable Tuner");
+    ASSERT_NE(openCable, nullptr);
+    EXPECT_EQ(capabilityTexts(*openCable), (std::vector<std::string>{"Digital TVTuning (None)"}));
 }
 
 TEST_F(DSMonikerTest, RecordsPrintEveryFieldWithTheBusTypeTwiceInTheFormattedText)

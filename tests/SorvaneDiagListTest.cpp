@@ -109,6 +109,15 @@ TEST(SorvaneDiagListTest, TheReportHoldsEachDeviceRecordWithItsIdentity)
     EXPECT_EQ("TVTuning", tuning["feature"].text());
     EXPECT_EQ((std::vector<std::string>{"NTSC (M) 7.5 IRE black", "PAL (B)", "SECAM (L)"}), texts(tuning["standards"]));
 
+    // A BDA tuner the probe connected to the ATSC network provider.
+    const JsonValue& digital = deviceNamed(devices, "Lab ATSC QAM Tuner");
+    ASSERT_FALSE(digital.isNull());
+    EXPECT_EQ((std::vector<std::string>{"DigitalTVTuner"}), texts(digital["capabilities"]));
+    EXPECT_EQ("digital tuner", digital["identity"]["kind"].text());
+    EXPECT_EQ("Lab ATSC QAM Tuner", digital["identity"]["digitalFilter"].text());
+    EXPECT_EQ("Lab ATSC QAM Tuner", digital["properties"]["DigitalFriendlyName"].text());
+    EXPECT_EQ("", digital["identity"]["analogFilter"].text());
+
     // A capture card without a tuner is a video device, but not a webcam.
     const JsonValue& card = deviceNamed(devices, "Lab Analog Capture Card");
     ASSERT_FALSE(card.isNull());
@@ -128,6 +137,7 @@ TEST(SorvaneDiagListTest, APersonScansATableOfIndexNameKindBusIdsAndDriver)
     EXPECT_TRUE(contains(squeezed(rowOf(text, "Lab Webcam RGB24")), " Lab Webcam RGB24 webcam USB 046D:0825 13.80.853.0"))
         << text;
     EXPECT_TRUE(contains(squeezed(rowOf(text, "Lab Analog Capture Card")), " video capture PCI 109E:036E 5.3.4.0")) << text;
+    EXPECT_TRUE(contains(squeezed(rowOf(text, "Lab ATSC QAM Tuner")), " digital tuner PCI 14F1:8852 ")) << text;
     // The columns line up: every row's name starts where the header's does.
     const size_t header = text.find("  Name") + 2;
     const size_t headerColumn = header - (text.rfind('\n', header) + 1);
