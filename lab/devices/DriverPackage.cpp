@@ -1,6 +1,7 @@
 #include "devices/DriverPackage.h"
 
 #include <windows.h>
+#include <fstream>
 
 #include "common/GuidText.h"
 
@@ -51,9 +52,11 @@ std::wstring DriverPackage::modelsSections() const
 
 std::wstring DriverPackage::installSections() const
 {
+    const std::wstring install = L"[" + std::wstring(installSection()) + installSectionExtension() + L"]\r\n";
+    if (!m_records.front()->copiesFile())
+        return install + L"; the device needs no file of its own\r\n\r\n";
     const std::wstring file = m_records.front()->driverFile;
-    return L"[DestinationDirs]\r\nDefaultDestDir = 12\r\n\r\n"
-           L"[" + std::wstring(installSection()) + installSectionExtension() + L"]\r\n"
+    return L"[DestinationDirs]\r\nDefaultDestDir = 12\r\n\r\n" + install +
            L"CopyFiles = LabDriver_CopyFiles\r\n\r\n"
            L"[LabDriver_CopyFiles]\r\n" + file + L"\r\n\r\n"
            L"[SourceDisksNames]\r\n1 = %Disk%\r\n\r\n"
@@ -81,14 +84,9 @@ std::wstring DriverPackage::infText() const
 bool DriverPackage::writeTo(const std::wstring &file) const
 {
     const std::wstring text = L"\xFEFF" + infText();
-    HANDLE handle = CreateFileW(file.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (handle == INVALID_HANDLE_VALUE)
-        return false;
-    DWORD done = 0;
-    const DWORD bytes = static_cast<DWORD>(text.size() * sizeof(wchar_t));
-    const bool written = WriteFile(handle, text.data(), bytes, &done, nullptr) && done == bytes;
-    CloseHandle(handle);
-    return written;
+    std::ofstream out(file.c_str(), std::ios::binary | std::ios::trunc);
+    out.write(reinterpret_cast<const char *>(text.data()), static_cast<std::streamsize>(text.size() * sizeof(wchar_t)));
+    return static_cast<bool>(out.flush());
 }
 
 } // namespace lab

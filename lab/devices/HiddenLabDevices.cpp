@@ -90,6 +90,20 @@ HiddenLabDevices::~HiddenLabDevices()
         restore();
 }
 
+void HiddenLabDevices::discard()
+{
+    WIN32_FIND_DATAW found = {};
+    HANDLE search = FindFirstFileW((hiddenFolder() + L"\\file*").c_str(), &found);
+    if (search != INVALID_HANDLE_VALUE) {
+        do {
+            DeleteFileW((hiddenFolder() + L"\\" + found.cFileName).c_str());
+        } while (FindNextFileW(search, &found));
+        FindClose(search);
+    }
+    RemoveDirectoryW(hiddenFolder().c_str());
+    RegistryKey::removeTree(HKEY_LOCAL_MACHINE, kHiddenKey);
+}
+
 void HiddenLabDevices::restore()
 {
     RegistryKey hidden;

@@ -16,6 +16,8 @@ public:
 
     // Brings back whatever an earlier hiding left aside.
     static void restore();
+    // Drops what an earlier hiding left aside (the setup writes the devices afresh).
+    static void discard();
 
 private:
     bool m_hidden = false;

@@ -60,6 +60,11 @@ LSTATUS writeValues(const RegistryKey &key, const DeviceDescription &device, con
 
 MonikerWriter::MonikerWriter(HMODULE labDll) : m_dll(labDll) {}
 
+bool MonikerWriter::hasMoniker(const DeviceDescription &device)
+{
+    return _wcsicmp(device.value(L"moniker").c_str(), L"no") != 0;
+}
+
 HRESULT MonikerWriter::resolveClass(const DeviceDescription &device, CLSID &clsid, GUID &category,
                                     std::wstring &error) const
 {

@@ -22,6 +22,10 @@ public:
         GUID category = GUID_NULL;
     };
 
+    // False for hardware described with "moniker = no": it has a SetupAPI record only (a
+    // device whose driver publishes no capture filter).
+    static bool hasMoniker(const DeviceDescription &device);
+
     // keepExisting: refuse to write over a moniker that is already there (a test's device
     // must not replace, and later remove, a device of the lab).
     HRESULT write(const DeviceDescription &device, bool keepExisting, Written &written, std::wstring &error) const;

@@ -70,6 +70,8 @@ ScopedLabDevices::ScopedLabDevices(const std::wstring &description, LabDevices l
     const LabDll dll;
     const MonikerWriter monikers(dll.module());
     for (const DeviceDescription &device : parsed.devices()) {
+        if (!MonikerWriter::hasMoniker(device))
+            continue;
         MonikerWriter::Written moniker;
         if (FAILED(monikers.write(device, true, moniker, error)))
             fail(error);

@@ -155,7 +155,7 @@ void fillFacts(const DeviceDescription &device, SetupApiRecord &record)
     fill(record.driverDate, device, L"driver.date", L"01/01/2020");
     fill(record.driverVersion, device, L"driver.version", L"1.0.0.0");
     fill(record.driverFile, device, L"driver.file", L"sorvanelab.sys");
-    const std::wstring file = record.driverFile;
+    const std::wstring file = record.copiesFile() ? record.driverFile : L"sorvanelab.sys";
     fill(record.service, device, L"service", file.substr(0, file.find_last_of(L'.')));
     record.sections += (record.sections.empty() ? L"" : L", ") + name;
 }
@@ -179,6 +179,8 @@ std::wstring SetupApiRecord::packageKey() const
     return className + L"|" + manufacturer + L"|" + driverProvider + L"|" + driverDate + L"|" + driverVersion + L"|" +
            driverFile;
 }
+
+bool SetupApiRecord::copiesFile() const { return _wcsicmp(driverFile.c_str(), L"none") != 0; }
 
 bool SetupApiRecord::fromDescription(const std::vector<DeviceDescription> &devices, std::vector<SetupApiRecord> &records,
                                      std::wstring &error)

@@ -29,7 +29,7 @@ struct SetupApiRecord {
     std::vector<std::wstring> hardwareIds;
     std::vector<std::wstring> compatibleIds;
     // The driver package: "Provider" and "DriverVer" (MM/DD/YYYY and a.b.c.d) of its INF and
-    // the one file its install section copies.
+    // the one file its install section copies ("none" when it copies nothing).
     std::wstring driverProvider;
     std::wstring driverDate;
     std::wstring driverVersion;
@@ -45,6 +45,8 @@ struct SetupApiRecord {
 
     // The driver package's identity: records sharing it share one INF.
     std::wstring packageKey() const;
+    // "driver.file = none": a package whose install section copies nothing.
+    bool copiesFile() const;
 };
 
 } // namespace lab

@@ -167,6 +167,30 @@ std::wstring SetupApiWriter::infFolder()
     return std::wstring(windows) + L"\\inf";
 }
 
+HRESULT SetupApiWriter::writeRecord(const SetupApiRecord &record, const std::wstring &driver, const std::wstring &infName,
+                                    bool keepExisting, WrittenItems &written, std::wstring &error)
+{
+    RegistryKey device;
+    if (keepExisting && RegistryKey::open(HKEY_LOCAL_MACHINE, enumKey(record.instanceId), KEY_READ, device) == ERROR_SUCCESS) {
+        error = record.sections + L": the device " + record.instanceId + L" exists already";
+        return HRESULT_FROM_WIN32(ERROR_ALREADY_EXISTS);
+    }
+    LSTATUS status = writeDriverKey(record, kClassRoot + driver, infName);
+    if (status == ERROR_SUCCESS)
+        written.keys.push_back(kClassRoot + driver);
+    if (status == ERROR_SUCCESS)
+        status = RegistryKey::create(HKEY_LOCAL_MACHINE, enumKey(record.instanceId), device);
+    if (status == ERROR_SUCCESS)
+        written.keys.push_back(enumKey(record.instanceId));
+    if (status == ERROR_SUCCESS)
+        status = writeDeviceKey(record, device, driver);
+    if (status != ERROR_SUCCESS) {
+        error = record.sections + L": cannot write the SetupAPI record of " + record.instanceId;
+        return HRESULT_FROM_WIN32(status);
+    }
+    return S_OK;
+}
+
 HRESULT SetupApiWriter::write(const std::vector<SetupApiRecord> &records, bool keepExisting, WrittenItems &written,
                               std::wstring &error)
 {
@@ -177,35 +201,23 @@ HRESULT SetupApiWriter::write(const std::vector<SetupApiRecord> &records, bool k
         const std::wstring infName = L"oem" + std::to_wstring(infNumber++) + L".inf";
         if (!package.writeTo(folder + L"\\" + infName)) {
             error = L"cannot write the driver package " + folder + L"\\" + infName;
-            return HRESULT_FROM_WIN32(GetLastError());
+            return E_FAIL;
         }
         written.files.push_back(folder + L"\\" + infName);
         for (const SetupApiRecord *record : package.records()) {
+            // Driver keys are numbered per class, after those already there.
             const std::wstring classKey = kClassRoot + lowerGuid(record->classGuid);
             const auto number = driverNumbers.emplace(classKey, 0);
+            if (number.second && writeClassKey(*record) != ERROR_SUCCESS) {
+                error = L"cannot write the class key " + classKey;
+                return E_FAIL;
+            }
             if (number.second)
                 number.first->second = nextDriverNumber(classKey);
             const std::wstring driver = lowerGuid(record->classGuid) + L"\\" + fourDigits(number.first->second++);
-            RegistryKey device;
-            if (keepExisting && RegistryKey::open(HKEY_LOCAL_MACHINE, enumKey(record->instanceId), KEY_READ, device) == ERROR_SUCCESS) {
-                error = record->sections + L": the device " + record->instanceId + L" exists already";
-                return HRESULT_FROM_WIN32(ERROR_ALREADY_EXISTS);
-            }
-            LSTATUS status = writeClassKey(*record);
-            if (status == ERROR_SUCCESS)
-                status = writeDriverKey(*record, kClassRoot + driver, infName);
-            if (status == ERROR_SUCCESS)
-                written.keys.push_back(kClassRoot + driver);
-            if (status == ERROR_SUCCESS)
-                status = RegistryKey::create(HKEY_LOCAL_MACHINE, enumKey(record->instanceId), device);
-            if (status == ERROR_SUCCESS)
-                written.keys.push_back(enumKey(record->instanceId));
-            if (status == ERROR_SUCCESS)
-                status = writeDeviceKey(*record, device, driver);
-            if (status != ERROR_SUCCESS) {
-                error = record->sections + L": cannot write the SetupAPI record of " + record->instanceId;
-                return HRESULT_FROM_WIN32(status);
-            }
+            const HRESULT hr = writeRecord(*record, driver, infName, keepExisting, written, error);
+            if (FAILED(hr))
+                return hr;
         }
     }
     return S_OK;

@@ -22,6 +22,11 @@ public:
     static std::wstring enumKey(const std::wstring &instanceId);
     // The folder the system searches for driver packages.
     static std::wstring infFolder();
+
+private:
+    // The device key and its driver key ("Driver" = {class}\NNNN).
+    static HRESULT writeRecord(const SetupApiRecord &record, const std::wstring &driver, const std::wstring &infName,
+                               bool keepExisting, WrittenItems &written, std::wstring &error);
 };
 
 } // namespace lab

@@ -43,6 +43,24 @@ bool recordNames(const wchar_t *path, const std::vector<std::wstring> &names, co
     return true;
 }
 
+// An instance key's parent (Enum\USB\VID_046D&PID_0825&MI_00) holds only instance keys: it
+// goes with its last instance, as on a system that forgot the hardware.
+void removeEmptyDeviceKey(const std::wstring &instanceKey)
+{
+    const std::wstring enumRoot = L"System\\CurrentControlSet\\Enum\\";
+    if (_wcsnicmp(instanceKey.c_str(), enumRoot.c_str(), enumRoot.size()) != 0)
+        return;
+    const std::wstring deviceKey = instanceKey.substr(0, instanceKey.find_last_of(L'\\'));
+    RegistryKey device;
+    DWORD subkeys = 0;
+    if (RegistryKey::open(HKEY_LOCAL_MACHINE, deviceKey, KEY_READ, device) != ERROR_SUCCESS ||
+        RegQueryInfoKeyW(device.handle(), nullptr, nullptr, nullptr, &subkeys, nullptr, nullptr, nullptr, nullptr,
+                         nullptr, nullptr, nullptr) != ERROR_SUCCESS || subkeys != 0)
+        return;
+    device = RegistryKey();
+    RegDeleteKeyW(HKEY_LOCAL_MACHINE, deviceKey.c_str());
+}
+
 } // namespace
 
 void WrittenItems::append(const WrittenItems &other)
@@ -53,8 +71,10 @@ void WrittenItems::append(const WrittenItems &other)
 
 void WrittenItems::removeAll() const
 {
-    for (const std::wstring &key : keys)
+    for (const std::wstring &key : keys) {
         RegistryKey::removeTree(HKEY_LOCAL_MACHINE, key);
+        removeEmptyDeviceKey(key);
+    }
     for (const std::wstring &file : files)
         DeleteFileW(file.c_str());
 }

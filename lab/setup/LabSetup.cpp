@@ -7,9 +7,8 @@
 
 #include <atlbase.h>
 
-#include "common/DeviceConfig.h"
 #include "common/GuidText.h"
-#include "common/RegistryKey.h"
+#include "devices/HiddenLabDevices.h"
 #include "devices/MonikerWriter.h"
 #include "devices/SetupApiRecord.h"
 #include "devices/SetupApiWriter.h"
@@ -62,6 +61,7 @@ HRESULT LabSetup::registerClasses()
 
 HRESULT LabSetup::removeEarlierDevices()
 {
+    HiddenLabDevices::discard();
     WrittenItems::readRecorded().removeAll();
     WrittenItems::forgetRecorded();
     return S_OK;
@@ -75,6 +75,8 @@ HRESULT LabSetup::writeDevices(const LabDescription &description, std::wstring &
         return hr;
     }
     for (const DeviceDescription &device : description.devices()) {
+        if (!MonikerWriter::hasMoniker(device))
+            continue;
         hr = writeDevice(device, error);
         if (FAILED(hr))
             return hr;
