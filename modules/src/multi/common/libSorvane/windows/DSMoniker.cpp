@@ -5,6 +5,7 @@
 #include "CoTaskMemPtr.h"
 #include "DeviceIdParser.h"
 #include "ErrorHandler.h"
+#include "ScopedRegistryKey.h"
 #include "ScopedVariant.h"
 
 #include <kel/AssertionFailure.h>
@@ -61,38 +62,6 @@ void addStandards(CaptureCapability& capability, long formats)
         if (formats & entry.bit) capability.addStandard(entry.standard());
     }
 }
-
-kel::String registryDefaultValue(HKEY key, LONG& status)
-{
-    DWORD type = 0;
-    DWORD bytes = 0;
-    status = RegQueryValueExW(key, nullptr, nullptr, &type, nullptr, &bytes);
-    if (status != ERROR_SUCCESS) return kel::String();
-    std::wstring text(bytes / sizeof(wchar_t) + 1, L'\0');
-    status = RegQueryValueExW(key, nullptr, nullptr, &type, reinterpret_cast<BYTE*>(&text[0]), &bytes);
-    if (status != ERROR_SUCCESS) return kel::String();
-    return kel::String(text.c_str());
-}
-
-// Owns an open registry key.
-class RegistryKey {
-public:
-    RegistryKey() : m_key(nullptr) {}
-    ~RegistryKey()
-    {
-        if (m_key) RegCloseKey(m_key);
-    }
-    RegistryKey(const RegistryKey&) = delete;
-    RegistryKey& operator=(const RegistryKey&) = delete;
-    LONG open(HKEY parent, const kel::String& path)
-    {
-        return RegOpenKeyExW(parent, path.c_str(), 0, KEY_READ, &m_key);
-    }
-    HKEY get() const { return m_key; }
-
-private:
-    HKEY m_key;
-};
 
 // The first pin of `filter` in `direction` that is not connected yet.
 CComPtr<IPin> freePin(IBaseFilter* filter, PIN_DIRECTION direction)
@@ -299,13 +268,13 @@ void DSMoniker::getFilterDriverName()
         SORVANE_LOG_DETAIL("Get FilterDriverName failed due to empty CLSID");
         return;
     }
-    RegistryKey key;
+    ScopedRegistryKey key;
     LONG status = key.open(HKEY_LOCAL_MACHINE, kel::String(kFilterDriverKeyPrefix) + m_clsid + kFilterDriverKeySuffix);
     if (status != ERROR_SUCCESS) {
         SORVANE_LOG_DETAIL("RegOpenKey DevicePath: " << status);
         return;
     }
-    const kel::String driver = registryDefaultValue(key.get(), status);
+    const kel::String driver = key.defaultValue(status);
     if (status != ERROR_SUCCESS) {
         SORVANE_LOG_DETAIL("RegQueryValueEx DevicePath failed: " << status);
         return;

@@ -2,6 +2,8 @@
 #include "CaptureLog.h"
 #include "DeviceIdParser.h"
 #include "LocalMemory.h"
+#include "ScopedDeviceInfoList.h"
+#include "ScopedFileQueue.h"
 
 #include <kel/String.h>
 
@@ -39,39 +41,6 @@ UINT CALLBACK scanQueuedFile(PVOID context, UINT notification, UINT_PTR targetPa
     }
     return NO_ERROR;
 }
-
-// Owns a device information list.
-class DeviceInfoList {
-public:
-    explicit DeviceInfoList(HDEVINFO list) : m_list(list) {}
-    ~DeviceInfoList()
-    {
-        if (m_list != INVALID_HANDLE_VALUE) SetupDiDestroyDeviceInfoList(m_list);
-    }
-    DeviceInfoList(const DeviceInfoList&) = delete;
-    DeviceInfoList& operator=(const DeviceInfoList&) = delete;
-    HDEVINFO get() const { return m_list; }
-
-private:
-    HDEVINFO m_list;
-};
-
-// Owns a file queue.
-class FileQueue {
-public:
-    FileQueue() : m_queue(SetupOpenFileQueue()) {}
-    ~FileQueue()
-    {
-        if (m_queue != INVALID_HANDLE_VALUE) SetupCloseFileQueue(m_queue);
-    }
-    FileQueue(const FileQueue&) = delete;
-    FileQueue& operator=(const FileQueue&) = delete;
-    HSPFILEQ get() const { return m_queue; }
-    bool isOpen() const { return m_queue != INVALID_HANDLE_VALUE; }
-
-private:
-    HSPFILEQ m_queue;
-};
 
 SP_DEVINSTALL_PARAMS_W emptyInstallParams()
 {
@@ -198,8 +167,8 @@ bool SetupApiDevice::enumerateDevicesWithTypes(kel::Array<SetupApiDevice>& out, 
         enumerator = enumType.name().c_str();
     }
 
-    DeviceInfoList devices(SetupDiGetClassDevsW(devType.classGuid(), enumerator, nullptr, flags));
-    if (devices.get() == INVALID_HANDLE_VALUE) {
+    ScopedDeviceInfoList devices(SetupDiGetClassDevsW(devType.classGuid(), enumerator, nullptr, flags));
+    if (!devices.isValid()) {
         SETUPAPI_LOG(135, "SetupDiGetClassDevs failed: " << GetLastError());
         return false;
     }
@@ -368,7 +337,7 @@ void SetupApiDevice::readDriverFile(HDEVINFO deviceInfoSet, SP_DEVINFO_DATA& dev
 {
     // A refused selection (no driver was found) shows as an installer failure below.
     SetupDiSetSelectedDriverW(deviceInfoSet, &deviceInfoData, &driverInfo);
-    FileQueue queue;
+    ScopedFileQueue queue;
     if (!queue.isOpen()) {
         SETUPAPI_LOG(593, "SetupOpenFileQueue failed: " << GetLastError());
         return;
