@@ -31,7 +31,11 @@ ruvo::TestResult FormatsCommand::run(CommandContext& context)
     if (context.options().device.empty()) {
         const std::vector<ruvo::DiagDevice>& devices = context.devices();
         context.report().setDevices(devices);
-        for (size_t i = 0; i < devices.size(); ++i) listings.push_back(list(devices[i], static_cast<int>(i)));
+        // Digital tuners have no video capture pin: their stream is a transport stream.
+        for (size_t i = 0; i < devices.size(); ++i) {
+            if (devices[i].intersectCapability(ruvo::DeviceCapability::VideoCapture()))
+                listings.push_back(list(devices[i], static_cast<int>(i)));
+        }
     } else {
         ruvo::DiagDevice device;
         if (!context.chooseDevice(ruvo::DeviceCapability::VideoCapture(), L"video capture device", device))

@@ -93,6 +93,8 @@ void RunReport::setDevices(const std::vector<ruvo::DiagDevice>& devices)
     }
 }
 
+void RunReport::setIdentities(const std::vector<DeviceIdentity>& identities) { m_identities = identities; }
+
 void RunReport::addEvent(const ruvo::PostedEvent& event) { m_events.push_back(event); }
 
 void RunReport::addProgressText(const std::wstring& text)
@@ -146,7 +148,7 @@ void RunReport::setResult(const ruvo::TestResult& result)
 
 void RunReport::setExitCode(int exitCode) { m_exitCode = exitCode; }
 
-void RunReport::writeDevice(JsonWriter& json, const Device& device)
+void RunReport::writeDevice(JsonWriter& json, const Device& device, const DeviceIdentity* identity)
 {
     json.beginObject();
     json.field(L"index", device.index);
@@ -162,6 +164,10 @@ void RunReport::writeDevice(JsonWriter& json, const Device& device)
         writeValue(json, properties.valueAt(i));
     }
     json.endObject();
+    if (identity) {
+        json.key(L"identity");
+        identity->write(json);
+    }
     json.endObject();
 }
 
@@ -247,7 +253,8 @@ std::string RunReport::toJson() const
     }
     if (m_listed) {
         json.key(L"devices").beginArray();
-        for (const Device& device : m_devices) writeDevice(json, device);
+        for (size_t i = 0; i < m_devices.size(); ++i)
+            writeDevice(json, m_devices[i], i < m_identities.size() ? &m_identities[i] : nullptr);
         json.endArray();
     }
     for (const auto& section : m_sections) {
