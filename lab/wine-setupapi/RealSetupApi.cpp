@@ -17,6 +17,7 @@ RealSetupApi load()
     resolve(dll, "SetupDiGetDeviceRegistryPropertyW", api.getDeviceRegistryProperty);
     resolve(dll, "SetupDiCallClassInstaller", api.callClassInstaller);
     resolve(dll, "SetupDiEnumDriverInfoW", api.enumDriverInfo);
+    resolve(dll, "SetupDiBuildDriverInfoList", api.buildDriverInfoList);
     resolve(dll, "SetupDiGetDriverInfoDetailW", api.getDriverInfoDetail);
     resolve(dll, "SetupDiGetSelectedDriverW", api.getSelectedDriver);
     resolve(dll, "SetupDiDestroyDeviceInfoList", api.destroyDeviceInfoList);

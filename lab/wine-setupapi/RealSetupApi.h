@@ -11,6 +11,7 @@ struct RealSetupApi {
     decltype(&SetupDiGetDeviceRegistryPropertyW) getDeviceRegistryProperty = nullptr;
     decltype(&SetupDiCallClassInstaller) callClassInstaller = nullptr;
     decltype(&SetupDiEnumDriverInfoW) enumDriverInfo = nullptr;
+    decltype(&SetupDiBuildDriverInfoList) buildDriverInfoList = nullptr;
     decltype(&SetupDiGetDriverInfoDetailW) getDriverInfoDetail = nullptr;
     decltype(&SetupDiGetSelectedDriverW) getSelectedDriver = nullptr;
     decltype(&SetupDiDestroyDeviceInfoList) destroyDeviceInfoList = nullptr;

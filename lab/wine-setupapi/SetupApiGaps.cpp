@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "wine-setupapi/InfFile.h"
+#include "wine-setupapi/InstalledDriverInf.h"
 #include "wine-setupapi/RealSetupApi.h"
 #include "wine-setupapi/SelectedDrivers.h"
 
@@ -92,9 +93,29 @@ BOOL WINAPI SetupApiGaps::getDeviceRegistryProperty(HDEVINFO set, SP_DEVINFO_DAT
     return wine().getDeviceRegistryProperty(set, device, property, type, buffer, size, required);
 }
 
+bool SetupApiGaps::isListed(HDEVINFO set, SP_DEVINFO_DATA *device, const SP_DRVINFO_DATA_W &wanted)
+{
+    const KeptLastError kept;
+    const DWORD type = wanted.DriverType ? wanted.DriverType : SPDIT_COMPATDRIVER;
+    for (DWORD index = 0;; ++index) {
+        SP_DRVINFO_DATA_V2_W listed = {};
+        listed.cbSize = sizeof(listed);
+        if (!wine().enumDriverInfo(set, device, type, index, &listed))
+            return false;
+        if (sameDriver(wanted, listed))
+            return true;
+    }
+}
+
 BOOL WINAPI SetupApiGaps::getDriverInfoDetail(HDEVINFO set, SP_DEVINFO_DATA *device, SP_DRVINFO_DATA_W *driver,
                                               SP_DRVINFO_DETAIL_DATA_W *detail, DWORD size, DWORD *required)
 {
+    // Wine takes the driver for one of its list entries as it stands and faults on one that
+    // names none (a device that matched no driver); Windows looks it up and refuses it.
+    if (!driver || driver->cbSize < sizeof(SP_DRVINFO_DATA_V1_W) || !isListed(set, device, *driver)) {
+        SetLastError(ERROR_INVALID_PARAMETER);
+        return FALSE;
+    }
     const BOOL result = wine().getDriverInfoDetail(set, device, driver, detail, size, required);
     const DWORD error = GetLastError();
     // Wine joins its INF folder "C:/windows/inf" and the file name with a backslash.
@@ -130,6 +151,38 @@ BOOL WINAPI SetupApiGaps::enumDriverInfo(HDEVINFO set, SP_DEVINFO_DATA *device, 
         driver->DriverVersion = version;
     }
     return TRUE;
+}
+
+BOOL WINAPI SetupApiGaps::buildDriverInfoList(HDEVINFO set, SP_DEVINFO_DATA *device, DWORD type)
+{
+    SP_DEVINSTALL_PARAMS_W params = {};
+    params.cbSize = sizeof(params);
+    if (type != SPDIT_COMPATDRIVER || !device || !SetupDiGetDeviceInstallParamsW(set, device, &params) ||
+        !(params.FlagsEx & DI_FLAGSEX_INSTALLEDDRIVER))
+        return wine().buildDriverInfoList(set, device, type);
+    // Wine reads every INF of the INF folder whatever the flag says; Windows lists only the
+    // installed driver, from the INF its driver key names. Wine adds to the list each time,
+    // as DI_FLAGSEX_APPENDDRIVERLIST asks.
+    const std::wstring inf = InstalledDriverInf::pathOf(set, device);
+    if (inf.empty() || inf.size() >= MAX_PATH)
+        return TRUE;
+    return buildFromSingleInf(set, device, params, inf.c_str());
+}
+
+BOOL SetupApiGaps::buildFromSingleInf(HDEVINFO set, SP_DEVINFO_DATA *device, const SP_DEVINSTALL_PARAMS_W &params,
+                                      const wchar_t *inf)
+{
+    SP_DEVINSTALL_PARAMS_W single = params;
+    single.Flags |= DI_ENUMSINGLEINF;
+    std::wcscpy(single.DriverPath, inf);
+    if (!SetupDiSetDeviceInstallParamsW(set, device, &single))
+        return FALSE;
+    const BOOL built = wine().buildDriverInfoList(set, device, SPDIT_COMPATDRIVER);
+    // The caller's own parameters come back whatever the build did.
+    const KeptLastError kept;
+    SP_DEVINSTALL_PARAMS_W restored = params;
+    SetupDiSetDeviceInstallParamsW(set, device, &restored);
+    return built;
 }
 
 bool SetupApiGaps::findListed(HDEVINFO set, SP_DEVINFO_DATA *device, const SP_DRVINFO_DATA_W &wanted,

@@ -19,10 +19,14 @@ public:
                                       SP_DRVINFO_DATA_W *driver);
     static BOOL WINAPI getDriverInfoDetail(HDEVINFO set, SP_DEVINFO_DATA *device, SP_DRVINFO_DATA_W *driver,
                                            SP_DRVINFO_DETAIL_DATA_W *detail, DWORD size, DWORD *required);
+    static BOOL WINAPI buildDriverInfoList(HDEVINFO set, SP_DEVINFO_DATA *device, DWORD type);
 
 private:
     static BOOL enumeratorName(HDEVINFO set, SP_DEVINFO_DATA *device, DWORD *type, BYTE *buffer, DWORD size,
                                DWORD *required);
+    static bool isListed(HDEVINFO set, SP_DEVINFO_DATA *device, const SP_DRVINFO_DATA_W &wanted);
+    static BOOL buildFromSingleInf(HDEVINFO set, SP_DEVINFO_DATA *device, const SP_DEVINSTALL_PARAMS_W &params,
+                                   const wchar_t *inf);
     static bool findListed(HDEVINFO set, SP_DEVINFO_DATA *device, const SP_DRVINFO_DATA_W &wanted,
                            SP_DRVINFO_DATA_V2_W &listed);
     static bool infAndSection(HDEVINFO set, SP_DEVINFO_DATA *device, SP_DRVINFO_DATA_W &driver, wchar_t *inf,

@@ -33,6 +33,7 @@ bool fillWineSetupApiGaps(HMODULE module)
         {"SetupDiCallClassInstaller", reinterpret_cast<const void *>(&SetupApiGaps::callClassInstaller)},
         {"SetupDiEnumDriverInfoW", reinterpret_cast<const void *>(&SetupApiGaps::enumDriverInfo)},
         {"SetupDiGetDriverInfoDetailW", reinterpret_cast<const void *>(&SetupApiGaps::getDriverInfoDetail)},
+        {"SetupDiBuildDriverInfoList", reinterpret_cast<const void *>(&SetupApiGaps::buildDriverInfoList)},
     };
     for (const auto &gap : gaps)
         imports.redirect("setupapi.dll", gap.name, gap.replacement);

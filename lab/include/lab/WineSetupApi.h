@@ -12,7 +12,11 @@
 //                                   install parameters: queues the selected driver's files in
 //                                   that queue and copies nothing
 //   SetupDiEnumDriverInfoW          DriverDate and DriverVersion from the INF's DriverVer
-//   SetupDiGetDriverInfoDetailW     InfFileName with backslashes only
+//   SetupDiGetDriverInfoDetailW     InfFileName with backslashes only; a driver that is no
+//                                   member of the device's list is refused
+//                                   (ERROR_INVALID_PARAMETER) where Wine faults
+//   SetupDiBuildDriverInfoList      DI_FLAGSEX_INSTALLEDDRIVER: only the INF the device's
+//                                   driver key names (InfPath) is read, none without one
 // The module itself is unchanged and calls SetupAPI exactly as on Windows. On Windows the
 // function does nothing. Returns whether the module runs under Wine (and was patched).
 //
