@@ -126,6 +126,37 @@ TEST_F(CaptureDeviceTest, AWebcamTakesItsDriverFactsFromSetupApi)
     EXPECT_EQ(webcam->name(), text(L"Lab Webcam YUY2"));
 }
 
+const SetupApiDevice* findRecord(const kel::Array<SetupApiDevice>& records, const wchar_t* instanceId)
+{
+    for (const SetupApiDevice& record : records) {
+        if (record.deviceInstanceId() == text(instanceId)) return &record;
+    }
+    return nullptr;
+}
+
+// Every class and every enumerator: Wine's own devices, which match no driver, come along with
+// the lab's, whose driver facts are read as in a single class.
+TEST_F(CaptureDeviceTest, AllClassesAndAllEnumeratorsHoldTheLabDevicesWithTheirDrivers)
+{
+    kel::Array<SetupApiDevice> records;
+    ASSERT_TRUE(SetupApiDevice::enumerateDevicesWithTypes(records, SetupApiDevType::ALL(), SetupApiEnumType::ALL()));
+    EXPECT_TRUE(log().contains(text(L"116 Enumerating Devices with Type ALL : ALL")));
+
+    const SetupApiDevice* webcam = findRecord(records, L"USB\\VID_045E&PID_0772&MI_00\\7&2B3C&0&0000");
+    ASSERT_NE(webcam, nullptr);
+    EXPECT_EQ(webcam->name(), text(L"Microsoft LifeCam Studio"));
+    EXPECT_EQ(webcam->driverProvider(), text(L"Microsoft"));
+    EXPECT_EQ(webcam->driverVersion(), text(L"10.0.19041.1202"));
+    EXPECT_FALSE(webcam->driverDate().isEmpty());
+    EXPECT_TRUE(webcam->driverInfFile().toLower().endsWith(text(L".inf"))) << webcam->driverInfFile().toUtf8();
+
+    const SetupApiDevice* tuner = findRecord(records, L"PCI\\VEN_14F1&DEV_8800&SUBSYS_88010070&REV_05\\4&2F6A4BD6&0&2008");
+    ASSERT_NE(tuner, nullptr);
+    EXPECT_FALSE(tuner->driverProvider().isEmpty());
+    EXPECT_FALSE(tuner->driverVersion().isEmpty());
+    EXPECT_TRUE(tuner->driverInfFile().toLower().endsWith(text(L".inf"))) << tuner->driverInfFile().toUtf8();
+}
+
 TEST_F(CaptureDeviceTest, AnUnsetEnumeratorIsRefusedBeforeSetupApiIsAsked)
 {
     kel::Array<SetupApiDevice> out;
