@@ -141,6 +141,8 @@ TEST_F(CaptureDeviceTest, AllClassesAndAllEnumeratorsHoldTheLabDevicesWithTheirD
     kel::Array<SetupApiDevice> records;
     ASSERT_TRUE(SetupApiDevice::enumerateDevicesWithTypes(records, SetupApiDevType::ALL(), SetupApiEnumType::ALL()));
     EXPECT_TRUE(log().contains(text(L"116 Enumerating Devices with Type ALL : ALL")));
+    // A device with no installed driver has an empty list, and its details are refused.
+    EXPECT_TRUE(log().contains(text(L"536 SetupDiGetDriverInfoDetail: 87")));
 
     const SetupApiDevice* webcam = findRecord(records, L"USB\\VID_045E&PID_0772&MI_00\\7&2B3C&0&0000");
     ASSERT_NE(webcam, nullptr);
