@@ -3,10 +3,10 @@
 // and SetupAPI passes alone, so the cost of merging them shows as the difference. The devices
 // are written to the prefix-wide registry: run it while no test runs.
 //
-// Under Wine the SetupAPI pass grows with the number of devices: SetupDiBuildDriverInfoList
-// ignores DI_FLAGSEX_INSTALLEDDRIVER and reads every INF of C:\windows\inf for each device,
-// and the benchmark's cameras share one INF that lists them all. Windows reads only the
-// installed driver's INF.
+// Under Wine the gap filler builds each device's list from its installed driver's INF only
+// (Wine itself would read every INF of C:\windows\inf), but the benchmark's cameras share one
+// INF that lists them all, and Wine parses that whole INF each time a driver is listed or
+// detailed: the SetupAPI pass still grows with the number of devices.
 #include <CaptureDevice.h>
 #include <DSMoniker.h>
 #include <SetupApiDevice.h>
