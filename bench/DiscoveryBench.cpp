@@ -6,7 +6,7 @@
 // Under Wine the gap filler builds each device's list from its installed driver's INF only
 // (Wine itself would read every INF of C:\windows\inf), but the benchmark's cameras share one
 // INF that lists them all, and Wine parses that whole INF each time a driver is listed or
-// detailed (a dozen times per device), the likeliest reason the SetupAPI pass still grows with
+// detailed (several times per device), the likeliest reason the SetupAPI pass still grows with
 // the number of devices.
 #include <CaptureDevice.h>
 #include <DSMoniker.h>
