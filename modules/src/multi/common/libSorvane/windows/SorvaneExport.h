@@ -1,6 +1,9 @@
 #pragma once
 
-#ifdef SORVANE_BUILD
+#if !defined(_WIN32)
+// The portable transport-stream pieces also build natively (the fuzzers), without a DLL.
+#define SORVANE_API
+#elif defined(SORVANE_BUILD)
 #define SORVANE_API __declspec(dllexport)
 #else
 #define SORVANE_API __declspec(dllimport)
