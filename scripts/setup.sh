@@ -3,6 +3,8 @@
 set -euo pipefail
 
 packages=(mingw-w64 wine wine64 cmake ninja-build libboost-dev googletest)
+# The native fuzzers of the transport-stream code: clang with libFuzzer and the sanitizers.
+packages+=(clang libclang-rt-14-dev)
 missing=()
 for package in "${packages[@]}"; do
     dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q "install ok installed" || missing+=("$package")

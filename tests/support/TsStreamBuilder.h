@@ -2,6 +2,7 @@
 // CRC, split into packets, and elementary-stream packets clear or scrambled. Portable.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <vector>

@@ -10,6 +10,7 @@
 #include "SorvaneExport.h"
 #include "TsPacketSource.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <vector>

@@ -4,6 +4,7 @@
 
 #include "SorvaneExport.h"
 
+#include <cstddef>
 #include <string>
 
 namespace sorvane {

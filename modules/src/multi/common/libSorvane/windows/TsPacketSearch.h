@@ -6,6 +6,7 @@
 
 #include "SorvaneExport.h"
 
+#include <cstddef>
 #include <cstdint>
 
 namespace sorvane {
