@@ -62,7 +62,7 @@ std::vector<Bytes> streams()
 int main(int argc, char** argv)
 {
     if (argc != 2) {
-        std::fprintf(stderr, "usage: %s SEED-FOLDER (gets quality/, packetsearch/, programsearch/)\n", argv[0]);
+        std::fprintf(stderr, "usage: %s SEED-FOLDER (gets quality/, packetsearch/, programsearch/, streamhealth/)\n", argv[0]);
         return 2;
     }
     const std::string folder = argv[1];
@@ -70,6 +70,7 @@ int main(int argc, char** argv)
     for (size_t i = 0; i < all.size(); ++i) {
         const std::string name = "stream" + std::to_string(i);
         write(folder + "/quality/" + name, all[i]);
+        write(folder + "/streamhealth/" + name, all[i]);
         Bytes noisy(7, 0x47);
         noisy.insert(noisy.end(), all[i].begin(), all[i].end());
         write(folder + "/packetsearch/" + name, noisy);

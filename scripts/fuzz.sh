@@ -9,18 +9,21 @@ cd "$(dirname "$0")/.."
 
 fuzz_dir=${FUZZ_DIR:-$PWD/build-fuzz}
 library=modules/src/multi/common/libSorvane/windows
-targets=(quality packetsearch programsearch)
+targets=(quality packetsearch programsearch streamhealth)
 declare -A sources=(
     [quality]="fuzz/QualityFuzzer.cpp $library/HexDump.cpp"
     [packetsearch]="fuzz/PacketSearchFuzzer.cpp $library/TsPacketSearch.cpp"
     [programsearch]="fuzz/ProgramSearchFuzzer.cpp $library/ClearProgramSearch.cpp $library/PsiSectionAssembler.cpp $library/Crc32Mpeg2.cpp"
+    [streamhealth]="fuzz/StreamHealthFuzzer.cpp $library/StreamHealthMonitor.cpp $library/PsiSectionAssembler.cpp $library/Crc32Mpeg2.cpp"
+    # The identifier parsers of device discovery go here once they are portable, e.g.
+    # [deviceids]="fuzz/DeviceIdFuzzer.cpp $library/<parser>.cpp"
 )
 cxx=${CXX_FUZZ:-clang++}
 flags=(-std=c++17 -O1 -g -fno-omit-frame-pointer -I"$library" -Itests/support)
 
 mode=${1:-}
 case "$mode" in
-    --smoke) limit=(-max_total_time=10) ;;
+    --smoke) limit=(-max_total_time=8) ;;
     --runs) limit=(-runs="${2:?--runs needs a count}"); shift ;;
     --time) limit=(-max_total_time="${2:?--time needs seconds}"); shift ;;
     *) sed -n '2,6p' "$0"; exit 2 ;;
@@ -45,7 +48,7 @@ build "$fuzz_dir/bin/seeds" fuzz/SeedGenerator.cpp tests/support/TsStreamBuilder
 for target in "${targets[@]}"; do
     mkdir -p "$fuzz_dir/corpus/$target" "$fuzz_dir/seeds/$target"
 done
-mkdir -p "$fuzz_dir/seeds/quality" "$fuzz_dir/seeds/packetsearch" "$fuzz_dir/seeds/programsearch"
+mkdir -p "$fuzz_dir/seeds/quality" "$fuzz_dir/seeds/packetsearch" "$fuzz_dir/seeds/programsearch" "$fuzz_dir/seeds/streamhealth"
 "$fuzz_dir/bin/seeds" "$fuzz_dir/seeds"
 
 extra=(-fsanitize=fuzzer,address,undefined -fno-sanitize-recover=undefined)

@@ -11,6 +11,7 @@
 #include <DTMBFrequencyPlan.h>
 #include <Mpeg2StreamAnalyzer.h>
 #include <SampleCallback.h>
+#include <StreamHealthMonitor.h>
 #include <gtest/gtest.h>
 #include <atlbase.h>
 #include <kel/LogFactory.h>
@@ -268,6 +269,63 @@ TEST_F(TransportStreamTest, ClearProgramSearchSurvivesArbitraryBytes)
         const int answer = ClearProgramSearch::processTransportStream(source);
         EXPECT_TRUE(answer == -1 || answer >= 1) << answer;
     }
+}
+
+sorvane::StreamHealth health(const TsStreamBuilder& stream, double durationMs)
+{
+    return sorvane::StreamHealthMonitor::analyze(stream.bytes().data(), static_cast<int>(stream.bytes().size()),
+                                                 durationMs);
+}
+
+TEST_F(TransportStreamTest, StreamHealthCountsThePriorityOneIndicators)
+{
+    TsStreamBuilder clean = twoPrograms(false);
+    for (int i = 0; i < 4; ++i) {
+        clean.addPayload(kVideoPid, false).addPayload(kAudioPid, false).addPayload(kVideo2Pid, false).addPayload(kAudio2Pid, false);
+    }
+    const sorvane::StreamHealth good = health(clean, 100.0);
+    EXPECT_TRUE(good.clean());
+    EXPECT_EQ(good.packets, 19);
+
+    // A lost packet, and a packet sent twice (allowed) then a third time (not).
+    TsStreamBuilder continuity = twoPrograms(false);
+    continuity.addPayload(kVideoPid, false);
+    continuity.addPacket(TsStreamBuilder::packet(kVideoPid, false, 3, Bytes()));
+    continuity.addPacket(TsStreamBuilder::packet(kAudioPid, false, 0, Bytes()));
+    continuity.addPacket(TsStreamBuilder::packet(kAudioPid, false, 0, Bytes()));
+    continuity.addPacket(TsStreamBuilder::packet(kAudioPid, false, 0, Bytes()));
+    EXPECT_EQ(health(continuity, 10.0).continuityErrors, 2);
+
+    // One damaged sync byte is an error; two in a row lose the sync.
+    Bytes damaged = clean.bytes();
+    damaged[188 * 6] = 0x00;
+    sorvane::StreamHealth oneBad = sorvane::StreamHealthMonitor::analyze(damaged.data(), static_cast<int>(damaged.size()), 0);
+    EXPECT_EQ(oneBad.syncByteErrors, 1);
+    EXPECT_EQ(oneBad.syncLosses, 0);
+    damaged[188 * 7] = 0x00;
+    sorvane::StreamHealth twoBad = sorvane::StreamHealthMonitor::analyze(damaged.data(), static_cast<int>(damaged.size()), 0);
+    EXPECT_EQ(twoBad.syncLosses, 1);
+
+    // No PAT at all.
+    TsStreamBuilder noPat;
+    noPat.addPayload(kVideoPid, false).addPayload(kVideoPid, false);
+    EXPECT_TRUE(health(noPat, 10.0).patMissing);
+
+    // A PMT named by the PAT never comes; a stream named by a PMT never comes.
+    TsStreamBuilder missing;
+    missing.addSection(0, TsStreamBuilder::pat({{3, kPmt1}, {4, kPmt2}}));
+    missing.addSection(kPmt1, TsStreamBuilder::pmt(3, streams(kVideoPid, kAudioPid)));
+    missing.addPayload(kVideoPid, false);
+    const sorvane::StreamHealth gaps = health(missing, 10.0);
+    EXPECT_EQ(gaps.pmtMissing, 1);
+    EXPECT_EQ(gaps.pidErrors, 1);
+
+    // The PAT only once in two seconds is late.
+    TsStreamBuilder late = twoPrograms(false);
+    for (int i = 0; i < 97; ++i) late.addPayload(kVideoPid, false);
+    const sorvane::StreamHealth slow = health(late, 2000.0);
+    EXPECT_GE(slow.patErrors, 1);
+    EXPECT_FALSE(slow.patMissing);
 }
 
 TEST_F(TransportStreamTest, ChannelPlans)
