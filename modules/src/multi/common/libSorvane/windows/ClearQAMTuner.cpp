@@ -7,6 +7,7 @@
 #include "SampleCallback.h"
 
 #include <kel/System.h>
+#include <vector>
 
 SORVANE_LOG_CATEGORY(SORVANE_CAPTURE_CATEGORY)
 
@@ -20,6 +21,8 @@ const uint32_t kMaxCableChannel = 120;
 const uint32_t kCollectDelay = 500;
 const long kBufferMode = 1;
 const int kFirstProgram = 1;
+// At most this much of the channel's stream is measured for its health.
+const int32_t kMeasuredBytes = 16 * 1024 * 1024;
 const wchar_t* const kCableSpaces[] = {L"ATSCCable", L"ClearQAM", L"Digital Cable"};
 
 kel::String hrText(HRESULT hr)
@@ -139,6 +142,7 @@ bool ClearQAMTuner::checkCurrentChannel()
         THROW_ERROR(TestResult::FAIL(), 0, nullptr);
     }
     buffer->reset();
+    m_collectWatch.reset();
     kel::System::mssleep(kCollectDelay);
     if (buffer->bytesReceived() == 0) {
         SORVANE_LOG_DETAIL("No packets, no transport stream on this channel");
@@ -152,6 +156,20 @@ bool ClearQAMTuner::checkCurrentChannel()
         return false;
     }
     return checkChannel(static_cast<int>(m_currentChannel), program, 0);
+}
+
+void ClearQAMTuner::signalFound()
+{
+    DigitalTuner::signalFound();
+    SampleCallback* buffer = dynamic_cast<SampleCallback*>(m_sampleGrabberCallback.p);
+    if (!buffer) return;
+    const double elapsedMs = static_cast<double>(m_collectWatch.elapsedMilliseconds());
+    const int32_t received = buffer->bytesReceived();
+    std::vector<unsigned char> bytes(static_cast<size_t>(received < kMeasuredBytes ? received : kMeasuredBytes));
+    const int32_t copied = buffer->copyReceived(bytes.data(), static_cast<int32_t>(bytes.size()));
+    // The bytes kept are the first ones, so their share of the time is the share of the bytes.
+    const double durationMs = received > 0 ? elapsedMs * copied / received : 0.0;
+    measureStream(bytes.data(), copied, durationMs);
 }
 
 void ClearQAMTuner::cleanUpCOMInterfaces()

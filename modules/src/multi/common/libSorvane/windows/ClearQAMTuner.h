@@ -6,6 +6,7 @@
 #include "DigitalTuner.h"
 #include "SorvaneExport.h"
 
+#include <kel/Stopwatch.h>
 #include <qedit.h>
 
 namespace sorvane {
@@ -18,10 +19,13 @@ protected:
     void setupDevice() override;
     bool tuneToChannel(int channel, int programNumber, int inputType) override;
     bool checkCurrentChannel() override;
+    void signalFound() override;
     void cleanUpCOMInterfaces() override;
 
     CComPtr<ITuningSpace> m_tuningSpace;
     CComPtr<ISampleGrabberCB> m_sampleGrabberCallback;
+    // Runs from the moment the packet buffer was last emptied.
+    kel::Stopwatch m_collectWatch;
 };
 
 } // namespace sorvane

@@ -378,6 +378,18 @@ void DVBTuner::initializeChannelIteration()
     SORVANE_LOG_DETAIL("channels " << m_startChannel << " to " << m_endChannel);
 }
 
+// The grabber keeps only its last sample, whose duration is unknown: the timing checks of the
+// stream's health are left out.
+void DVBTuner::signalFound()
+{
+    DigitalTuner::signalFound();
+    long size = 0;
+    if (!m_sampleGrabber || FAILED(m_sampleGrabber->GetCurrentBuffer(&size, nullptr)) || size <= 0) return;
+    std::vector<unsigned char> buffer(static_cast<size_t>(size), 0);
+    if (FAILED(m_sampleGrabber->GetCurrentBuffer(&size, reinterpret_cast<long*>(buffer.data())))) return;
+    measureStream(buffer.data(), static_cast<int>(size), 0.0);
+}
+
 void DVBTuner::cleanUpCOMInterfaces()
 {
     m_tuningSpace.Release();

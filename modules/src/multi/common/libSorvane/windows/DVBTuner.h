@@ -25,6 +25,7 @@ protected:
     bool checkCurrentChannel() override;
     // Without channel parameters the scan covers the range the set-up found.
     void initializeChannelIteration() override;
+    void signalFound() override;
     void cleanUpCOMInterfaces() override;
 
     // The virtual operations below follow those of DigitalTuner, in this order.

@@ -3,6 +3,8 @@
 #include "CaptureUtil.h"
 #include "ErrorHandler.h"
 #include "ModuleRegistration.h"
+#include "Mpeg2StreamAnalyzer.h"
+#include "StreamHealthMonitor.h"
 #include "ScopedVariant.h"
 #include "SdkGuids.h"
 
@@ -29,6 +31,8 @@ const ULONG kInputPin = 0;
 const ULONG kOutputPin = 1;
 const long kQualityNeeded = 50;
 const int kLocatorParts = 3;
+// The quality of a stream that was not measured: below every value signalQuality gives.
+const int kNotMeasured = -3;
 
 kel::String hrText(HRESULT hr)
 {
@@ -89,7 +93,8 @@ bool isConnected(IPin* pin)
 
 } // namespace
 
-DigitalTuner::DigitalTuner(const ruvo::DiagDevice& device, const kel::String& name) : TVTuner(device, name)
+DigitalTuner::DigitalTuner(const ruvo::DiagDevice& device, const kel::String& name)
+    : TVTuner(device, name), m_streamQuality(kNotMeasured)
 {
     m_minChannel = kMinDigitalChannel;
     m_maxChannel = kMaxDigitalChannel;
@@ -541,6 +546,16 @@ void DigitalTuner::cleanUpCOMInterfaces()
     m_receiverFilter.Release();
     m_demuxFilter.Release();
     TVTuner::cleanUpCOMInterfaces();
+}
+
+void DigitalTuner::measureStream(unsigned char* data, int length, double durationMs)
+{
+    m_streamHealth = StreamHealthMonitor::analyze(data, length, durationMs);
+    m_streamQuality = Mpeg2StreamAnalyzer::signalQuality(data, length);
+    SORVANE_LOG_DETAIL("stream of channel " << static_cast<unsigned>(m_currentChannel) << ": " << length << " bytes, "
+                                            << static_cast<long long>(m_streamHealth.packets) << " packets, quality "
+                                            << m_streamQuality << ", TR 101 290 priority 1 "
+                                            << (m_streamHealth.clean() ? "clean" : "with errors"));
 }
 
 bool DigitalTuner::isVideoPin(IPin* pin)

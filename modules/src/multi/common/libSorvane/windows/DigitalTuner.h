@@ -4,6 +4,7 @@
 #pragma once
 
 #include "SorvaneExport.h"
+#include "StreamHealth.h"
 #include "TVTuner.h"
 
 #include <bdaiface.h>
@@ -14,6 +15,12 @@ namespace sorvane {
 class SORVANE_API DigitalTuner : public TVTuner {
 public:
     DigitalTuner(const ruvo::DiagDevice& device, const kel::String& name);
+
+    // The transport stream of the channel found, as the last scan measured it: its health
+    // after TR 101 290 priority 1 and its quality percentage (signalQuality); not measured
+    // by tuners without a sample grabber.
+    StreamHealth streamHealth() const { return m_streamHealth; }
+    int streamQuality() const { return m_streamQuality; }
 
 protected:
     // The virtual operations below follow those of TVTuner, in this order.
@@ -36,11 +43,15 @@ protected:
     // Pin kinds of the demultiplexer's outputs, by their media type.
     static bool isVideoPin(IPin* pin);
     static bool isSectionsPin(IPin* pin);
+    // Measures the stream of the channel found for streamHealth() and streamQuality().
+    void measureStream(unsigned char* data, int length, double durationMs);
 
     CComPtr<IBaseFilter> m_networkProvider;
     CComPtr<ITuner> m_tuner;
     CComPtr<IBaseFilter> m_receiverFilter;
     CComPtr<IBaseFilter> m_demuxFilter;
+    StreamHealth m_streamHealth;
+    int m_streamQuality;
 
 private:
     // One moniker of the category: its filter when it is the framework's device.
