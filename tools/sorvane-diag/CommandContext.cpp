@@ -28,6 +28,12 @@ const std::vector<ruvo::DiagDevice>& CommandContext::devices()
     return m_devices;
 }
 
+void CommandContext::addDevices(const std::vector<ruvo::DiagDevice>& more)
+{
+    devices();
+    m_devices.insert(m_devices.end(), more.begin(), more.end());
+}
+
 bool CommandContext::chooseDevice(const ruvo::DeviceCapability& fitting, const std::wstring& kind,
                                   ruvo::DiagDevice& chosen)
 {

@@ -3,6 +3,7 @@
 
 #include "Command.h"
 #include "DemoCommand.h"
+#include "DigitalScanCommand.h"
 #include "FmCommand.h"
 #include "ListCommand.h"
 #include "PreviewCommand.h"
@@ -39,6 +40,10 @@ private:
     TvCommand m_tv;
     FmCommand m_fm;
     DemoCommand m_demo;
+    DigitalScanCommand m_atsc{CaptureClasses::DigitalKind::ATSC};
+    DigitalScanCommand m_clearqam{CaptureClasses::DigitalKind::CLEARQAM};
+    DigitalScanCommand m_dvbt{CaptureClasses::DigitalKind::DVBT};
+    DigitalScanCommand m_ocur{CaptureClasses::DigitalKind::OCUR};
     std::vector<Command*> m_all;
 };
 

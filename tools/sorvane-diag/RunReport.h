@@ -3,6 +3,7 @@
 // written, the timings and the result.
 #pragma once
 
+#include <StreamHealth.h>
 #include <ruvo/DiagBackend.h>
 #include <ruvo/DiagDevice.h>
 #include <ruvo/TestResult.h>
@@ -52,6 +53,8 @@ public:
     void addMessage(const std::wstring& message);
     void setResult(const ruvo::TestResult& result);
     void setExitCode(int exitCode);
+    // The transport stream of the channel a digital scan found.
+    void setStreamHealth(const StreamHealth& health, int quality);
 
     int64_t elapsedMs() const;
     const std::vector<std::wstring>& files() const { return m_files; }
@@ -96,6 +99,10 @@ private:
     bool m_hasErrorCode;
     long m_errorCode;
     bool m_hasResult;
+    bool m_hasStreamHealth = false;
+    StreamHealth m_streamHealth;
+    int m_streamQuality = 0;
+    void writeStreamHealth(JsonWriter& json) const;
     ruvo::TestResult m_result;
     int m_exitCode;
 };
