@@ -16,6 +16,27 @@
 //   "Privacy <value> <flags>"       IAMCameraControl::Set of the privacy property
 //   "Bind failed 0x..."             IPersistPropertyBag::Load refused by a fault
 // The tuner and recording pieces add their own entries (channels, country codes, routes ...).
+//
+// The BDA system components journal under two names that are not devices of the description
+// file: "Network Provider" (the generic, ATSC and DVB-T network providers alike) and
+// "System Tuning Spaces" (the tuning spaces container and its spaces). <tuning> below is
+//   "<network> <space> <kHz> kHz <modulation> <MHz> MHz channel <c> minor <m> program <p>"
+// with network ATSC, DVB-T or DigitalCable, modulation 8VSB, 256QAM, 64QAM ... or not-set, and -1
+// for a value the request leaves unset; e.g.
+//   "TuneRequest ATSC ATSCCable 55250 kHz 256QAM 6 MHz channel 2 minor -1 program 1".
+// "Network Provider":
+//   "TuneRequest <tuning>"          ITuner::put_TuneRequest (delivered to the tuner filter when
+//                                   the antenna pin is connected)
+//   "Deliver <tuning>"              a request put while unconnected, delivered at Pause
+//   "TuningSpace <name>"            ITuner::put_TuningSpace
+//   "EnumTuningSpaces <count>"      ITuner::EnumTuningSpaces and how many spaces it listed
+//   "CountryCode <code>"            IFrequencyMap::put_CountryCode
+//   "CountryCodeList <count>", "DefaultFrequencyMapping <code> <count>", "FrequencyMapping <count>"
+// "System Tuning Spaces":
+//   "Item <name|id> found", "Item <name|id> not found"    ITuningSpaceContainer::get_Item
+//   "FindID <name> <id>", "FindID <name> not found", "EnumTuningSpaces <count>"
+//   "CreateTuneRequest <space>", "SystemType <space> Terrestrial|Cable|Satellite|ISDB-T|ISDB-S"
+// A refused call adds " failed 0x<HRESULT>" to its entry.
 #pragma once
 
 #include <windows.h>

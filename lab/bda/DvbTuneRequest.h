@@ -1,0 +1,32 @@
+// The tune request of the DVB tuning spaces (IDVBTuneRequest): original network ID, transport
+// stream ID and service ID, all -1 (not set) at first.
+#pragma once
+
+#include "bda/TuneRequestBase.h"
+
+namespace lab {
+
+class DvbTuneRequest final : public TuneRequestBase<IDVBTuneRequest> {
+public:
+    explicit DvbTuneRequest(ITuningSpace *space) : TuneRequestBase(space) {}
+
+    STDMETHODIMP get_ONID(LONG *onid) override;
+    STDMETHODIMP put_ONID(LONG onid) override;
+    STDMETHODIMP get_TSID(LONG *tsid) override;
+    STDMETHODIMP put_TSID(LONG tsid) override;
+    STDMETHODIMP get_SID(LONG *sid) override;
+    STDMETHODIMP put_SID(LONG sid) override;
+    STDMETHODIMP Clone(ITuneRequest **clone) override;
+
+protected:
+    bool answers(REFIID iid) const override;
+
+private:
+    HRESULT write(long &field, long value);
+
+    long m_onid = -1;
+    long m_tsid = -1;
+    long m_sid = -1;
+};
+
+} // namespace lab

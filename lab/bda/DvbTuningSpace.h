@@ -1,0 +1,34 @@
+// The "DVB-T" tuning space: IDVBTuningSpace2 (system type, network ID). CreateTuneRequest gives
+// a DVBTuneRequest.
+//
+// Faults (overrides of the "System Tuning Spaces" device): fault.CreateTuneRequest,
+// fault.put_SystemType = HRESULT. Journal of that device: "CreateTuneRequest <unique name>",
+// "SystemType <unique name> <Cable|Terrestrial|Satellite|ISDB-T|ISDB-S>" (" failed 0x<hr>" when
+// refused).
+#pragma once
+
+#include "bda/TuningSpaceBase.h"
+
+namespace lab {
+
+class DvbTuningSpace final : public TuningSpaceBase<IDVBTuningSpace2> {
+public:
+    DvbTuningSpace(const TuningSpaceFields &fields, DVBSystemType systemType);
+
+    STDMETHODIMP CreateTuneRequest(ITuneRequest **request) override;
+    STDMETHODIMP Clone(ITuningSpace **clone) override;
+
+    STDMETHODIMP get_SystemType(DVBSystemType *systemType) override;
+    STDMETHODIMP put_SystemType(DVBSystemType systemType) override;
+    STDMETHODIMP get_NetworkID(LONG *networkId) override;
+    STDMETHODIMP put_NetworkID(LONG networkId) override;
+
+protected:
+    bool answers(REFIID iid) const override;
+
+private:
+    DVBSystemType m_systemType;
+    long m_networkId = -1;
+};
+
+} // namespace lab

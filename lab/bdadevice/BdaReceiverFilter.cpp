@@ -1,0 +1,72 @@
+#include "bdadevice/BdaReceiverFilter.h"
+
+#include <uuids.h>
+
+#include "bdadevice/BdaGuids.h"
+#include "common/ClassRegistry.h"
+#include "lab/LabClassIds.h"
+
+namespace lab {
+
+namespace {
+
+const ClassRegistration registration(ClassInfo::device(CLSID_LabBdaReceiver, L"Sorvane Lab BDA Receiver",
+                                                       &createObject<BdaReceiverFilter, IBaseFilter>, L"bda-receiver",
+                                                       bda::kCategoryReceiverComponent));
+
+} // namespace
+
+BdaReceiverFilter::BdaReceiverFilter()
+    : DeviceFilter(CLSID_LabBdaReceiver),
+      m_input(*this, L"Input0", MEDIATYPE_Stream, {bda::kSubtypeBdaTransport, MEDIASUBTYPE_MPEG2_TRANSPORT}),
+      m_output(*this, L"MPEG2 Transport", *this, false)
+{
+}
+
+BdaReceiverFilter::~BdaReceiverFilter() { m_output.stopStreaming(); }
+
+BasePin *BdaReceiverFilter::pin(int index)
+{
+    if (index == 0)
+        return &m_input;
+    return index == 1 ? &m_output : nullptr;
+}
+
+HRESULT BdaReceiverFilter::configure(const std::shared_ptr<DeviceState> &) { return S_OK; }
+
+CComPtr<ITunedSignalSource> BdaReceiverFilter::signalSource()
+{
+    CComPtr<IBaseFilter> tuner = m_input.upstreamFilter();
+    CComPtr<ITunedSignalSource> source;
+    if (tuner)
+        tuner->QueryInterface(IID_PPV_ARGS(&source));
+    return source;
+}
+
+HRESULT BdaReceiverFilter::onPause(bool fromStopped)
+{
+    if (!fromStopped)
+        m_output.pauseStreaming();
+    device()->record(L"Pause");
+    return S_OK;
+}
+
+HRESULT BdaReceiverFilter::onRun(REFERENCE_TIME)
+{
+    const HRESULT refused = device()->hresult(L"fault.run");
+    if (FAILED(refused)) {
+        device()->record(L"Run failed", refused);
+        return refused;
+    }
+    device()->record(L"Run");
+    m_output.startStreaming();
+    return S_OK;
+}
+
+void BdaReceiverFilter::onStop()
+{
+    m_output.stopStreaming();
+    device()->record(L"Stop");
+}
+
+} // namespace lab

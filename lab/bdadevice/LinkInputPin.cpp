@@ -1,0 +1,57 @@
+#include "bdadevice/LinkInputPin.h"
+
+#include <utility>
+
+#include "common/BaseFilter.h"
+
+namespace lab {
+
+LinkInputPin::LinkInputPin(BaseFilter &filter, const std::wstring &name, const GUID &majorType, std::vector<GUID> subTypes)
+    : InputPin(filter, name), m_majorType(majorType), m_subTypes(std::move(subTypes))
+{
+}
+
+HRESULT LinkInputPin::checkMediaType(const AM_MEDIA_TYPE &type)
+{
+    if (!IsEqualGUID(type.majortype, m_majorType))
+        return S_FALSE;
+    if (m_subTypes.empty())
+        return S_OK;
+    for (const GUID &subType : m_subTypes) {
+        if (IsEqualGUID(type.subtype, subType))
+            return S_OK;
+    }
+    return S_FALSE;
+}
+
+std::vector<MediaType> LinkInputPin::mediaTypes()
+{
+    std::vector<MediaType> types;
+    AM_MEDIA_TYPE type = {};
+    type.majortype = m_majorType;
+    type.formattype = FORMAT_None;
+    type.bFixedSizeSamples = TRUE;
+    type.lSampleSize = 1;
+    for (const GUID &subType : m_subTypes) {
+        type.subtype = subType;
+        types.push_back(MediaType(type));
+    }
+    if (m_subTypes.empty())
+        types.push_back(MediaType(type));
+    return types;
+}
+
+CComPtr<IBaseFilter> LinkInputPin::upstreamFilter()
+{
+    CComPtr<IPin> peer;
+    if (FAILED(ConnectedTo(&peer)) || !peer)
+        return nullptr;
+    PIN_INFO info = {};
+    if (FAILED(peer->QueryPinInfo(&info)))
+        return nullptr;
+    CComPtr<IBaseFilter> filter;
+    filter.Attach(info.pFilter);
+    return filter;
+}
+
+} // namespace lab

@@ -1,0 +1,33 @@
+#include "bdadevice/SignalStatisticsPart.h"
+
+namespace lab {
+
+HRESULT SignalStatisticsPart::readLong(BdaTuning::Statistic which, LONG *value)
+{
+    if (!value)
+        return E_POINTER;
+    return statisticsTuning().statistic(statisticsDevice(), which, *value);
+}
+
+HRESULT SignalStatisticsPart::readFlag(BdaTuning::Statistic which, BOOLEAN *value)
+{
+    if (!value)
+        return E_POINTER;
+    LONG read = 0;
+    const HRESULT hr = statisticsTuning().statistic(statisticsDevice(), which, read);
+    if (SUCCEEDED(hr))
+        *value = read != 0 ? TRUE : FALSE;
+    return hr;
+}
+
+STDMETHODIMP SignalStatisticsPart::get_SignalStrength(LONG *value) { return readLong(BdaTuning::Statistic::Strength, value); }
+
+STDMETHODIMP SignalStatisticsPart::get_SignalQuality(LONG *value) { return readLong(BdaTuning::Statistic::Quality, value); }
+
+STDMETHODIMP SignalStatisticsPart::get_SignalPresent(BOOLEAN *value) { return readFlag(BdaTuning::Statistic::Present, value); }
+
+STDMETHODIMP SignalStatisticsPart::get_SignalLocked(BOOLEAN *value) { return readFlag(BdaTuning::Statistic::Locked, value); }
+
+STDMETHODIMP SignalStatisticsPart::get_SampleTime(LONG *value) { return readLong(BdaTuning::Statistic::SampleTime, value); }
+
+} // namespace lab

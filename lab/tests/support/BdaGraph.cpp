@@ -1,0 +1,232 @@
+#include "BdaGraph.h"
+
+#include <bdaiface.h>
+#include <uuids.h>
+
+#include "LabGraph.h"
+
+namespace labtest {
+
+const GUID kBdaTunerCategory = {0x71985f48, 0x1ca1, 0x11d3, {0x9c, 0xc8, 0x00, 0xc0, 0x4f, 0x79, 0x71, 0xe0}};
+const GUID kBdaReceiverCategory = {0xfd0a5af4, 0xb41d, 0x11d2, {0x9c, 0x95, 0x00, 0xc0, 0x4f, 0x79, 0x71, 0xe0}};
+
+HRESULT bindDeviceIn(const GUID &category, const std::wstring &name, CComPtr<IBaseFilter> &filter)
+{
+    filter.Release();
+    for (const MonikerInfo &device : listDevices(category)) {
+        const auto found = device.values.find(L"FriendlyName");
+        if (found != device.values.end() && found->second == name)
+            return device.moniker->BindToObject(nullptr, nullptr, IID_IBaseFilter, reinterpret_cast<void **>(&filter));
+    }
+    return HRESULT_FROM_WIN32(ERROR_NOT_FOUND);
+}
+
+STDMETHODIMP StreamCollector::QueryInterface(REFIID iid, void **out)
+{
+    if (!out)
+        return E_POINTER;
+    if (IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, IID_ISampleGrabberCB)) {
+        *out = static_cast<ISampleGrabberCB *>(this);
+        AddRef();
+        return S_OK;
+    }
+    *out = nullptr;
+    return E_NOINTERFACE;
+}
+
+STDMETHODIMP_(ULONG) StreamCollector::AddRef() { return InterlockedIncrement(&m_refs); }
+
+STDMETHODIMP_(ULONG) StreamCollector::Release()
+{
+    const LONG refs = InterlockedDecrement(&m_refs);
+    if (refs == 0)
+        delete this;
+    return refs;
+}
+
+STDMETHODIMP StreamCollector::BufferCB(double, BYTE *buffer, long length)
+{
+    std::lock_guard<std::mutex> guard(m_lock);
+    ++m_calls;
+    if (buffer && length > 0)
+        m_bytes.insert(m_bytes.end(), buffer, buffer + length);
+    return S_OK;
+}
+
+std::vector<std::uint8_t> StreamCollector::bytes() const
+{
+    std::lock_guard<std::mutex> guard(m_lock);
+    return m_bytes;
+}
+
+size_t StreamCollector::size() const
+{
+    std::lock_guard<std::mutex> guard(m_lock);
+    return m_bytes.size();
+}
+
+size_t StreamCollector::calls() const
+{
+    std::lock_guard<std::mutex> guard(m_lock);
+    return m_calls;
+}
+
+void StreamCollector::clear()
+{
+    std::lock_guard<std::mutex> guard(m_lock);
+    m_bytes.clear();
+    m_calls = 0;
+}
+
+BdaGraph::BdaGraph() = default;
+
+BdaGraph::~BdaGraph() { tearDown(); }
+
+HRESULT BdaGraph::addDevices(const std::wstring &tunerName, const std::wstring &receiverName)
+{
+    HRESULT hr = graph.CoCreateInstance(CLSID_FilterGraph, nullptr, CLSCTX_INPROC_SERVER);
+    if (SUCCEEDED(hr))
+        hr = bindDeviceIn(kBdaTunerCategory, tunerName, tuner);
+    if (SUCCEEDED(hr))
+        hr = graph->AddFilter(tuner, tunerName.c_str());
+    if (FAILED(hr) || receiverName.empty())
+        return hr;
+    hr = bindDeviceIn(kBdaReceiverCategory, receiverName, receiver);
+    if (SUCCEEDED(hr))
+        hr = graph->AddFilter(receiver, receiverName.c_str());
+    if (FAILED(hr))
+        return hr;
+    CComPtr<IPin> tunerOut;
+    tunerOut.Attach(firstPin(tuner, PINDIR_OUTPUT));
+    CComPtr<IPin> receiverIn;
+    receiverIn.Attach(firstPin(receiver, PINDIR_INPUT));
+    return graph->ConnectDirect(tunerOut, receiverIn, nullptr);
+}
+
+HRESULT BdaGraph::build(const std::wstring &tunerName, const std::wstring &receiverName)
+{
+    HRESULT hr = addDevices(tunerName, receiverName);
+    if (SUCCEEDED(hr))
+        hr = grabberFilter.CoCreateInstance(CLSID_SampleGrabber, nullptr, CLSCTX_INPROC_SERVER);
+    if (SUCCEEDED(hr))
+        hr = graph->AddFilter(grabberFilter, L"SampleGrabber");
+    if (SUCCEEDED(hr))
+        hr = grabberFilter->QueryInterface(IID_ISampleGrabber, reinterpret_cast<void **>(&grabber));
+    if (SUCCEEDED(hr))
+        hr = sink.CoCreateInstance(CLSID_NullRenderer, nullptr, CLSCTX_INPROC_SERVER);
+    if (SUCCEEDED(hr))
+        hr = graph->AddFilter(sink, L"NullRenderer");
+    if (FAILED(hr))
+        return hr;
+    AM_MEDIA_TYPE wanted = {};
+    wanted.majortype = MEDIATYPE_Stream;
+    wanted.subtype = MEDIASUBTYPE_MPEG2_TRANSPORT;
+    hr = grabber->SetMediaType(&wanted);
+    collector = new StreamCollector();
+    if (SUCCEEDED(hr))
+        hr = grabber->SetCallback(collector, 1);
+    if (FAILED(hr))
+        return hr;
+    CComPtr<IPin> sourceOut;
+    sourceOut.Attach(firstPin(streamSource(), PINDIR_OUTPUT));
+    CComPtr<IPin> grabberIn;
+    grabberIn.Attach(firstPin(grabberFilter, PINDIR_INPUT));
+    CComPtr<IPin> grabberOut;
+    grabberOut.Attach(firstPin(grabberFilter, PINDIR_OUTPUT));
+    CComPtr<IPin> sinkIn;
+    sinkIn.Attach(firstPin(sink, PINDIR_INPUT));
+    hr = graph->Connect(sourceOut, grabberIn);
+    if (SUCCEEDED(hr))
+        hr = graph->Connect(grabberOut, sinkIn);
+    return hr;
+}
+
+HRESULT BdaGraph::tune(ULONG kHz, ModulationType modulation, ULONG bandwidthMHz)
+{
+    CComQIPtr<IBDA_DeviceControl> control(tuner.p);
+    CComQIPtr<IBDA_Topology> topology(tuner.p);
+    if (!control || !topology)
+        return E_NOINTERFACE;
+    HRESULT hr = control->StartChanges();
+    ULONG types[32] = {};
+    ULONG count = 0;
+    if (SUCCEEDED(hr))
+        hr = topology->GetNodeTypes(&count, 32, types);
+    for (ULONG i = 0; SUCCEEDED(hr) && i < count; ++i) {
+        CComPtr<IUnknown> node;
+        hr = topology->GetControlNode(0, 1, types[i], &node);
+        if (FAILED(hr))
+            break;
+        CComQIPtr<IBDA_FrequencyFilter> frequency(node.p);
+        if (frequency) {
+            hr = frequency->put_FrequencyMultiplier(1000);
+            if (SUCCEEDED(hr))
+                hr = frequency->put_Frequency(kHz);
+            if (SUCCEEDED(hr))
+                hr = frequency->put_Bandwidth(bandwidthMHz);
+        }
+        CComQIPtr<IBDA_DigitalDemodulator> demodulator(node.p);
+        if (SUCCEEDED(hr) && demodulator)
+            hr = demodulator->put_ModulationType(&modulation);
+    }
+    if (SUCCEEDED(hr))
+        hr = control->CheckChanges();
+    if (SUCCEEDED(hr))
+        hr = control->CommitChanges();
+    return hr;
+}
+
+HRESULT BdaGraph::run()
+{
+    CComQIPtr<IMediaControl> control(graph.p);
+    return control ? control->Run() : E_NOINTERFACE;
+}
+
+HRESULT BdaGraph::stop()
+{
+    CComQIPtr<IMediaControl> control(graph.p);
+    return control ? control->Stop() : E_NOINTERFACE;
+}
+
+std::vector<std::uint8_t> BdaGraph::receive(size_t bytes, DWORD patienceMs)
+{
+    if (!collector)
+        return {};
+    collector->clear();
+    if (FAILED(run()))
+        return {};
+    const DWORD begin = GetTickCount();
+    while (GetTickCount() - begin < patienceMs && (bytes == 0 || collector->size() < bytes))
+        Sleep(10);
+    stop();
+    return collector->bytes();
+}
+
+void BdaGraph::tearDown()
+{
+    if (graph)
+        stop();
+    if (grabber)
+        grabber->SetCallback(nullptr, 1);
+    if (graph) {
+        CComPtr<IEnumFilters> remaining;
+        if (SUCCEEDED(graph->EnumFilters(&remaining))) {
+            for (;;) {
+                CComPtr<IBaseFilter> filter;
+                if (remaining->Next(1, &filter, nullptr) != S_OK)
+                    break;
+                graph->RemoveFilter(filter);
+                remaining->Reset();
+            }
+        }
+    }
+    collector.Release();
+    grabber.Release();
+    sink.Release();
+    grabberFilter.Release();
+    receiver.Release();
+    tuner.Release();
+    graph.Release();
+}
+
+} // namespace labtest

@@ -1,0 +1,85 @@
+// A BDA graph built by hand as an application would: a lab tuner (and receiver) bound from
+// their monikers, tuned through IBDA_DeviceControl / IBDA_Topology as a network provider does,
+// the transport stream through Wine's sample grabber (buffer callback) into a null renderer, or
+// on into an MPEG-2 demultiplexer.
+#pragma once
+
+#include <windows.h>
+#include <dshow.h>
+#include <qedit.h>
+#include <bdatypes.h>
+
+#include <cstdint>
+#include <mutex>
+#include <string>
+#include <vector>
+
+#include <atlbase.h>
+
+namespace labtest {
+
+// KSCATEGORY_BDA_NETWORK_TUNER and KSCATEGORY_BDA_RECEIVER_COMPONENT
+extern const GUID kBdaTunerCategory;
+extern const GUID kBdaReceiverCategory;
+
+HRESULT bindDeviceIn(const GUID &category, const std::wstring &name, CComPtr<IBaseFilter> &filter);
+
+// Keeps every byte the sample grabber's buffer callback sees.
+class StreamCollector : public ISampleGrabberCB {
+public:
+    StreamCollector() = default;
+    virtual ~StreamCollector() = default;
+    StreamCollector(const StreamCollector &) = delete;
+    StreamCollector &operator=(const StreamCollector &) = delete;
+
+    STDMETHODIMP QueryInterface(REFIID iid, void **out) override;
+    STDMETHODIMP_(ULONG) AddRef() override;
+    STDMETHODIMP_(ULONG) Release() override;
+    STDMETHODIMP SampleCB(double, IMediaSample *) override { return E_NOTIMPL; }
+    STDMETHODIMP BufferCB(double time, BYTE *buffer, long length) override;
+
+    std::vector<std::uint8_t> bytes() const;
+    size_t size() const;
+    size_t calls() const;
+    void clear();
+
+private:
+    volatile LONG m_refs = 0;
+    mutable std::mutex m_lock;
+    std::vector<std::uint8_t> m_bytes;
+    size_t m_calls = 0;
+};
+
+class BdaGraph {
+public:
+    BdaGraph();
+    ~BdaGraph();
+    BdaGraph(const BdaGraph &) = delete;
+    BdaGraph &operator=(const BdaGraph &) = delete;
+
+    // Tuner, receiver (none for a tuner that streams itself) and the tuner-to-receiver link.
+    HRESULT addDevices(const std::wstring &tuner, const std::wstring &receiver);
+    // addDevices, then the stream through a sample grabber into a null renderer.
+    HRESULT build(const std::wstring &tuner, const std::wstring &receiver);
+    // As a network provider tunes: StartChanges, every node's frequency filter and demodulator,
+    // CheckChanges, CommitChanges; the first failure.
+    HRESULT tune(ULONG kHz, ModulationType modulation, ULONG bandwidthMHz = static_cast<ULONG>(-1));
+    HRESULT run();
+    HRESULT stop();
+    // Runs until the grabber saw `bytes` bytes (or gave up after `patienceMs`), stops, and
+    // returns what it saw; bytes 0 runs for the whole patience (to see that nothing comes).
+    std::vector<std::uint8_t> receive(size_t bytes, DWORD patienceMs = 20000);
+    // The filter whose output carries the stream.
+    IBaseFilter *streamSource() const { return receiver ? receiver.p : tuner.p; }
+    void tearDown();
+
+    CComPtr<IGraphBuilder> graph;
+    CComPtr<IBaseFilter> tuner;
+    CComPtr<IBaseFilter> receiver;
+    CComPtr<IBaseFilter> grabberFilter;
+    CComPtr<ISampleGrabber> grabber;
+    CComPtr<IBaseFilter> sink;
+    CComPtr<StreamCollector> collector;
+};
+
+} // namespace labtest
