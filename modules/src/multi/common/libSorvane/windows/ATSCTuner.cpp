@@ -13,8 +13,8 @@ using ruvo::TestResult;
 
 namespace {
 
-// The minor channel of a request that names only the physical channel.
-const int kAnyMinorChannel = -1;
+// Each physical channel is checked on its first virtual channel (N.1).
+const int kFirstMinorChannel = 1;
 const wchar_t* const kAtscSpaces[] = {L"ATSC"};
 
 kel::String hrText(HRESULT hr)
@@ -94,7 +94,7 @@ bool ATSCTuner::tuneToChannel(int channel, int minorChannel, int /*inputType*/)
 bool ATSCTuner::checkCurrentChannel()
 {
     SORVANE_TRACE();
-    return checkChannel(static_cast<int>(m_currentChannel), kAnyMinorChannel, 0);
+    return checkChannel(static_cast<int>(m_currentChannel), kFirstMinorChannel, 0);
 }
 
 void ATSCTuner::signalFound()

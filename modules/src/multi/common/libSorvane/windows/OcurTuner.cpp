@@ -19,9 +19,9 @@ OcurTuner::OcurTuner(const ruvo::DiagDevice& device, const kel::String& name) : 
 void OcurTuner::setupDevice()
 {
     kel::TraceLogger trace(sorvaneLogger(), "OcurTuner::setupDevice()", __FILE__, __LINE__);
-    // A receiver's record names its BDA filters when the card has several tuners.
-    const bool byName = !m_device.property("DigitalFriendlyName").toKELString().isEmpty();
-    doSetupDevice(true, true, byName);
+    // The receiver is found by the device instance it shares with the tuner, not by name:
+    // its filters are named apart ("... Tuner", "... Receiver").
+    doSetupDevice(true, true, false);
     chooseTuningSpace(kOcurSpaces, sizeof(kOcurSpaces) / sizeof(kOcurSpaces[0]));
 }
 
