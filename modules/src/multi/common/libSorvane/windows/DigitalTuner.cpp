@@ -222,16 +222,16 @@ bool DigitalTuner::loadFilter(const GUID& category, CComPtr<IBaseFilter>& out, C
     CComPtr<IMoniker> moniker;
     while (monikers->Next(1, &moniker, nullptr) == S_OK) {
         bool failed = false;
-        const bool matches = monikerMatches(moniker, matchDevice, considerFriendlyName, wantedName, failed);
+        kel::String friendlyName;
+        const bool matches =
+            monikerMatches(moniker, matchDevice, considerFriendlyName, wantedName, friendlyName, failed);
         if (failed) return false;
         if (matches) {
             CComPtr<IBaseFilter> filter;
             hr = moniker->BindToObject(nullptr, nullptr, IID_PPV_ARGS(&filter));
             if (FAILED(hr)) {
                 SORVANE_LOG_ERROR("IMoniker::BindToObject failed: " << hrText(hr));
-            } else if (addAndConnect(filter, CaptureUtil::filterName(filter).isEmpty() ? kel::String(L"BDA filter")
-                                                                                         : CaptureUtil::filterName(filter),
-                                     connectTo, isUpstream)) {
+            } else if (addAndConnect(filter, friendlyName, connectTo, isUpstream)) {
                 out = filter;
                 SORVANE_LOG_DETAIL("Found filter" << "\ngraph:\n" << graphText());
                 return true;
@@ -244,7 +244,7 @@ bool DigitalTuner::loadFilter(const GUID& category, CComPtr<IBaseFilter>& out, C
 }
 
 bool DigitalTuner::monikerMatches(IMoniker* moniker, bool matchDevice, bool considerFriendlyName,
-                                  const kel::String& wantedName, bool& failed)
+                                  const kel::String& wantedName, kel::String& friendlyName, bool& failed)
 {
     CComPtr<IPropertyBag> bag;
     HRESULT hr = moniker->BindToStorage(nullptr, nullptr, IID_PPV_ARGS(&bag));
@@ -253,7 +253,7 @@ bool DigitalTuner::monikerMatches(IMoniker* moniker, bool matchDevice, bool cons
         failed = true;
         return false;
     }
-    const kel::String friendlyName = readBagText(bag, L"FriendlyName", hr);
+    friendlyName = readBagText(bag, L"FriendlyName", hr);
     if (FAILED(hr)) {
         SORVANE_LOG_ERROR("IPropertyBag::Read(FriendlyName) failed: " << hrText(hr));
         return false;

@@ -56,7 +56,7 @@ protected:
 private:
     // One moniker of the category: its filter when it is the framework's device.
     bool monikerMatches(IMoniker* moniker, bool matchDevice, bool considerFriendlyName,
-                        const kel::String& wantedName, bool& failed);
+                        const kel::String& wantedName, kel::String& friendlyName, bool& failed);
     bool addAndConnect(CComPtr<IBaseFilter> filter, const kel::String& name, CComPtr<IBaseFilter> connectTo,
                        bool isUpstream);
     bool topologySignal(IBDA_Topology* topology);
