@@ -1,27 +1,16 @@
-// The tune request of the ATSC-family tuning spaces (IATSCChannelTuneRequest): major channel
-// and minor channel, both -1 (not set) at first.
+// The tune request of the ATSC tuning spaces (IATSCChannelTuneRequest: major channel and minor
+// channel, AtscChannelTuneRequestBase).
 #pragma once
 
-#include "bda/TuneRequestBase.h"
+#include "bda/AtscChannelTuneRequestBase.h"
 
 namespace lab {
 
-class AtscChannelTuneRequest final : public TuneRequestBase<IATSCChannelTuneRequest> {
+class AtscChannelTuneRequest final : public AtscChannelTuneRequestBase<IATSCChannelTuneRequest> {
 public:
-    explicit AtscChannelTuneRequest(ITuningSpace *space) : TuneRequestBase(space) {}
+    explicit AtscChannelTuneRequest(ITuningSpace *space) : AtscChannelTuneRequestBase(space) {}
 
-    STDMETHODIMP get_Channel(LONG *channel) override;
-    STDMETHODIMP put_Channel(LONG channel) override;
-    STDMETHODIMP get_MinorChannel(LONG *minorChannel) override;
-    STDMETHODIMP put_MinorChannel(LONG minorChannel) override;
     STDMETHODIMP Clone(ITuneRequest **clone) override;
-
-protected:
-    bool answers(REFIID iid) const override;
-
-private:
-    long m_channel = -1;
-    long m_minorChannel = -1;
 };
 
 } // namespace lab

@@ -46,18 +46,13 @@ STDMETHODIMP DvbTuningSpace::CreateTuneRequest(ITuneRequest **request)
     if (!request)
         return E_POINTER;
     *request = nullptr;
-    const std::wstring entry = L"CreateTuneRequest " + fields().uniqueName;
-    const auto device = TuningSpaceCatalog::device();
-    const HRESULT fault = device->hresult(L"fault.CreateTuneRequest");
-    if (FAILED(fault)) {
-        device->record(entry + L" failed", fault);
-        return fault;
-    }
+    const HRESULT allowed = TuningSpaceCatalog::admitTuneRequest(fields().uniqueName);
+    if (FAILED(allowed))
+        return allowed;
     DvbTuneRequest *created = new (std::nothrow) DvbTuneRequest(this);
     if (!created)
         return E_OUTOFMEMORY;
     CComPtr<IDVBTuneRequest> hold(created);
-    device->record(entry);
     return hold.QueryInterface(request);
 }
 

@@ -5,7 +5,9 @@
 // A request of a network type the provider does not tune is refused with E_INVALIDARG, as is a
 // request without a tuning space. A request put while the antenna pin is unconnected is kept and
 // delivered when the provider pauses from Stopped; a request the device refuses is kept too
-// (get_TuneRequest answers it) and put_TuneRequest returns the device's HRESULT.
+// (get_TuneRequest answers it) and put_TuneRequest returns the device's HRESULT. Before any
+// request or space was put, get_TuneRequest and get_TuningSpace fail with E_FAIL. get_TuneRequest
+// hands out a copy of the request in effect.
 //
 // Device "Network Provider" (all three provider classes):
 //   fault.put_TuneRequest = HRESULT     put_TuneRequest fails with it before taking the request

@@ -4,6 +4,7 @@
 
 #include "bda/AtscLocator.h"
 #include "bda/AtscTuningSpace.h"
+#include "bda/DigitalCableTuningSpace.h"
 #include "bda/DvbTuningSpace.h"
 #include "bda/DvbtLocator.h"
 #include "bda/ScopedBstr.h"
@@ -20,8 +21,6 @@ const wchar_t *const kAllSpaces[] = {L"ATSC", L"ATSCCable", L"ClearQAM", L"Digit
 struct AtscSpaceTemplate {
     const wchar_t *name;
     const wchar_t *description;
-    const CLSID *spaceClass;
-    const GUID *networkType;
     ModulationType modulation;
     AtscChannelRanges ranges;
 };
@@ -41,14 +40,9 @@ AtscChannelRanges ranges(long minChannel, long maxChannel, TunerInputType input,
 }
 
 const AtscSpaceTemplate kAtscSpaces[] = {
-    {L"ATSC", L"Local ATSC Digital Antenna", &kClsidAtscTuningSpace, &kNetworkTypeAtsc, BDA_MOD_8VSB,
-     ranges(1, 99, TunerInputAntenna, 2, 69)},
-    {L"ATSCCable", L"Local ATSC Digital Cable", &kClsidAtscTuningSpace, &kNetworkTypeAtsc, BDA_MOD_256QAM,
-     ranges(1, 99, TunerInputCable, 1, 158)},
-    {L"ClearQAM", L"Local Clear QAM Digital Cable", &kClsidAtscTuningSpace, &kNetworkTypeAtsc, BDA_MOD_256QAM,
-     ranges(1, 999, TunerInputCable, 1, 158)},
-    {L"Digital Cable", L"Local Digital Cable", &kClsidDigitalCableTuningSpace, &kNetworkTypeDigitalCable,
-     BDA_MOD_256QAM, ranges(2, 9999, TunerInputCable, 2, 158)},
+    {L"ATSC", L"Local ATSC Digital Antenna", BDA_MOD_8VSB, ranges(1, 99, TunerInputAntenna, 2, 69)},
+    {L"ATSCCable", L"Local ATSC Digital Cable", BDA_MOD_256QAM, ranges(1, 99, TunerInputCable, 1, 158)},
+    {L"ClearQAM", L"Local Clear QAM Digital Cable", BDA_MOD_256QAM, ranges(1, 999, TunerInputCable, 1, 158)},
 };
 
 HRESULT createAtsc(const AtscSpaceTemplate &model, CComPtr<ITuningSpace> &space)
@@ -56,15 +50,39 @@ HRESULT createAtsc(const AtscSpaceTemplate &model, CComPtr<ITuningSpace> &space)
     TuningSpaceFields fields;
     fields.uniqueName = model.name;
     fields.friendlyName = model.description;
-    fields.spaceClass = *model.spaceClass;
-    fields.networkType = *model.networkType;
+    fields.spaceClass = kClsidAtscTuningSpace;
+    fields.networkType = kNetworkTypeAtsc;
     const CComPtr<ILocator> locator = AtscLocator::withModulation(model.modulation);
+    if (!locator)
+        return E_OUTOFMEMORY;
     fields.defaultLocator = locator;
     AtscTuningSpace *created = new (std::nothrow) AtscTuningSpace(fields, model.ranges);
-    if (!created || !fields.defaultLocator) {
-        delete created;
+    if (!created)
         return E_OUTOFMEMORY;
-    }
+    space = created;
+    return S_OK;
+}
+
+HRESULT createDigitalCable(CComPtr<ITuningSpace> &space)
+{
+    TuningSpaceFields fields;
+    fields.uniqueName = L"Digital Cable";
+    fields.friendlyName = L"Local Digital Cable";
+    fields.spaceClass = kClsidDigitalCableTuningSpace;
+    fields.networkType = kNetworkTypeDigitalCable;
+    const CComPtr<ILocator> locator = AtscLocator::withModulation(BDA_MOD_256QAM);
+    if (!locator)
+        return E_OUTOFMEMORY;
+    fields.defaultLocator = locator;
+    CableChannelRanges cable;
+    cable.minMajorChannel = 1;
+    cable.maxMajorChannel = 99;
+    cable.minSourceId = 0;
+    cable.maxSourceId = 0x7fffffff;
+    DigitalCableTuningSpace *created =
+        new (std::nothrow) DigitalCableTuningSpace(fields, ranges(2, 9999, TunerInputCable, 2, 158), cable);
+    if (!created)
+        return E_OUTOFMEMORY;
     space = created;
     return S_OK;
 }
@@ -77,12 +95,12 @@ HRESULT createDvbt(CComPtr<ITuningSpace> &space)
     fields.spaceClass = kClsidDvbTuningSpace;
     fields.networkType = kNetworkTypeDvbt;
     const CComPtr<ILocator> locator = DvbtLocator::withBandwidth(8);
+    if (!locator)
+        return E_OUTOFMEMORY;
     fields.defaultLocator = locator;
     DvbTuningSpace *created = new (std::nothrow) DvbTuningSpace(fields, DVB_Terrestrial);
-    if (!created || !fields.defaultLocator) {
-        delete created;
+    if (!created)
         return E_OUTOFMEMORY;
-    }
     space = created;
     return S_OK;
 }
@@ -112,11 +130,25 @@ HRESULT TuningSpaceCatalog::create(const std::wstring &uniqueName, CComPtr<ITuni
     space.Release();
     if (uniqueName == L"DVB-T")
         return createDvbt(space);
+    if (uniqueName == L"Digital Cable")
+        return createDigitalCable(space);
     for (const AtscSpaceTemplate &model : kAtscSpaces) {
         if (uniqueName == model.name)
             return createAtsc(model, space);
     }
     return E_INVALIDARG;
+}
+
+HRESULT TuningSpaceCatalog::admitTuneRequest(const std::wstring &spaceName)
+{
+    const auto state = device();
+    const std::wstring entry = L"CreateTuneRequest " + spaceName;
+    const HRESULT fault = state->hresult(L"fault.CreateTuneRequest");
+    if (FAILED(fault))
+        state->record(entry + L" failed", fault);
+    else
+        state->record(entry);
+    return fault;
 }
 
 std::wstring TuningSpaceCatalog::uniqueNameOf(ITuningSpace *space)

@@ -32,6 +32,9 @@ public:
     // A new tuning space of that unique name with its default settings; E_INVALIDARG for a
     // name the lab does not know.
     static HRESULT create(const std::wstring &uniqueName, CComPtr<ITuningSpace> &space);
+    // Whether a space may create a tune request now: the injected fault.CreateTuneRequest, or
+    // S_OK; journals "CreateTuneRequest <space>" either way.
+    static HRESULT admitTuneRequest(const std::wstring &spaceName);
     // A space's unique name; empty when it has none.
     static std::wstring uniqueNameOf(ITuningSpace *space);
 };

@@ -172,6 +172,28 @@ TEST_F(BdaSystemTest, EachSpaceCreatesItsKindOfTuneRequest)
         EXPECT_EQ(name, labtest::uniqueName(owner));
     }
 
+    CComPtr<ITuningSpace> cableSpace = labtest::systemSpace(L"Digital Cable");
+    CComQIPtr<IDigitalCableTuningSpace> cable(cableSpace);
+    ASSERT_TRUE(cable);
+    EXPECT_EQ(L"{143827AB-F77B-498D-81CA-5A007AEC28BF}", labtest::networkType(cableSpace));
+    LONG maxMajor = 0;
+    EXPECT_HRESULT_SUCCEEDED(cable->get_MaxMajorChannel(&maxMajor));
+    EXPECT_EQ(99, maxMajor);
+    CComPtr<ITuneRequest> cableRequest;
+    ASSERT_HRESULT_SUCCEEDED(cable->CreateTuneRequest(&cableRequest));
+    CComQIPtr<IDigitalCableTuneRequest> cableChannel(cableRequest);
+    ASSERT_TRUE(cableChannel);
+    ASSERT_HRESULT_SUCCEEDED(cableChannel->put_MajorChannel(12));
+    ASSERT_HRESULT_SUCCEEDED(cableChannel->put_SourceID(7001));
+    CComPtr<ITuneRequest> cableCopy;
+    ASSERT_HRESULT_SUCCEEDED(cableRequest->Clone(&cableCopy));
+    LONG major = 0;
+    LONG source = 0;
+    EXPECT_HRESULT_SUCCEEDED(CComQIPtr<IDigitalCableTuneRequest>(cableCopy)->get_MajorChannel(&major));
+    EXPECT_HRESULT_SUCCEEDED(CComQIPtr<IDigitalCableTuneRequest>(cableCopy)->get_SourceID(&source));
+    EXPECT_EQ(12, major);
+    EXPECT_EQ(7001, source);
+
     CComPtr<ITuningSpace> space = labtest::systemSpace(L"DVB-T");
     CComQIPtr<IDVBTuningSpace2> dvb(space);
     ASSERT_TRUE(dvb);

@@ -166,7 +166,7 @@ TEST_F(NetworkProviderTest, RequestOfAnotherNetworkTypeIsRefused)
     EXPECT_HRESULT_FAILED(atsc->get_TuneRequest(&current));
     EXPECT_FALSE(current);
     EXPECT_EQ((std::vector<std::wstring>{
-                  L"TuneRequest DVB-T DVB-T 474000 kHz not-set 8 MHz channel -1 minor -1 program -1 failed 0x80070057",
+                  L"TuneRequest DVB-T DVB-T 474000 kHz NOT_SET 8 MHz channel -1 minor -1 program -1 failed 0x80070057",
                   L"TuneRequest ATSC ATSC 177000 kHz 8VSB 6 MHz channel 7 minor -1 program 1 failed 0x80070057",
                   L"TuningSpace Digital Cable failed 0x80070057"}),
               lab::journal(kProvider));
@@ -199,10 +199,16 @@ TEST_F(NetworkProviderTest, TuneRequestReachesTheTunerFilter)
         graph.control->put_TuneRequest(labtest::atscRequest(L"ClearQAM", 95, -1, -1, BDA_MOD_NOT_SET, -1)));
     EXPECT_EQ(deliveryCalls(91250, 6, BDA_MOD_256QAM), graph.tuner->calls());
 
+    graph.tuner->clearCalls();
+    ASSERT_HRESULT_SUCCEEDED(
+        graph.control->put_TuneRequest(labtest::atscRequest(L"Digital Cable", 100, -1, -1, BDA_MOD_NOT_SET, -1)));
+    EXPECT_EQ(deliveryCalls(649250, 6, BDA_MOD_256QAM), graph.tuner->calls());
+
     EXPECT_EQ((std::vector<std::wstring>{
                   L"TuneRequest ATSC ATSCCable 55250 kHz 256QAM 6 MHz channel 2 minor -1 program 1",
                   L"TuneRequest ATSC ATSC 473000 kHz 8VSB 6 MHz channel 4 minor -1 program 3",
-                  L"TuneRequest ATSC ClearQAM 91250 kHz 256QAM 6 MHz channel 95 minor -1 program -1"}),
+                  L"TuneRequest ATSC ClearQAM 91250 kHz 256QAM 6 MHz channel 95 minor -1 program -1",
+                  L"TuneRequest DigitalCable Digital Cable 649250 kHz 256QAM 6 MHz channel 100 minor -1 program -1"}),
               lab::journal(kProvider));
 }
 
