@@ -32,7 +32,8 @@ kel::String hrText(HRESULT hr)
 
 } // namespace
 
-ClearQAMTuner::ClearQAMTuner(const ruvo::DiagDevice& device, const kel::String& name) : DigitalTuner(device, name)
+ClearQAMTuner::ClearQAMTuner(const ruvo::DiagDevice& device, const kel::String& name)
+    : DigitalTuner(device, name), m_programTuneMark(0)
 {
     m_maxChannel = kMaxCableChannel;
 }
@@ -142,7 +143,6 @@ bool ClearQAMTuner::checkCurrentChannel()
         THROW_ERROR(TestResult::FAIL(), 0, nullptr);
     }
     buffer->reset();
-    m_collectWatch.reset();
     kel::System::mssleep(kCollectDelay);
     if (buffer->bytesReceived() == 0) {
         SORVANE_LOG_DETAIL("No packets, no transport stream on this channel");
@@ -155,6 +155,8 @@ bool ClearQAMTuner::checkCurrentChannel()
         SORVANE_LOG_DETAIL("Return of -1 --> no clear programs found");
         return false;
     }
+    m_programTuneMark = buffer->bytesReceived();
+    m_collectWatch.reset();
     return checkChannel(static_cast<int>(m_currentChannel), program, 0);
 }
 
@@ -164,9 +166,10 @@ void ClearQAMTuner::signalFound()
     SampleCallback* buffer = dynamic_cast<SampleCallback*>(m_sampleGrabberCallback.p);
     if (!buffer) return;
     const double elapsedMs = static_cast<double>(m_collectWatch.elapsedMilliseconds());
-    const int32_t received = buffer->bytesReceived();
+    const int32_t received = buffer->bytesReceived() - m_programTuneMark;
+    if (received <= 0) return;
     std::vector<unsigned char> bytes(static_cast<size_t>(received < kMeasuredBytes ? received : kMeasuredBytes));
-    const int32_t copied = buffer->copyReceived(bytes.data(), static_cast<int32_t>(bytes.size()));
+    const int32_t copied = buffer->copyReceived(m_programTuneMark, bytes.data(), static_cast<int32_t>(bytes.size()));
     // The bytes kept are the first ones, so their share of the time is the share of the bytes.
     const double durationMs = received > 0 ? elapsedMs * copied / received : 0.0;
     measureStream(bytes.data(), copied, durationMs);

@@ -24,7 +24,8 @@ protected:
 
     CComPtr<ITuningSpace> m_tuningSpace;
     CComPtr<ISampleGrabberCB> m_sampleGrabberCallback;
-    // Runs from the moment the packet buffer was last emptied.
+    // Where the stream of the program's own tune starts in the packet buffer, and since when.
+    int32_t m_programTuneMark;
     kel::Stopwatch m_collectWatch;
 };
 

@@ -367,6 +367,9 @@ void DigitalTuner::renderFromFilter(CComPtr<IBaseFilter> filter)
 bool DigitalTuner::renderFromPin(CComPtr<IPin> pin, long& hr)
 {
     SORVANE_TRACE();
+    // The video renderer goes in first, so that intelligent connect ends at it rather than at
+    // whichever renderer the system would try (some fail or stop the process without a display).
+    addVideoRenderer();
     hr = m_graphManager->Render(pin);
     SORVANE_LOG_DETAIL("renderFromPin: IGraphBuilder::Render returns " << hrText(hr));
     return SUCCEEDED(hr);

@@ -88,11 +88,13 @@ int32_t SampleCallback::bytesReceived()
     return m_writeCount;
 }
 
-int32_t SampleCallback::copyReceived(unsigned char* out, int32_t length)
+int32_t SampleCallback::copyReceived(int32_t from, unsigned char* out, int32_t length)
 {
     kel::mutex::scoped_lock lock(m_lock);
-    const int32_t count = length < m_writeCount ? length : m_writeCount;
-    if (count > 0) std::memcpy(out, m_data, static_cast<size_t>(count));
+    if (from < 0 || from >= m_writeCount) return 0;
+    const int32_t available = m_writeCount - from;
+    const int32_t count = length < available ? length : available;
+    if (count > 0) std::memcpy(out, m_data + from, static_cast<size_t>(count));
     return count;
 }
 

@@ -38,8 +38,8 @@ public:
     // Forgets every byte received so far.
     void reset();
     int32_t bytesReceived();
-    // Copies up to `length` of the bytes received so far; returns how many.
-    int32_t copyReceived(unsigned char* out, int32_t length);
+    // Copies up to `length` of the bytes received so far, from offset `from`; returns how many.
+    int32_t copyReceived(int32_t from, unsigned char* out, int32_t length);
 
 private:
     SampleCallback(const SampleCallback&) = delete;
