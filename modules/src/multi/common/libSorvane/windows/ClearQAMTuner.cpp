@@ -177,7 +177,8 @@ void ClearQAMTuner::signalFound()
 
 void ClearQAMTuner::cleanUpCOMInterfaces()
 {
-    // The grabber lets go of the callback before the callback goes.
+    // The streaming thread stops, then the grabber lets go of the callback, before the callback goes.
+    if (m_mediaControl) m_mediaControl->Stop();
     if (m_sampleGrabber) m_sampleGrabber->SetCallback(nullptr, kBufferMode);
     m_sampleGrabberCallback.Release();
     m_tuningSpace.Release();
