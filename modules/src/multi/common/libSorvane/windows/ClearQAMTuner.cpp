@@ -23,6 +23,7 @@ const long kBufferMode = 1;
 const int kFirstProgram = 1;
 // At most this much of the channel's stream is measured for its health.
 const int32_t kMeasuredBytes = 16 * 1024 * 1024;
+const int32_t kNoChannelFound = -1;
 const wchar_t* const kCableSpaces[] = {L"ATSCCable", L"ClearQAM", L"Digital Cable"};
 
 kel::String hrText(HRESULT hr)
@@ -33,7 +34,7 @@ kel::String hrText(HRESULT hr)
 } // namespace
 
 ClearQAMTuner::ClearQAMTuner(const ruvo::DiagDevice& device, const kel::String& name)
-    : DigitalTuner(device, name), m_programTuneMark(0)
+    : DigitalTuner(device, name), m_foundMark(kNoChannelFound)
 {
     m_maxChannel = kMaxCableChannel;
 }
@@ -155,30 +156,40 @@ bool ClearQAMTuner::checkCurrentChannel()
         SORVANE_LOG_DETAIL("Return of -1 --> no clear programs found");
         return false;
     }
-    m_programTuneMark = buffer->bytesReceived();
-    m_collectWatch.reset();
     return checkChannel(static_cast<int>(m_currentChannel), program, 0);
 }
 
+// The found channel's stream is measured from here to the graph's stop: it has been tuned and
+// settled, and it keeps arriving while the picture stays on screen.
 void ClearQAMTuner::signalFound()
 {
     DigitalTuner::signalFound();
     SampleCallback* buffer = dynamic_cast<SampleCallback*>(m_sampleGrabberCallback.p);
     if (!buffer) return;
-    const double elapsedMs = static_cast<double>(m_collectWatch.elapsedMilliseconds());
-    const int32_t received = buffer->bytesReceived() - m_programTuneMark;
+    m_foundMark = buffer->bytesReceived();
+    m_foundWatch.reset();
+}
+
+void ClearQAMTuner::measureFoundChannel()
+{
+    SampleCallback* buffer = dynamic_cast<SampleCallback*>(m_sampleGrabberCallback.p);
+    const int32_t mark = m_foundMark;
+    m_foundMark = kNoChannelFound;
+    if (!buffer || mark == kNoChannelFound) return;
+    const double elapsedMs = static_cast<double>(m_foundWatch.elapsedMilliseconds());
+    const int32_t received = buffer->bytesReceived() - mark;
     if (received <= 0) return;
     std::vector<unsigned char> bytes(static_cast<size_t>(received < kMeasuredBytes ? received : kMeasuredBytes));
-    const int32_t copied = buffer->copyReceived(m_programTuneMark, bytes.data(), static_cast<int32_t>(bytes.size()));
+    const int32_t copied = buffer->copyReceived(mark, bytes.data(), static_cast<int32_t>(bytes.size()));
     // The bytes kept are the first ones, so their share of the time is the share of the bytes.
-    const double durationMs = received > 0 ? elapsedMs * copied / received : 0.0;
-    measureStream(bytes.data(), copied, durationMs);
+    measureStream(bytes.data(), copied, elapsedMs * copied / received);
 }
 
 void ClearQAMTuner::cleanUpCOMInterfaces()
 {
     // The streaming thread stops, then the grabber lets go of the callback, before the callback goes.
     if (m_mediaControl) m_mediaControl->Stop();
+    measureFoundChannel();
     if (m_sampleGrabber) m_sampleGrabber->SetCallback(nullptr, kBufferMode);
     m_sampleGrabberCallback.Release();
     m_tuningSpace.Release();

@@ -24,9 +24,13 @@ protected:
 
     CComPtr<ITuningSpace> m_tuningSpace;
     CComPtr<ISampleGrabberCB> m_sampleGrabberCallback;
-    // Where the stream of the program's own tune starts in the packet buffer, and since when.
-    int32_t m_programTuneMark;
-    kel::Stopwatch m_collectWatch;
+private:
+    // Measures the stream that arrived while the channel found stayed on screen.
+    void measureFoundChannel();
+
+    // Where that stream starts in the packet buffer (-1: no channel found), and since when.
+    int32_t m_foundMark;
+    kel::Stopwatch m_foundWatch;
 };
 
 } // namespace sorvane
