@@ -300,3 +300,25 @@ TEST_F(DigitalTunerLabTest, ReceiverlessDeviceOnlyWhereTolerated)
 }
 
 } // namespace
+
+namespace {
+
+TEST_F(DigitalTunerLabTest, DVBTStreamQualityOf51IsASignalAnd50DefersToTheStatistics)
+{
+    // Samples of 100 packets with errors spread evenly: the quality is exactly 100 - errors.
+    lab::DeviceOverride receiver(L"Lab DVB-T Receiver", L"packets-per-sample", L"100");
+    lab::DeviceOverride tuner(kDvbtTuner);
+    tuner.set(L"signal.present", L"0").set(L"signal.locked", L"0").set(L"signal.quality", L"0");
+    setParameter("Country", ruvo::Value(kel::String(L"de")));
+    setRange(9, 9);
+
+    tuner.set(L"fault.errors", L"49");
+    EXPECT_EQ(scan<sorvane::DVBTuner>(kDvbtTuner).getResult(), TestResult::PASS());
+    EXPECT_TRUE(log().contains(L"Signal Quality: 51"));
+
+    tuner.set(L"fault.errors", L"50");
+    EXPECT_EQ(scan<sorvane::DVBTuner>(kDvbtTuner).getResult(), TestResult::NOSIGNAL());
+    EXPECT_TRUE(log().contains(L"Signal Quality: 50"));
+}
+
+} // namespace
