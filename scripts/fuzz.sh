@@ -3,7 +3,8 @@
 #   scripts/fuzz.sh --smoke                 every target for a few seconds (part of scripts/test.sh)
 #   scripts/fuzz.sh --runs N [TARGET...]    every target (or the ones named) for N executions
 #   scripts/fuzz.sh --time S [TARGET...]    every target (or the ones named) for S seconds
-# Corpora grow in $FUZZ_DIR/corpus/<target> (default build-fuzz/); crashes land in $FUZZ_DIR/crashes.
+# Seeds: generated streams and, when present, the lab's broadcast (lab/broadcast.conf) as its generator
+# emits it. Corpora grow in $FUZZ_DIR/corpus/<target> (default build-fuzz/); crashes land in $FUZZ_DIR/crashes.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -50,6 +51,12 @@ for target in "${targets[@]}"; do
 done
 mkdir -p "$fuzz_dir/seeds/quality" "$fuzz_dir/seeds/packetsearch" "$fuzz_dir/seeds/programsearch" "$fuzz_dir/seeds/streamhealth"
 "$fuzz_dir/bin/seeds" "$fuzz_dir/seeds"
+# The lab's broadcast, as its generator emits it, when the lab's portable broadcast code is here.
+if [ -f lab/broadcast/TransportStreamGenerator.cpp ]; then
+    extra=(-Ilab)
+    build "$fuzz_dir/bin/labseeds" fuzz/LabSeedGenerator.cpp lab/broadcast/*.cpp
+    "$fuzz_dir/bin/labseeds" lab/broadcast.conf "$fuzz_dir/seeds"
+fi
 
 extra=(-fsanitize=fuzzer,address,undefined -fno-sanitize-recover=undefined)
 for target in "${targets[@]}"; do
