@@ -112,7 +112,7 @@ TEST(SorvaneDiagListTest, TheReportHoldsEachDeviceRecordWithItsIdentity)
     // A BDA tuner the probe connected to the ATSC network provider.
     const JsonValue& digital = deviceNamed(devices, "Lab ATSC QAM Tuner");
     ASSERT_FALSE(digital.isNull());
-    EXPECT_EQ((std::vector<std::string>{"DigitalTVTuner"}), texts(digital["capabilities"]));
+    EXPECT_EQ((std::vector<std::string>{"VideoCapture", "DigitalTVTuner"}), texts(digital["capabilities"]));
     EXPECT_EQ("digital tuner", digital["identity"]["kind"].text());
     EXPECT_EQ("Lab ATSC QAM Tuner", digital["identity"]["digitalFilter"].text());
     EXPECT_EQ("Lab ATSC QAM Tuner", digital["properties"]["DigitalFriendlyName"].text());

@@ -4,6 +4,7 @@
 #include "Command.h"
 #include "DemoCommand.h"
 #include "DepthCommand.h"
+#include "DigitalScanCommand.h"
 #include "FmCommand.h"
 #include "FormatsCommand.h"
 #include "ListCommand.h"
@@ -43,6 +44,10 @@ private:
     DemoCommand m_demo;
     DepthCommand m_depth;
     FormatsCommand m_formats;
+    DigitalScanCommand m_atsc{CaptureClasses::DigitalKind::ATSC};
+    DigitalScanCommand m_clearqam{CaptureClasses::DigitalKind::CLEARQAM};
+    DigitalScanCommand m_dvbt{CaptureClasses::DigitalKind::DVBT};
+    DigitalScanCommand m_ocur{CaptureClasses::DigitalKind::OCUR};
     std::vector<Command*> m_all;
 };
 

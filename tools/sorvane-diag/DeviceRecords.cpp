@@ -35,8 +35,10 @@ ruvo::DeviceCapability DeviceRecords::capabilitiesOf(const CaptureDevice& device
         capabilities = capabilities | ruvo::DeviceCapability::VideoCapture();
     if (has(device, CaptureStreamType::ANALOG(), CaptureFeature::TVTUNING()))
         capabilities = capabilities | ruvo::DeviceCapability::AnalogTVTuner() | ruvo::DeviceCapability::FMRadioTuner();
+    // A digital tuner is a video capture device to the framework too: every capture class
+    // requires that capability of its record.
     if (has(device, CaptureStreamType::DIGITAL(), CaptureFeature::TVTUNING()))
-        capabilities = capabilities | ruvo::DeviceCapability::DigitalTVTuner();
+        capabilities = capabilities | ruvo::DeviceCapability::VideoCapture() | ruvo::DeviceCapability::DigitalTVTuner();
     if (DeviceIdentity::kindOf(device) == L"webcam") capabilities = capabilities | ruvo::DeviceCapability::Webcam();
     return capabilities;
 }

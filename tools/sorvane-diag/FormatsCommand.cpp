@@ -31,9 +31,11 @@ ruvo::TestResult FormatsCommand::run(CommandContext& context)
     if (context.options().device.empty()) {
         const std::vector<ruvo::DiagDevice>& devices = context.devices();
         context.report().setDevices(devices);
-        // Digital tuners have no video capture pin: their stream is a transport stream.
+        // Only a device with an analog capture filter has a capture pin to ask: a digital
+        // tuner's stream is a transport stream.
+        const kel::Array<CaptureDevice>& captureDevices = context.captureDevices();
         for (size_t i = 0; i < devices.size(); ++i) {
-            if (devices[i].intersectCapability(ruvo::DeviceCapability::VideoCapture()))
+            if (!captureDevices[static_cast<int>(i)].analogFilterName().isEmpty())
                 listings.push_back(list(devices[i], static_cast<int>(i)));
         }
     } else {

@@ -11,7 +11,10 @@ ruvo::TestResult TunerScanCommand::run(CommandContext& context)
     if (!context.chooseDevice(fitting(), kind(), device)) return ruvo::TestResult::NODEVICE();
     applyDefaults(context);
     context.terminal().line(L"Scanning... (Ctrl+C stops the scan)");
-    return context.runTest(L"scan", [&] { scan(device, CommandContext::windowTitle(device)); });
+    const ruvo::TestResult result =
+        context.runTest(L"scan", [&] { scan(device, CommandContext::windowTitle(device)); });
+    if (result == ruvo::TestResult::PASS()) afterPass(context);
+    return result;
 }
 
 } // namespace diag

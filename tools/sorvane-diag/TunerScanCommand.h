@@ -20,6 +20,8 @@ protected:
     virtual std::wstring kind() const = 0;
     virtual void applyDefaults(CommandContext& context) const = 0;
     virtual void scan(const ruvo::DiagDevice& device, const std::wstring& title) const = 0;
+    // After a scan that passed: what the command adds to the terminal and the report.
+    virtual void afterPass(CommandContext& context) const { (void)context; }
 };
 
 } // namespace diag
