@@ -10,17 +10,19 @@ cd "$(dirname "$0")/.."
 
 fuzz_dir=${FUZZ_DIR:-$PWD/build-fuzz}
 library=modules/src/multi/common/libSorvane/windows
-targets=(quality packetsearch programsearch streamhealth)
+targets=(quality packetsearch programsearch streamhealth deviceids)
 declare -A sources=(
     [quality]="fuzz/QualityFuzzer.cpp $library/HexDump.cpp"
     [packetsearch]="fuzz/PacketSearchFuzzer.cpp $library/TsPacketSearch.cpp"
     [programsearch]="fuzz/ProgramSearchFuzzer.cpp $library/ClearProgramSearch.cpp $library/PsiSectionAssembler.cpp $library/Crc32Mpeg2.cpp"
     [streamhealth]="fuzz/StreamHealthFuzzer.cpp $library/StreamHealthMonitor.cpp $library/PsiSectionAssembler.cpp $library/Crc32Mpeg2.cpp"
-    # The identifier parsers of device discovery go here once they are portable, e.g.
-    # [deviceids]="fuzz/DeviceIdFuzzer.cpp $library/<parser>.cpp"
+    # The identity parsers of device discovery, with the framework's text class; fuzz/native
+    # stands in for the two UTF-8 conversions of <windows.h> it uses.
+    [deviceids]="fuzz/DeviceIdFuzzer.cpp fuzz/native/KelAssertAbort.cpp $library/DeviceIdParser.cpp $library/CaptureBusType.cpp framework/src/kelcore/String.cpp"
 )
 cxx=${CXX_FUZZ:-clang++}
-flags=(-std=c++17 -O1 -g -fno-omit-frame-pointer -I"$library" -Itests/support)
+flags=(-std=c++17 -O1 -g -fno-omit-frame-pointer -I"$library" -Itests/support -Iframework/include -Ifuzz/native
+       "-D__declspec(x)=")
 
 mode=${1:-}
 case "$mode" in
@@ -51,6 +53,13 @@ for target in "${targets[@]}"; do
 done
 mkdir -p "$fuzz_dir/seeds/quality" "$fuzz_dir/seeds/packetsearch" "$fuzz_dir/seeds/programsearch" "$fuzz_dir/seeds/streamhealth"
 "$fuzz_dir/bin/seeds" "$fuzz_dir/seeds"
+# The device paths of the lab's hardware, as UTF-16 text, seed the identity parsers.
+mkdir -p "$fuzz_dir/seeds/deviceids"
+n=0
+grep -E '^(path|instance) = ' lab/lab.conf | cut -d' ' -f3- | while IFS= read -r text; do
+    n=$((n + 1))
+    printf '%s' "$text" | iconv -f UTF-8 -t UTF-16LE >"$fuzz_dir/seeds/deviceids/lab-$n"
+done
 # The lab's broadcast, as its generator emits it, when the lab's portable broadcast code is here.
 if [ -f lab/broadcast/TransportStreamGenerator.cpp ]; then
     extra=(-Ilab)
