@@ -115,7 +115,11 @@ int HostApplication::runCommand(Command& command, const HostOptions& options)
 ruvo::TestResult HostApplication::runInSession(Command& command, const HostOptions& options, Terminal& terminal,
                                                RunReport& report)
 {
-    HostSession session(terminal, report, options.interactive);
+    HostSession session(terminal, report, options.interactive, [&options, &terminal, &report] {
+        report.addMessage(L"Quit at once by a second Ctrl+C: the test did not finish.");
+        report.setExitCode(ResultCodes::FORCED_QUIT);
+        writeReport(options, terminal, report);
+    });
     CommandContext context(options, terminal, report);
     return command.run(context);
 }

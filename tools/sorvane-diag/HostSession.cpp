@@ -10,7 +10,8 @@
 namespace sorvane {
 namespace diag {
 
-HostSession::HostSession(Terminal& terminal, RunReport& report, bool interactive)
+HostSession::HostSession(Terminal& terminal, RunReport& report, bool interactive,
+                         const StopRequest::QuitAction& beforeQuit)
     : m_backend(terminal, report, interactive)
 {
     // The capture objects own windows and pump messages on this thread, as on a test
@@ -19,7 +20,7 @@ HostSession::HostSession(Terminal& terminal, RunReport& report, bool interactive
     if (FAILED(hr)) throw HostError(L"Starting COM", hr);
     ruvo::DiagModule::setBackend(&m_backend);
     sorvane::init();
-    StopRequest::install(terminal);
+    StopRequest::install(terminal, beforeQuit);
 }
 
 HostSession::~HostSession()

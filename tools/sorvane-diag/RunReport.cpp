@@ -69,15 +69,21 @@ int64_t RunReport::elapsedMs() const
     return std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() - m_start).count();
 }
 
-void RunReport::setCommand(const std::wstring& command) { m_command = command; }
+void RunReport::setCommand(const std::wstring& command)
+{
+    const Hold hold(m_lock);
+    m_command = command;
+}
 
 void RunReport::addParameter(const std::wstring& key, const std::wstring& value)
 {
+    const Hold hold(m_lock);
     m_parameters.push_back(std::make_pair(key, value));
 }
 
 void RunReport::setDevice(const ruvo::DiagDevice& device, int index)
 {
+    const Hold hold(m_lock);
     m_hasDevice = true;
     m_device.record = device;
     m_device.index = index;
@@ -85,6 +91,7 @@ void RunReport::setDevice(const ruvo::DiagDevice& device, int index)
 
 void RunReport::setDevices(const std::vector<ruvo::DiagDevice>& devices)
 {
+    const Hold hold(m_lock);
     m_listed = true;
     m_devices.clear();
     for (size_t i = 0; i < devices.size(); ++i) {
@@ -93,28 +100,36 @@ void RunReport::setDevices(const std::vector<ruvo::DiagDevice>& devices)
     }
 }
 
-void RunReport::addEvent(const ruvo::PostedEvent& event) { m_events.push_back(event); }
+void RunReport::addEvent(const ruvo::PostedEvent& event)
+{
+    const Hold hold(m_lock);
+    m_events.push_back(event);
+}
 
 void RunReport::addProgressText(const std::wstring& text)
 {
+    const Hold hold(m_lock);
     ProgressEntry entry = {elapsedMs(), ProgressEntry::TEXT, text, 0};
     m_progress.push_back(entry);
 }
 
 void RunReport::addPercent(int percent)
 {
+    const Hold hold(m_lock);
     ProgressEntry entry = {elapsedMs(), ProgressEntry::PERCENT, std::wstring(), percent};
     m_progress.push_back(entry);
 }
 
 void RunReport::addPercentReset()
 {
+    const Hold hold(m_lock);
     ProgressEntry entry = {elapsedMs(), ProgressEntry::RESET, std::wstring(), 0};
     m_progress.push_back(entry);
 }
 
 void RunReport::addFile(const std::wstring& path, const std::wstring& kind)
 {
+    const Hold hold(m_lock);
     FileEntry entry = {path, kind, fileSize(path)};
     m_fileEntries.push_back(entry);
     m_files.push_back(path);
@@ -122,29 +137,41 @@ void RunReport::addFile(const std::wstring& path, const std::wstring& kind)
 
 void RunReport::addTiming(const std::wstring& name, int64_t milliseconds)
 {
+    const Hold hold(m_lock);
     m_timings.push_back(std::make_pair(name, milliseconds));
 }
 
 void RunReport::setErrorCode(long code)
 {
+    const Hold hold(m_lock);
     m_hasErrorCode = true;
     m_errorCode = code;
 }
 
-void RunReport::addMessage(const std::wstring& message) { m_messages.push_back(message); }
+void RunReport::addMessage(const std::wstring& message)
+{
+    const Hold hold(m_lock);
+    m_messages.push_back(message);
+}
 
 void RunReport::addSection(const std::wstring& key, const std::function<void(JsonWriter&)>& write)
 {
+    const Hold hold(m_lock);
     m_sections.push_back(std::make_pair(key, write));
 }
 
 void RunReport::setResult(const ruvo::TestResult& result)
 {
+    const Hold hold(m_lock);
     m_hasResult = true;
     m_result = result;
 }
 
-void RunReport::setExitCode(int exitCode) { m_exitCode = exitCode; }
+void RunReport::setExitCode(int exitCode)
+{
+    const Hold hold(m_lock);
+    m_exitCode = exitCode;
+}
 
 void RunReport::writeDevice(JsonWriter& json, const Device& device)
 {
@@ -222,6 +249,7 @@ void RunReport::writeTimings(JsonWriter& json) const
 
 std::string RunReport::toJson() const
 {
+    const Hold hold(m_lock);
     JsonWriter json;
     json.beginObject();
     json.field(L"program", L"sorvane-diag");

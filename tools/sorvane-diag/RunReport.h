@@ -10,6 +10,7 @@
 #include <chrono>
 #include <cstdint>
 #include <functional>
+#include <mutex>
 #include <string>
 #include <utility>
 #include <vector>
@@ -61,6 +62,9 @@ public:
     std::string toJson() const;
 
 private:
+    // The second Ctrl+C writes the report from the console's own thread while the test runs.
+    typedef std::lock_guard<std::recursive_mutex> Hold;
+
     struct ProgressEntry {
         int64_t atMs;
         enum Kind { TEXT, PERCENT, RESET } kind;
@@ -102,6 +106,7 @@ private:
     bool m_hasResult;
     ruvo::TestResult m_result;
     int m_exitCode;
+    mutable std::recursive_mutex m_lock;
 };
 
 } // namespace diag
