@@ -1,5 +1,6 @@
 #include "HostSession.h"
 #include "HostError.h"
+#include "LibraryErrors.h"
 #include "StopRequest.h"
 
 #include <ModuleRegistration.h>
@@ -19,6 +20,7 @@ HostSession::HostSession(Terminal& terminal, RunReport& report, bool interactive
     const HRESULT hr = CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
     if (FAILED(hr)) throw HostError(L"Starting COM", hr);
     ruvo::DiagModule::setBackend(&m_backend);
+    LibraryErrors::start();
     sorvane::init();
     StopRequest::install(terminal, beforeQuit);
 }
@@ -26,6 +28,7 @@ HostSession::HostSession(Terminal& terminal, RunReport& report, bool interactive
 HostSession::~HostSession()
 {
     StopRequest::uninstall();
+    LibraryErrors::stop();
     ruvo::DiagModule::setBackend(nullptr);
     CoUninitialize();
 }

@@ -69,6 +69,28 @@ int64_t RunReport::elapsedMs() const
     return std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() - m_start).count();
 }
 
+size_t RunReport::eventCount() const
+{
+    const Hold hold(m_lock);
+    return m_events.size();
+}
+
+std::vector<ruvo::PostedEvent> RunReport::eventsSince(size_t first) const
+{
+    const Hold hold(m_lock);
+    if (first >= m_events.size()) return std::vector<ruvo::PostedEvent>();
+    return std::vector<ruvo::PostedEvent>(m_events.begin() + static_cast<std::ptrdiff_t>(first), m_events.end());
+}
+
+std::wstring RunReport::lastProgressText() const
+{
+    const Hold hold(m_lock);
+    for (auto entry = m_progress.rbegin(); entry != m_progress.rend(); ++entry) {
+        if (entry->kind == ProgressEntry::TEXT) return entry->text;
+    }
+    return std::wstring();
+}
+
 void RunReport::setCommand(const std::wstring& command)
 {
     const Hold hold(m_lock);

@@ -58,6 +58,10 @@ public:
     void addSection(const std::wstring& key, const std::function<void(JsonWriter&)>& write);
 
     int64_t elapsedMs() const;
+    size_t eventCount() const;
+    std::vector<ruvo::PostedEvent> eventsSince(size_t first) const;
+    // The last progress text the library reported ("Testing channel 3"); empty when none.
+    std::wstring lastProgressText() const;
     const std::vector<std::wstring>& files() const { return m_files; }
     std::string toJson() const;
 

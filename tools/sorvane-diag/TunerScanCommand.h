@@ -20,6 +20,14 @@ protected:
     virtual std::wstring kind() const = 0;
     virtual void applyDefaults(CommandContext& context) const = 0;
     virtual void scan(const ruvo::DiagDevice& device, const std::wstring& title) const = 0;
+    // Why the range set for the scan cannot work (BADPARAMS before the library runs); empty
+    // when it can.
+    virtual std::wstring rangeProblem() const { return std::wstring(); }
+    // Where the signal was found, from the last channel the scan reported ("3", "88.1").
+    virtual std::wstring foundAt(const std::wstring& channel) const { return L"Signal found on channel " + channel + L"."; }
+
+private:
+    static void reportFound(CommandContext& context, const std::wstring& sentence, const std::wstring& channel);
 };
 
 } // namespace diag

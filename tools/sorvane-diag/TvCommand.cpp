@@ -1,6 +1,7 @@
 #include "TvCommand.h"
 #include "CaptureClasses.h"
 #include "CommandContext.h"
+#include "ScanRange.h"
 
 namespace sorvane {
 namespace diag {
@@ -17,8 +18,8 @@ std::wstring TvCommand::help() const
            L"more pass (with --interactive the library first asks you to check the cable).\n"
            L"Ctrl+C stops the scan at the next channel: USERABORTED.\n"
            L"\n"
-           L"Parameters read: TVStartChannel and TVEndChannel (2 to 60; the host uses 2 and 60\n"
-           L"when unset), SignalType (ANTENNA or CABLE for one input only), ChecksPerChannel,\n"
+           L"Parameters read: TVStartChannel and TVEndChannel (2 to 60, the end at or above the\n"
+           L"start; the host uses 2 and 60 when unset), SignalType (ANTENNA or CABLE for one input only), ChecksPerChannel,\n"
            L"CheckTVCable, MsgBoxTimeout (seconds to wait for an answer; 0 or unset: no limit),\n"
            L"AskCountryCode1, AskCountryCode2.\n";
 }
@@ -33,6 +34,8 @@ void TvCommand::scan(const ruvo::DiagDevice& device, const std::wstring& title) 
 {
     CaptureClasses::checkTVSignal(device, title);
 }
+
+std::wstring TvCommand::rangeProblem() const { return ScanRange::channelProblem(L"TVStartChannel", L"TVEndChannel"); }
 
 } // namespace diag
 } // namespace sorvane

@@ -17,6 +17,7 @@ protected:
     std::wstring kind() const override { return L"TV tuner"; }
     void applyDefaults(CommandContext& context) const override;
     void scan(const ruvo::DiagDevice& device, const std::wstring& title) const override;
+    std::wstring rangeProblem() const override;
 };
 
 } // namespace diag

@@ -57,7 +57,8 @@ ruvo::TestResult WebcamCommand::run(CommandContext& context)
 
 void WebcamCommand::save(CommandContext& context, const CapturedFrames& frames)
 {
-    context.terminal().line(L"Got " + std::to_wstring(frames.buffers.size()) + L" frames of " +
+    context.terminal().line(L"Got " + std::to_wstring(frames.buffers.size()) +
+                            (frames.buffers.size() == 1 ? L" frame of " : L" frames of ") +
                             std::to_wstring(frames.width) + L"x" + std::to_wstring(frames.height) + L" " +
                             CapturedFrames::layoutName(frames.layout) + L".");
     const std::wstring folder = context.options().outputFolder.empty()
@@ -67,7 +68,9 @@ void WebcamCommand::save(CommandContext& context, const CapturedFrames& frames)
     const FrameSaver::SavedFiles saved = FrameSaver::save(frames, folder);
     for (const std::wstring& path : saved.frames) context.report().addFile(path, L"frame");
     if (!saved.contactSheet.empty()) context.report().addFile(saved.contactSheet, L"contactSheet");
-    context.terminal().line(L"Saved " + std::to_wstring(saved.frames.size()) + L" images and a contact sheet in " +
+    const size_t count = saved.frames.size();
+    context.terminal().line(L"Saved " + std::to_wstring(count) + (count == 1 ? L" image" : L" images") +
+                            L" and a contact sheet in " +
                             HostPaths::shown(folder));
 }
 
