@@ -76,6 +76,12 @@ ruvo::TestResult CommandContext::runTest(const std::wstring& phase, const std::f
         m_terminal.finishProgress();
         return ruvo::TestResult::PASS();
     } catch (const CaptureException& failure) {
+        // A range scanned to its end without a signal is finished: its bar ends full, although
+        // the library's last report is that of the last channel's start.
+        if (failure.getResult() == ruvo::TestResult::NOSIGNAL()) {
+            m_report.addPercent(100);
+            m_terminal.fillProgress();
+        }
         m_terminal.finishProgress();
         failure.postEvents();
         if (failure.getErrorCode() != 0) {

@@ -24,6 +24,8 @@ ruvo::TestResult TunerScanCommand::run(CommandContext& context)
         return ruvo::TestResult::BADPARAMS();
     }
     context.terminal().line(L"Scanning... (Ctrl+C stops the scan)");
+    const std::wstring note = scanNote();
+    if (!note.empty()) context.terminal().line(note);
     const ruvo::TestResult result = context.runTest(L"scan", [&] { scan(device, CommandContext::windowTitle(device)); });
     const std::wstring last = context.report().lastProgressText();
     if (result == ruvo::TestResult::PASS() && !last.empty()) {

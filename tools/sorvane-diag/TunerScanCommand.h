@@ -23,6 +23,9 @@ protected:
     // Why the range set for the scan cannot work (BADPARAMS before the library runs); empty
     // when it can.
     virtual std::wstring rangeProblem() const { return std::wstring(); }
+    // What the person should know about the scan before it starts (which inputs); empty for
+    // nothing.
+    virtual std::wstring scanNote() const { return std::wstring(); }
     // Where the signal was found, from the last channel the scan reported ("3", "88.1").
     virtual std::wstring foundAt(const std::wstring& channel) const { return L"Signal found on channel " + channel + L"."; }
 

@@ -3,6 +3,8 @@
 #include "CommandContext.h"
 #include "ScanRange.h"
 
+#include <ruvo/DiagModule.h>
+
 namespace sorvane {
 namespace diag {
 
@@ -36,6 +38,16 @@ void TvCommand::scan(const ruvo::DiagDevice& device, const std::wstring& title) 
 }
 
 std::wstring TvCommand::rangeProblem() const { return ScanRange::channelProblem(L"TVStartChannel", L"TVEndChannel"); }
+
+std::wstring TvCommand::scanNote() const
+{
+    // The library tries both inputs on every channel unless SignalType names one.
+    const ruvo::Parameter* type = ruvo::DiagModule::findParameter(kel::String(L"SignalType"));
+    const std::wstring only = type && type->isset() ? type->value().toKELString().toUpper().wstr() : std::wstring();
+    if (only == L"ANTENNA") return L"Each channel is checked on the antenna input only.";
+    if (only == L"CABLE") return L"Each channel is checked on the cable input only.";
+    return L"Each channel is checked on the antenna input, then on the cable input.";
+}
 
 } // namespace diag
 } // namespace sorvane
