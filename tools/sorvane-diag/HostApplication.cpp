@@ -5,6 +5,7 @@
 #include "HostError.h"
 #include "HostPaths.h"
 #include "HostSession.h"
+#include "OutputCheck.h"
 #include "ParameterSettings.h"
 #include "ResultCodes.h"
 #include "RunReport.h"
@@ -53,6 +54,7 @@ int HostApplication::run(const std::vector<std::wstring>& arguments)
             Terminal(false).line(commands.help(*command));
             return 0;
         }
+        OutputCheck::check(options);
         return runCommand(*command, options);
     } catch (const UsageError& error) {
         return usageFailure(error.message(), error.exitCode());
