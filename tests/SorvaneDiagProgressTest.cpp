@@ -36,7 +36,7 @@ TEST(SorvaneDiagProgressTest, AWaitForFramesShowsItsLengthAndHowToStopIt)
     ASSERT_TRUE(console.ready()) << GetLastError();
     HostProgram capture({L"webcam", L"-d", L"Lab Webcam Silent", L"-o", folder.file(L"frames")});
     ASSERT_TRUE(capture.started());
-    EXPECT_TRUE(capture.waitForOutput("waiting for the device: 5 s so far (Ctrl+C stops the test)", 60000))
+    EXPECT_TRUE(capture.waitForOutput("waiting for the device: 5 s (Ctrl+C twice quits)", 60000))
         << capture.outputSoFar();
     EXPECT_TRUE(contains(capture.outputSoFar(), "%  waiting for the device")) << capture.outputSoFar();
 
