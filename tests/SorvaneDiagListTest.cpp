@@ -1,19 +1,21 @@
-// `sorvane-diag list` against the lab: the framework device records the host builds from
-// the system's capture monikers.
+// `sorvane-diag list` against the lab, in its three forms: the table a person scans, the
+// library's records (--verbose) and the report with each device's identity (--json).
 #include "HostProgram.h"
 #include "JsonValue.h"
 
-#include <atlbase.h>
-#include <dshow.h>
 #include <gtest/gtest.h>
+#include <set>
 
 using sorvane::test::HostProgram;
-using sorvane::test::contains;
-using sorvane::test::narrow;
-using sorvane::test::wide;
 using sorvane::test::JsonValue;
+using sorvane::test::contains;
 
 namespace {
+
+const char* const kLabDevices[] = {"Lab Webcam RGB24",    "Lab Webcam RGB24 Top-Down", "Lab Webcam YUY2",
+                                   "Lab Webcam UYVY",     "Lab Webcam MJPG",           "Lab Webcam YUY2 MJPG",
+                                   "Lab Webcam HD",       "Lab Webcam In Use",         "Lab Analog TV Tuner",
+                                   "Lab Analog Capture Card"};
 
 const JsonValue& deviceNamed(const JsonValue& devices, const std::string& name)
 {
@@ -24,37 +26,36 @@ const JsonValue& deviceNamed(const JsonValue& devices, const std::string& name)
     return none;
 }
 
-std::vector<std::string> capabilities(const JsonValue& device)
+std::vector<std::string> texts(const JsonValue& list)
 {
-    std::vector<std::string> names;
-    for (size_t i = 0; i < device["capabilities"].size(); ++i) names.push_back(device["capabilities"][i].text());
-    return names;
+    std::vector<std::string> values;
+    for (size_t i = 0; i < list.size(); ++i) values.push_back(list[i].text());
+    return values;
 }
 
-// How many capture monikers the system device enumerator lists to this process.
-size_t monikerCount()
+// The table line that names `device`, from its name on.
+std::string rowOf(const std::string& text, const std::string& device)
 {
-    CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
-    size_t count = 0;
-    {
-        CComPtr<ICreateDevEnum> enumerator;
-        CComPtr<IEnumMoniker> monikers;
-        if (SUCCEEDED(enumerator.CoCreateInstance(CLSID_SystemDeviceEnum)) &&
-            enumerator->CreateClassEnumerator(CLSID_VideoInputDeviceCategory, &monikers, 0) == S_OK) {
-            for (;;) {
-                CComPtr<IMoniker> moniker;
-                if (monikers->Next(1, &moniker, nullptr) != S_OK) break;
-                ++count;
-            }
-        }
+    const size_t at = text.find("  " + device + "  ");
+    if (at == std::string::npos) return std::string();
+    const size_t start = text.rfind('\n', at) + 1;
+    return text.substr(start, text.find('\n', at) - start);
+}
+
+// Collapses runs of blanks, so a row reads the same whatever the column widths.
+std::string squeezed(const std::string& text)
+{
+    std::string out;
+    for (char c : text) {
+        if (c == ' ' && !out.empty() && out.back() == ' ') continue;
+        out += c;
     }
-    CoUninitialize();
-    return count;
+    return out;
 }
 
 } // namespace
 
-TEST(SorvaneDiagListTest, EveryCaptureMonikerBecomesADeviceRecord)
+TEST(SorvaneDiagListTest, TheReportHoldsEachDeviceRecordWithItsIdentity)
 {
     const HostProgram::Outcome outcome = HostProgram::run({L"list", L"--json", L"-"});
     ASSERT_TRUE(outcome.finished);
@@ -62,46 +63,105 @@ TEST(SorvaneDiagListTest, EveryCaptureMonikerBecomesADeviceRecord)
     const JsonValue json = JsonValue::parse(outcome.out);
     EXPECT_EQ("PASS", json["result"].text());
     const JsonValue& devices = json["devices"];
-    ASSERT_EQ(monikerCount(), devices.size());
+    std::set<std::string> names;
     for (size_t i = 0; i < devices.size(); ++i) {
         EXPECT_EQ(static_cast<double>(i), devices[i]["index"].number());
-        EXPECT_EQ(devices[i]["name"].text(), devices[i]["properties"]["AnalogFriendlyName"].text());
+        names.insert(devices[i]["name"].text());
     }
-}
+    EXPECT_EQ(names.size(), devices.size()) << "a device listed twice";
+    for (const char* name : kLabDevices) EXPECT_EQ(1u, names.count(name)) << name;
 
-TEST(SorvaneDiagListTest, RecordsCarryTheLocatorAndCapabilitiesTheLibraryMatches)
-{
-    const JsonValue devices = JsonValue::parse(HostProgram::run({L"list", L"--json", L"-"}).out)["devices"];
-
+    // The webcam's identity and driver facts come from SetupAPI, its name from its moniker.
     const JsonValue& webcam = deviceNamed(devices, "Lab Webcam YUY2");
     ASSERT_FALSE(webcam.isNull());
     EXPECT_EQ("Lab USB camera, YUY2, camera control without privacy", webcam["description"].text());
-    // "\\?\usb#vid_045e&...#{65e8...}\global": after "?\", upper case, "#" as "\".
     EXPECT_EQ("USB\\VID_045E&PID_0772&MI_00\\7&2B3C&0&0000\\{65E8773D-8F56-11D0-A3B9-00A0C9223196}\\GLOBAL",
               webcam["osLocator"].text());
-    EXPECT_EQ((std::vector<std::string>{"VideoCapture", "Webcam"}), capabilities(webcam));
+    EXPECT_EQ((std::vector<std::string>{"VideoCapture", "Webcam"}), texts(webcam["capabilities"]));
+    EXPECT_EQ("Lab Webcam YUY2", webcam["properties"]["AnalogFriendlyName"].text());
+    const JsonValue& identity = webcam["identity"];
+    EXPECT_EQ("webcam", identity["kind"].text());
+    EXPECT_EQ("USB\\VID_045E&PID_0772&MI_00\\7&2B3C&0&0000", identity["instanceId"].text());
+    EXPECT_EQ("045E", identity["vendorId"].text());
+    EXPECT_EQ("0772", identity["deviceId"].text());
+    EXPECT_EQ("", identity["subsysId"].text());
+    EXPECT_EQ("USB", identity["bus"].text());
+    EXPECT_EQ("Port_#0003.Hub_#0003", identity["location"].text());
+    EXPECT_EQ("Microsoft", identity["manufacturer"].text());
+    EXPECT_EQ("Microsoft", identity["driver"]["provider"].text());
+    EXPECT_EQ("10.0.19041.1202", identity["driver"]["version"].text());
+    EXPECT_FALSE(identity["driver"]["date"].text().empty());
+    EXPECT_TRUE(contains(identity["driver"]["inf"].text(), "\\inf\\")) << identity["driver"]["inf"].text();
+    EXPECT_TRUE(contains(identity["driver"]["file"].text(), "usbvideo.sys")) << identity["driver"]["file"].text();
+    EXPECT_EQ("Lab Webcam YUY2", identity["analogFilter"].text());
+    EXPECT_EQ("", identity["digitalFilter"].text());
+    ASSERT_EQ(2u, identity["capabilities"].size());
+    EXPECT_EQ("WebCamControl", identity["capabilities"][1]["feature"].text());
 
     const JsonValue& tuner = deviceNamed(devices, "Lab Analog TV Tuner");
     ASSERT_FALSE(tuner.isNull());
-    EXPECT_EQ((std::vector<std::string>{"VideoCapture", "AnalogTVTuner", "FMRadioTuner"}), capabilities(tuner));
+    EXPECT_EQ((std::vector<std::string>{"VideoCapture", "AnalogTVTuner", "FMRadioTuner"}), texts(tuner["capabilities"]));
+    EXPECT_EQ("analog tuner", tuner["identity"]["kind"].text());
+    EXPECT_EQ("88010070", tuner["identity"]["subsysId"].text());
+    EXPECT_EQ("05", tuner["identity"]["revisionId"].text());
+    const JsonValue& tuning = tuner["identity"]["capabilities"][1];
+    EXPECT_EQ("Analog", tuning["type"].text());
+    EXPECT_EQ("TVTuning", tuning["feature"].text());
+    EXPECT_EQ((std::vector<std::string>{"NTSC (M) 7.5 IRE black", "PAL (B)", "SECAM (L)"}), texts(tuning["standards"]));
 
-    // A capture card without a tuner is a video device, but not a webcam: its crossbar says so.
+    // A BDA tuner the probe connected to the ATSC network provider.
+    const JsonValue& digital = deviceNamed(devices, "Lab ATSC QAM Tuner");
+    ASSERT_FALSE(digital.isNull());
+    EXPECT_EQ((std::vector<std::string>{"DigitalTVTuner"}), texts(digital["capabilities"]));
+    EXPECT_EQ("digital tuner", digital["identity"]["kind"].text());
+    EXPECT_EQ("Lab ATSC QAM Tuner", digital["identity"]["digitalFilter"].text());
+    EXPECT_EQ("Lab ATSC QAM Tuner", digital["properties"]["DigitalFriendlyName"].text());
+    EXPECT_EQ("", digital["identity"]["analogFilter"].text());
+
+    // A capture card without a tuner is a video device, but not a webcam.
     const JsonValue& card = deviceNamed(devices, "Lab Analog Capture Card");
     ASSERT_FALSE(card.isNull());
-    EXPECT_EQ((std::vector<std::string>{"VideoCapture"}), capabilities(card));
+    EXPECT_EQ((std::vector<std::string>{"VideoCapture"}), texts(card["capabilities"]));
+    EXPECT_EQ("video capture", card["identity"]["kind"].text());
 }
 
-TEST(SorvaneDiagListTest, APersonReadsIndexNameLocatorAndCapabilities)
+TEST(SorvaneDiagListTest, APersonScansATableOfIndexNameKindBusIdsAndDriver)
 {
     const HostProgram::Outcome outcome = HostProgram::run({L"list"});
     EXPECT_EQ(0u, outcome.exitCode);
     const std::string& text = outcome.out;
-    EXPECT_TRUE(contains(text, " video capture devices:")) << text;
-    const size_t entry = text.find("] Lab Analog TV Tuner\n");
-    ASSERT_NE(std::string::npos, entry) << text;
-    const std::string rest = text.substr(entry);
-    EXPECT_TRUE(contains(rest, "description:  Lab PCI TV card"));
-    EXPECT_TRUE(contains(rest, "locator:      PCI\\VEN_14F1&DEV_8800"));
-    EXPECT_TRUE(contains(rest, "capabilities: VideoCapture, AnalogTVTuner, FMRadioTuner"));
+    EXPECT_TRUE(contains(text, " capture devices:\n")) << text;
+    EXPECT_TRUE(contains(squeezed(text), "\n # Name Kind Bus VID:PID Driver\n")) << text;
+    EXPECT_TRUE(contains(squeezed(rowOf(text, "Lab Analog TV Tuner")), " Lab Analog TV Tuner analog tuner PCI 14F1:8800 1.15.26204.0"))
+        << text;
+    EXPECT_TRUE(contains(squeezed(rowOf(text, "Lab Webcam RGB24")), " Lab Webcam RGB24 webcam USB 046D:0825 13.80.853.0"))
+        << text;
+    EXPECT_TRUE(contains(squeezed(rowOf(text, "Lab Analog Capture Card")), " video capture PCI 109E:036E 5.3.4.0")) << text;
+    EXPECT_TRUE(contains(squeezed(rowOf(text, "Lab ATSC QAM Tuner")), " digital tuner PCI 14F1:8852 ")) << text;
+    // The columns line up: every row's name starts where the header's does.
+    const size_t header = text.find("  Name") + 2;
+    const size_t headerColumn = header - (text.rfind('\n', header) + 1);
+    const std::string row = rowOf(text, "Lab Webcam HD");
+    EXPECT_EQ(headerColumn, row.find("Lab Webcam HD")) << text;
     EXPECT_TRUE(contains(text, "Result: PASS"));
+}
+
+TEST(SorvaneDiagListTest, VerboseShowsTheLibrarysRecordsOfEachDevice)
+{
+    const HostProgram::Outcome outcome = HostProgram::run({L"list", L"--verbose"});
+    EXPECT_EQ(0u, outcome.exitCode);
+    const std::string& text = outcome.out;
+    const size_t entry = text.find("] Lab Webcam YUY2\n");
+    ASSERT_NE(std::string::npos, entry) << text;
+    const std::string record = text.substr(entry, text.find("\n[", entry) - entry);
+    EXPECT_TRUE(contains(record, "\n    Name: Lab Webcam YUY2\n")) << record;
+    EXPECT_TRUE(contains(record, "\n    Driver Provider: Microsoft\n")) << record;
+    EXPECT_TRUE(contains(record, "Moniker Name: @device:")) << record;
+    EXPECT_TRUE(contains(record, "Name: Microsoft LifeCam Studio")) << record;
+    EXPECT_TRUE(contains(record, "Setup API Enumerator Type: USB")) << record;
+    EXPECT_TRUE(contains(text, "Result: PASS"));
+
+    const HostProgram::Outcome refused = HostProgram::run({L"webcam", L"--verbose"});
+    EXPECT_EQ(2u, refused.exitCode);
+    EXPECT_TRUE(contains(refused.err, "takes no --verbose")) << refused.err;
 }

@@ -206,7 +206,7 @@ TEST(SorvaneDiagWebcamTest, TheDemoListsTheDevicesThenSavesFramesFromTheFirstWeb
     const HostProgram::Outcome outcome = HostProgram::run(
         {L"demo", L"--frames", L"2", L"--out", folder.file(L"frames"), L"--json", folder.file(L"report.json")});
     ASSERT_EQ(0u, outcome.exitCode) << outcome.out << outcome.err;
-    EXPECT_TRUE(contains(outcome.out, " video capture devices:"));
+    EXPECT_TRUE(contains(outcome.out, " capture devices:"));
     EXPECT_TRUE(contains(outcome.out, "Saved 2 images and a contact sheet in " + narrow(folder.file(L"frames"))))
         << outcome.out;
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "FrameworkTest.h"
+#include "LabLocator.h"
 #include "Outcome.h"
 #include "WindowWatcher.h"
 
@@ -24,15 +25,6 @@ namespace test {
 const wchar_t* const kLabTVCard = L"Lab Analog TV Tuner";
 // A capture card with a crossbar but no tuner.
 const wchar_t* const kLabCaptureCard = L"Lab Analog Capture Card";
-
-// The identifier the framework keeps for a device: its path after "\\?\", upper-cased,
-// with "#" as "\".
-inline kel::String locatorFromPath(const kel::String& path)
-{
-    const int marker = path.find(kel::String(L"?\\"));
-    if (marker < 0) return kel::String();
-    return path.substring(marker + 2).toUpper().replace(kel::String(L"#"), kel::String(L"\\"));
-}
 
 inline kel::String monikerText(IPropertyBag* bag, const wchar_t* name)
 {
@@ -60,7 +52,7 @@ inline ruvo::DiagDevice labDevice(const std::wstring& friendlyName, const ruvo::
                 if (!bag || monikerText(bag, L"FriendlyName") != kel::String(friendlyName.c_str())) continue;
                 const kel::String name(friendlyName.c_str());
                 found = ruvo::DiagDevice(name, monikerText(bag, L"Description"),
-                                         locatorFromPath(monikerText(bag, L"DevicePath")), capabilities);
+                                         locatorOf(monikerText(bag, L"DevicePath")), capabilities);
                 found.setProperty("AnalogFriendlyName", ruvo::Value(name));
                 break;
             }

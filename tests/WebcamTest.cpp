@@ -2,6 +2,7 @@
 // frames and their description, the settling delay, time-outs and rebuilds, the graph wiring,
 // the privacy shutter, and everything released afterwards.
 #include "FrameworkTest.h"
+#include "LabLocator.h"
 #include "Outcome.h"
 #include "ManualClock.h"
 #include "ProgramCopies.h"
@@ -39,14 +40,6 @@ const wchar_t kYuy2MjpgCamera[] = L"Lab Webcam YUY2 MJPG";
 
 kel::String text(const wchar_t* value) { return kel::String(value); }
 
-// The identifier the framework keeps for a device: its path after "\\?\", upper-cased, "#" as "\".
-kel::String locatorFromPath(const kel::String& path)
-{
-    const int marker = path.find(kel::String(L"?\\"));
-    if (marker < 0) return kel::String();
-    return path.substring(marker + 2).toUpper().replace(kel::String(L"#"), kel::String(L"\\"));
-}
-
 kel::String bagText(IPropertyBag* bag, const wchar_t* name)
 {
     sorvane::ScopedVariant value;
@@ -69,7 +62,7 @@ ruvo::DiagDevice labWebcam(const wchar_t* friendlyName)
         moniker.Release();
         if (!bag || bagText(bag, L"FriendlyName") != text(friendlyName)) continue;
         ruvo::DiagDevice device(text(friendlyName), bagText(bag, L"Description"),
-                                locatorFromPath(bagText(bag, L"DevicePath")),
+                                sorvane::test::locatorOf(bagText(bag, L"DevicePath")),
                                 ruvo::DeviceCapability::VideoCapture() | ruvo::DeviceCapability::Webcam());
         device.setProperty("AnalogFriendlyName", ruvo::Value(text(friendlyName)));
         return device;

@@ -1,7 +1,7 @@
 #include "CommandContext.h"
 #include "CaptureClasses.h"
-#include "DeviceCatalog.h"
 #include "DeviceChooser.h"
+#include "DeviceRecords.h"
 #include "FailureExplanation.h"
 #include "LibraryErrors.h"
 #include "HostError.h"
@@ -25,10 +25,17 @@ const std::vector<ruvo::DiagDevice>& CommandContext::devices()
 {
     if (!m_enumerated) {
         RunReport::Phase timing(m_report, L"enumeration");
-        m_devices = DeviceCatalog::enumerate();
+        CaptureDevice::enumerateDevices(m_captureDevices);
+        for (const CaptureDevice& device : m_captureDevices) m_devices.push_back(DeviceRecords::recordFor(device));
         m_enumerated = true;
     }
     return m_devices;
+}
+
+const kel::Array<CaptureDevice>& CommandContext::captureDevices()
+{
+    devices();
+    return m_captureDevices;
 }
 
 bool CommandContext::chooseDevice(const ruvo::DeviceCapability& fitting, const std::wstring& kind,

@@ -4,6 +4,8 @@
 
 #include "HostOptions.h"
 
+#include <CaptureDevice.h>
+
 #include <ruvo/DiagDevice.h>
 #include <ruvo/TestResult.h>
 
@@ -25,8 +27,10 @@ public:
     Terminal& terminal() { return m_terminal; }
     RunReport& report() { return m_report; }
 
-    // The system's capture devices, enumerated on first use.
+    // The framework's records of the system's capture devices, enumerated by the library on
+    // first use; record i is capture device i.
     const std::vector<ruvo::DiagDevice>& devices();
+    const kel::Array<CaptureDevice>& captureDevices();
     // The device given by --device, or the first with `fitting`; `kind` names it for a
     // person ("webcam"). False, with the reason printed and reported, when there is none.
     bool chooseDevice(const ruvo::DeviceCapability& fitting, const std::wstring& kind, ruvo::DiagDevice& chosen);
@@ -53,6 +57,7 @@ private:
     Terminal& m_terminal;
     RunReport& m_report;
     bool m_enumerated;
+    kel::Array<CaptureDevice> m_captureDevices;
     std::vector<ruvo::DiagDevice> m_devices;
 };
 

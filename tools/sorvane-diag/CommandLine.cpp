@@ -79,6 +79,8 @@ void applyName(HostOptions& options, const std::wstring& value)
     options.recordingName = value;
 }
 
+void applyVerbose(HostOptions& options, const std::wstring&) { options.verbose = true; }
+
 const OptionSpec kOptions[] = {
     {L"--help", L"-h", false, applyHelp},
     {L"--device", L"-d", true, applyDevice},
@@ -90,6 +92,7 @@ const OptionSpec kOptions[] = {
     {L"--frames", L"-n", true, applyFrames},
     {L"--out", L"-o", true, applyOut},
     {L"--name", nullptr, true, applyName},
+    {L"--verbose", L"-v", false, applyVerbose},
 };
 
 const OptionSpec* findOption(const std::wstring& name)

@@ -9,7 +9,7 @@ namespace sorvane {
 namespace diag {
 
 struct HostOptions {
-    HostOptions() : help(false), interactive(false), logPriority(0), frames(5) {}
+    HostOptions() : help(false), interactive(false), logPriority(0), frames(5), verbose(false) {}
 
     std::wstring command;
     bool help;
@@ -30,6 +30,8 @@ struct HostOptions {
     unsigned frames;
     std::wstring outputFolder;
     std::wstring recordingName;
+    // `list --verbose`: the library's own records.
+    bool verbose;
 
     bool has(const std::wstring& option) const
     {

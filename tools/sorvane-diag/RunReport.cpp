@@ -122,6 +122,12 @@ void RunReport::setDevices(const std::vector<ruvo::DiagDevice>& devices)
     }
 }
 
+void RunReport::setIdentities(const std::vector<DeviceIdentity>& identities)
+{
+    const Hold hold(m_lock);
+    m_identities = identities;
+}
+
 void RunReport::addEvent(const ruvo::PostedEvent& event)
 {
     const Hold hold(m_lock);
@@ -195,7 +201,7 @@ void RunReport::setExitCode(int exitCode)
     m_exitCode = exitCode;
 }
 
-void RunReport::writeDevice(JsonWriter& json, const Device& device)
+void RunReport::writeDevice(JsonWriter& json, const Device& device, const DeviceIdentity* identity)
 {
     json.beginObject();
     json.field(L"index", device.index);
@@ -211,6 +217,10 @@ void RunReport::writeDevice(JsonWriter& json, const Device& device)
         writeValue(json, properties.valueAt(i));
     }
     json.endObject();
+    if (identity) {
+        json.key(L"identity");
+        identity->write(json);
+    }
     json.endObject();
 }
 
@@ -297,7 +307,8 @@ std::string RunReport::toJson() const
     }
     if (m_listed) {
         json.key(L"devices").beginArray();
-        for (const Device& device : m_devices) writeDevice(json, device);
+        for (size_t i = 0; i < m_devices.size(); ++i)
+            writeDevice(json, m_devices[i], i < m_identities.size() ? &m_identities[i] : nullptr);
         json.endArray();
     }
     for (const auto& section : m_sections) {

@@ -3,6 +3,8 @@
 // written, the timings and the result.
 #pragma once
 
+#include "DeviceIdentity.h"
+
 #include <ruvo/DiagBackend.h>
 #include <ruvo/DiagDevice.h>
 #include <ruvo/TestResult.h>
@@ -43,6 +45,8 @@ public:
     void addParameter(const std::wstring& key, const std::wstring& value);
     void setDevice(const ruvo::DiagDevice& device, int index);
     void setDevices(const std::vector<ruvo::DiagDevice>& devices);
+    // What the library found about each listed device, in the order of setDevices.
+    void setIdentities(const std::vector<DeviceIdentity>& identities);
     void addEvent(const ruvo::PostedEvent& event);
     void addProgressText(const std::wstring& text);
     void addPercent(int percent);
@@ -85,7 +89,7 @@ private:
         int index;
     };
 
-    static void writeDevice(JsonWriter& json, const Device& device);
+    static void writeDevice(JsonWriter& json, const Device& device, const DeviceIdentity* identity = nullptr);
     void writeEvents(JsonWriter& json) const;
     void writeProgress(JsonWriter& json) const;
     void writeFiles(JsonWriter& json) const;
@@ -97,6 +101,7 @@ private:
     bool m_hasDevice;
     Device m_device;
     std::vector<Device> m_devices;
+    std::vector<DeviceIdentity> m_identities;
     bool m_listed;
     std::vector<ruvo::PostedEvent> m_events;
     std::vector<ProgressEntry> m_progress;

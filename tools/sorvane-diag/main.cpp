@@ -2,7 +2,17 @@
 #include "CommandLine.h"
 #include "HostApplication.h"
 
+#ifdef SORVANE_FILL_WINE_SETUPAPI
+#include <lab/WineSetupApi.h>
+#include <windows.h>
+#endif
+
 int main()
 {
+#ifdef SORVANE_FILL_WINE_SETUPAPI
+    // Under Wine the library's SetupAPI calls are completed where Wine falls short of
+    // Windows, so `list` shows the driver facts it would show there; on Windows this does nothing.
+    lab::fillWineSetupApiGaps(GetModuleHandleW(L"libSorvane.dll"));
+#endif
     return sorvane::diag::HostApplication().run(sorvane::diag::CommandLine::processArguments());
 }

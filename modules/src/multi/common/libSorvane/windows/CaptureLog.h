@@ -36,3 +36,14 @@
 
 // Logs entry and exit of the enclosing function.
 #define SORVANE_TRACE() kel::TraceLogger sorvaneTrace_(sorvaneLogger(), __FUNCTION__, __FILE__, __LINE__)
+
+// A line that log readers look for by its leading number: the number stays fixed wherever the
+// statement moves in its file.
+#define SORVANE_LOG_NUMBERED(priority, number, message)                         \
+    do {                                                                        \
+        kel::Logger* sorvaneLogger_ = sorvaneLogger();                          \
+        if (kel::LogFactory::admits(sorvaneLogger_, (priority))) {              \
+            kel::LoggerStream sorvaneStream_(sorvaneLogger_, (priority));       \
+            sorvaneStream_ << (number) << " " << message;                       \
+        }                                                                       \
+    } while (0)

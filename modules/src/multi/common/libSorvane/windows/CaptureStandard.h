@@ -53,6 +53,8 @@ public:
     int size() const { return m_names.size(); }
     bool isEmpty() const { return m_names.isEmpty(); }
     bool contains(const kel::String& name) const { return m_names.contains(name); }
+    // The names in insertion order.
+    const kel::Array<kel::String>& names() const { return m_names.keys(); }
 
     // Union: other's names not yet held are appended in their order. A differing stream
     // type or feature is logged, never refused; this value's own type and feature stay.

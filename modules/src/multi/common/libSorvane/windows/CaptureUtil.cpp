@@ -1,4 +1,5 @@
 #include "CaptureUtil.h"
+#include "DeviceIdParser.h"
 #include "CaptureLog.h"
 #include "CoTaskMemPtr.h"
 #include "ErrorHandler.h"
@@ -231,18 +232,12 @@ bool CaptureUtil::isUnconnectedOutputPin(CComPtr<IPin>& pin)
 
 bool CaptureUtil::isAlphaNum(kel::Char16 c)
 {
-    return (c >= L'0' && c <= L'9') || (c >= L'A' && c <= L'Z') || (c >= L'a' && c <= L'z');
+    return DeviceIdParser::isAlphaNum(c);
 }
 
 bool CaptureUtil::getCodeAfter(const kel::String& marker, const kel::String& text, kel::String& code)
 {
-    const int at = text.find(marker);
-    if (at == kel::String::npos) return false;
-    const int start = at + marker.length();
-    int end = start;
-    while (end < text.length() && isAlphaNum(text[end])) ++end;
-    code = text.substring(start, end - start);
-    return true;
+    return DeviceIdParser::codeAfter(marker, text, code);
 }
 
 int CaptureUtil::getDefaultCountryCode()

@@ -1,5 +1,7 @@
 #include "ScopedRegistryKey.h"
 
+#include <string>
+
 namespace sorvane {
 
 ScopedRegistryKey::ScopedRegistryKey() : m_key(nullptr) {}
@@ -9,10 +11,29 @@ ScopedRegistryKey::~ScopedRegistryKey()
     close();
 }
 
+LONG ScopedRegistryKey::open(HKEY parent, const kel::String& path)
+{
+    close();
+    return RegOpenKeyExW(parent, path.c_str(), 0, KEY_READ, &m_key);
+}
+
 HKEY* ScopedRegistryKey::receive()
 {
     close();
     return &m_key;
+}
+
+kel::String ScopedRegistryKey::defaultValue(LONG& status) const
+{
+    DWORD type = 0;
+    DWORD bytes = 0;
+    status = RegQueryValueExW(m_key, nullptr, nullptr, &type, nullptr, &bytes);
+    if (status != ERROR_SUCCESS) return kel::String();
+    // One more character keeps the text terminated whatever the registry holds.
+    std::wstring text(bytes / sizeof(wchar_t) + 1, L'\0');
+    status = RegQueryValueExW(m_key, nullptr, nullptr, &type, reinterpret_cast<BYTE*>(&text[0]), &bytes);
+    if (status != ERROR_SUCCESS) return kel::String();
+    return kel::String(text.c_str());
 }
 
 void ScopedRegistryKey::close()

@@ -1,0 +1,161 @@
+// Capture devices end to end on the lab: one device per piece of capture hardware, named by
+// its moniker, identified by SetupAPI where it has a record and by its device path otherwise;
+// SetupAPI enumeration by class and enumerator.
+#include "FrameworkTest.h"
+
+#include <CaptureDevice.h>
+#include <SetupApiDevice.h>
+#include <SmartCoInitialize.h>
+#include <lab/LabControl.h>
+
+#include <string>
+
+namespace {
+
+using sorvane::CaptureBusType;
+using sorvane::CaptureCapability;
+using sorvane::CaptureDevice;
+using sorvane::SetupApiDevice;
+using sorvane::SetupApiDevType;
+using sorvane::SetupApiEnumType;
+
+kel::String text(const wchar_t* value) { return kel::String(value); }
+
+const CaptureDevice* findByName(const kel::Array<CaptureDevice>& devices, const wchar_t* name)
+{
+    for (const CaptureDevice& device : devices) {
+        if (device.name() == text(name)) return &device;
+    }
+    return nullptr;
+}
+
+int countNamed(const kel::Array<CaptureDevice>& devices, const wchar_t* name)
+{
+    int count = 0;
+    for (const CaptureDevice& device : devices) count += device.name() == text(name) ? 1 : 0;
+    return count;
+}
+
+std::vector<std::string> capabilityTexts(const kel::Array<CaptureCapability>& capabilities)
+{
+    std::vector<std::string> texts;
+    for (const CaptureCapability& capability : capabilities) texts.push_back(capability.toString().toUtf8());
+    return texts;
+}
+
+class CaptureDeviceTest : public sorvane::test::FrameworkTest {
+protected:
+    void SetUp() override
+    {
+        FrameworkTest::SetUp();
+        ASSERT_TRUE(m_com.initialize());
+        m_liveObjectsBefore = lab::liveObjects();
+    }
+
+    void TearDown() override
+    {
+        EXPECT_EQ(lab::liveObjects(), m_liveObjectsBefore) << "lab objects left behind";
+        m_com.uninitialize();
+        FrameworkTest::TearDown();
+    }
+
+private:
+    sorvane::SmartCoInitialize m_com;
+    long m_liveObjectsBefore = 0;
+};
+
+TEST_F(CaptureDeviceTest, EveryLabCaptureDeviceIsOneDeviceNamedByItsMoniker)
+{
+    kel::Array<CaptureDevice> devices;
+    CaptureDevice::enumerateDevices(devices);
+    ASSERT_GE(devices.size(), 10);
+    for (const wchar_t* name : {L"Lab Webcam RGB24", L"Lab Webcam MJPG", L"Lab Analog TV Tuner", L"Lab Analog Capture Card"})
+        EXPECT_EQ(countNamed(devices, name), 1) << kel::String(name).toUtf8();
+
+    const CaptureDevice* webcam = findByName(devices, L"Lab Webcam RGB24");
+    ASSERT_NE(webcam, nullptr);
+    EXPECT_EQ(webcam->guid(), text(L"USB\\VID_046D&PID_0825&MI_00\\7&1A2B&0&0000\\"
+                                   L"{65E8773D-8F56-11D0-A3B9-00A0C9223196}\\GLOBAL"));
+    EXPECT_EQ(webcam->deviceInstanceId(), text(L"USB\\VID_046D&PID_0825&MI_00\\7&1A2B&0&0000"));
+    EXPECT_EQ(webcam->vendorIdCode(), text(L"046D"));
+    EXPECT_EQ(webcam->deviceIdCode(), text(L"0825"));
+    EXPECT_EQ(webcam->analogFilterName(), text(L"Lab Webcam RGB24"));
+    EXPECT_TRUE(webcam->digitalFilterName().isEmpty());
+    EXPECT_TRUE(webcam->analogFilterDriverName().toLower().endsWith(text(L"sorvanelab.dll")));
+    EXPECT_EQ(capabilityTexts(webcam->capabilities()),
+              (std::vector<std::string>{"Analog Capture (None)", "Analog WebCamControl (None)"}));
+
+    const CaptureDevice* card = findByName(devices, L"Lab Analog TV Tuner");
+    ASSERT_NE(card, nullptr);
+    EXPECT_EQ(card->deviceInstanceId(), text(L"PCI\\VEN_14F1&DEV_8800&SUBSYS_88010070&REV_05\\4&2F6A4BD6&0&2008"));
+    EXPECT_EQ(card->subsysIdCode(), text(L"88010070"));
+    EXPECT_EQ(card->revIdCode(), text(L"05"));
+    EXPECT_EQ(capabilityTexts(card->capabilities()),
+              (std::vector<std::string>{"Analog Capture (None)",
+                                        "Analog TVTuning (NTSC (M) 7.5 IRE black, PAL (B), SECAM (L))"}));
+
+    const std::string formatted = card->toFormattedString(text(L"  ")).toUtf8();
+    EXPECT_NE(formatted.find("  Name: Lab Analog TV Tuner\n"), std::string::npos) << formatted;
+    EXPECT_NE(formatted.find("  Monikers:\n      Guid: PCI\\VEN_14F1"), std::string::npos) << formatted;
+    EXPECT_TRUE(log().contains(text(L"Enumerated Devices:\n")));
+}
+
+// Identity and driver facts come from SetupAPI's IMAGE/USB pass, the name from the moniker even
+// where the record's own name differs.
+TEST_F(CaptureDeviceTest, AWebcamTakesItsDriverFactsFromSetupApi)
+{
+    kel::Array<CaptureDevice> devices;
+    CaptureDevice::enumerateDevices(devices);
+    const CaptureDevice* webcam = findByName(devices, L"Lab Webcam YUY2");
+    ASSERT_NE(webcam, nullptr);
+    ASSERT_EQ(webcam->setupApiDevices().size(), 1);
+    const SetupApiDevice& record = webcam->setupApiDevices()[0];
+    EXPECT_EQ(record.name(), text(L"Microsoft LifeCam Studio"));
+    EXPECT_EQ(record.deviceType(), SetupApiDevType::IMAGE());
+    EXPECT_EQ(record.enumeratorType(), SetupApiEnumType::USB());
+    EXPECT_EQ(record.guid(), record.deviceInstanceId());
+    EXPECT_EQ(webcam->deviceInstanceId(), text(L"USB\\VID_045E&PID_0772&MI_00\\7&2B3C&0&0000"));
+    EXPECT_EQ(webcam->manufacturer(), text(L"Microsoft"));
+    EXPECT_EQ(webcam->locationInfo(), text(L"Port_#0003.Hub_#0003"));
+    EXPECT_EQ(webcam->driverProvider(), text(L"Microsoft"));
+    EXPECT_EQ(webcam->driverVersion(), text(L"10.0.19041.1202"));
+    EXPECT_FALSE(webcam->driverDate().isEmpty());
+    EXPECT_TRUE(webcam->driverName().toLower().endsWith(text(L"\\usbvideo.sys"))) << webcam->driverName().toUtf8();
+    EXPECT_TRUE(webcam->driverInfFile().toLower().endsWith(text(L".inf"))) << webcam->driverInfFile().toUtf8();
+    EXPECT_EQ(webcam->deviceType(), text(L"IMAGE"));
+    EXPECT_EQ(webcam->name(), text(L"Lab Webcam YUY2"));
+}
+
+TEST_F(CaptureDeviceTest, AnUnsetEnumeratorIsRefusedBeforeSetupApiIsAsked)
+{
+    kel::Array<SetupApiDevice> out;
+    out.add(SetupApiDevice());
+    EXPECT_FALSE(SetupApiDevice::enumerateDevicesWithTypes(out, SetupApiDevType::MEDIA(), SetupApiEnumType::NOTSET()));
+    EXPECT_EQ(out.size(), 1);
+    EXPECT_TRUE(log().contains(text(L"116 Enumerating Devices with Type MEDIA : NOTSET")));
+    EXPECT_TRUE(log().contains(text(L"131 Invalid SetupApiEnumType: NOTSET PlaceHolder:")));
+    EXPECT_FALSE(log().contains(text(L"135 SetupDiGetClassDevs failed")));
+    EXPECT_FALSE(log().contains(text(L"Setup API Device ")));
+}
+
+TEST_F(CaptureDeviceTest, AnEmptyRecordPrintsEveryLabel)
+{
+    const SetupApiDevice empty;
+    EXPECT_EQ(empty.toString(), text(L"Guid: , Device Instance Id: , Name: , Manufacturer: , Location Info: , "
+                                     L"Driver Provider: , Driver Name: , Driver Date: , Driver Version: , "
+                                     L"Driver INF File: , Vendor ID Code: , Device ID Code: , Sub System ID Code: , "
+                                     L"Rev ID Code: "));
+    const std::string formatted = empty.toFormattedString(text(L"- ")).toUtf8();
+    EXPECT_EQ(formatted.find("- Guid: \n- Device Instance Id: \n- Name: \n"), 0u) << formatted;
+    EXPECT_NE(formatted.find("\n- Rev ID Code: \n- Setup API Device Type: \n- Setup API Enumerator Type: "),
+              std::string::npos)
+        << formatted;
+
+    const CaptureDevice none;
+    EXPECT_TRUE(none.guid().isEmpty());
+    EXPECT_TRUE(none.name().isEmpty());
+    EXPECT_TRUE(none.deviceType().isEmpty());
+    EXPECT_EQ(none.capabilities().size(), 0);
+}
+
+} // namespace
