@@ -15,6 +15,7 @@ namespace {
 
 const DWORD kUsageError = 2;
 const DWORD kFail = 10;
+const DWORD kNoDevice = 12;
 const DWORD kBadParams = 15;
 const DWORD kNotSupported = 18;
 const wchar_t* const kTuner = L"Lab Analog TV Tuner";
@@ -65,13 +66,16 @@ TEST(SorvaneDiagMessagesTest, CaptureFailuresWithOneEventSayWhichFailureItWas)
 
 TEST(SorvaneDiagMessagesTest, AnUnpluggedCameraIsExplainedInTheTermsOfItsResult)
 {
+    // Its moniker no longer binds, so its record has no capabilities: no device to capture from.
     ScratchFolder folder(L"sorvane-diag-messages");
-    const HostRun run = runWithReport({L"webcam", L"-d", L"Lab Webcam Unplugged", L"-o", folder.file(L"a")});
-    EXPECT_EQ(kNotSupported, run.outcome.exitCode) << run.outcome.out << run.outcome.err;
-    EXPECT_EQ("WarningDeviceNotFound", run.report["events"][0]["key"].text());
-    EXPECT_TRUE(contains(run.outcome.out, "Windows could not open it (0x8007048F")) << run.outcome.out;
-    EXPECT_TRUE(contains(run.outcome.out, "it may have been unplugged. The library reports that as NOTSUPPORTED"))
-        << run.outcome.out;
+    for (const wchar_t* command : {L"webcam", L"preview"}) {
+        const HostRun run = runWithReport({command, L"-d", L"Lab Webcam Unplugged"});
+        EXPECT_EQ(kNoDevice, run.outcome.exitCode) << run.outcome.out << run.outcome.err;
+        EXPECT_EQ("NODEVICE", run.report["result"].text());
+        EXPECT_TRUE(contains(run.outcome.out, "Lab Webcam Unplugged is listed, but Windows could not open it as a "
+                                              "video capture device: it may have been unplugged"))
+            << run.outcome.out;
+    }
 }
 
 TEST(SorvaneDiagMessagesTest, ATunerScanOnADeviceWithoutThatTunerSaysSo)

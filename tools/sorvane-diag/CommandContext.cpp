@@ -63,9 +63,18 @@ ruvo::TestResult CommandContext::chooseCaptureDevice(ruvo::DiagDevice& chosen)
         webcam = webcam || device.deviceCapabilities().isCapable(ruvo::DeviceCapability::Webcam());
     const bool preferWebcam = m_options.device.empty() && webcam;
     if (!chooseDevice(preferWebcam ? ruvo::DeviceCapability::Webcam() : ruvo::DeviceCapability::VideoCapture(),
-                      preferWebcam ? L"webcam" : L"video capture device", chosen))
+                      preferWebcam ? L"webcam" : L"video capture device", chosen) ||
+        !canCapture(chosen))
         return ruvo::TestResult::NODEVICE();
     return ruvo::TestResult::PASS();
+}
+
+bool CommandContext::canCapture(const ruvo::DiagDevice& device)
+{
+    if (device.deviceCapabilities().isCapable(ruvo::DeviceCapability::VideoCapture())) return true;
+    say(device.name().wstr() + L" is listed, but Windows could not open it as a video capture device: it may "
+                               L"have been unplugged (`sorvane-diag list --verbose` shows its record).");
+    return false;
 }
 
 std::wstring CommandContext::windowTitle(const ruvo::DiagDevice& device)

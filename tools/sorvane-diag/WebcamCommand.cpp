@@ -44,7 +44,7 @@ std::vector<std::wstring> WebcamCommand::ownOptions() const
 ruvo::TestResult WebcamCommand::run(CommandContext& context)
 {
     ruvo::DiagDevice device;
-    if (!context.chooseDevice(ruvo::DeviceCapability::Webcam(), L"webcam", device))
+    if (!context.chooseDevice(ruvo::DeviceCapability::Webcam(), L"webcam", device) || !context.canCapture(device))
         return ruvo::TestResult::NODEVICE();
 
     const unsigned count = context.options().frames;
