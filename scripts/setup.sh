@@ -3,6 +3,8 @@
 set -euo pipefail
 
 packages=(mingw-w64 wine wine64 cmake ninja-build libboost-dev googletest)
+# The native fuzzers of the transport-stream code: clang with libFuzzer and the sanitizers.
+packages+=(clang libclang-rt-14-dev)
 missing=()
 # Header-only libraries: JSON for the host and the tests, JPEG for the lab.
 packages+=(nlohmann-json3-dev libstb-dev)

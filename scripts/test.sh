@@ -6,3 +6,4 @@ cd "$(dirname "$0")/.."
 ./scripts/build.sh
 build_dir=${BUILD_DIR:-$PWD/build}
 ctest --test-dir "$build_dir" --output-on-failure -j2 --timeout 600
+./scripts/fuzz.sh --smoke

@@ -25,24 +25,6 @@ bool atscBand(int channel, long &lowKhz, long &highKhz)
 
 } // namespace
 
-const ElementaryStream *Program::firstOf(StreamKind kind) const
-{
-    for (const ElementaryStream &stream : streams) {
-        if (stream.kind == kind)
-            return &stream;
-    }
-    return nullptr;
-}
-
-void StreamFaults::add(const StreamFaults &other)
-{
-    silence = silence || other.silence;
-    syncLoss = syncLoss || other.syncLoss;
-    errorPercent = other.errorPercent > errorPercent ? other.errorPercent : errorPercent;
-    noPat = noPat || other.noPat;
-    allScrambled = allScrambled || other.allScrambled;
-}
-
 bool Multiplex::receives(long kHz) const
 {
     if (frequencyKhz > 0)

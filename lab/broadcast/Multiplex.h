@@ -7,25 +7,10 @@
 #include <string>
 #include <vector>
 
+#include "broadcast/Program.h"
+#include "broadcast/StreamFaults.h"
+
 namespace lab {
-
-enum class StreamKind { Video, Audio, Data };
-
-struct ElementaryStream {
-    int pid = 0;
-    int type = 0; // stream_type of the PMT: 0x02 MPEG-2 video, 0x81 AC-3, 0x03 MPEG-1 audio ...
-    StreamKind kind = StreamKind::Data;
-};
-
-struct Program {
-    int number = 0;
-    int pmtPid = 0;
-    int minorChannel = -1;
-    bool scrambled = false;
-    std::vector<ElementaryStream> streams;
-
-    const ElementaryStream *firstOf(StreamKind kind) const;
-};
 
 // What the tuner's statistics report while tuned here.
 struct SignalValues {
@@ -33,17 +18,6 @@ struct SignalValues {
     long quality = 100;
     bool locked = true;
     bool present = true;
-};
-
-// Faults of the transport stream; the description's and a device's own add up.
-struct StreamFaults {
-    bool silence = false;      // signal reported, but no packets
-    bool syncLoss = false;     // bytes without sync: no 0x47 every 188 bytes
-    int errorPercent = 0;      // this share of packets carries the transport error indicator
-    bool noPat = false;        // no program association table
-    bool allScrambled = false; // every program scrambled
-
-    void add(const StreamFaults &other);
 };
 
 struct Multiplex {

@@ -7,6 +7,7 @@
 #include "common/GuidText.h"
 #include "common/LabModule.h"
 #include "common/RegistryKey.h"
+#include "graph/RendererChoice.h"
 
 namespace {
 
@@ -106,7 +107,7 @@ STDAPI DllRegisterServer()
         if (FAILED(hr))
             return hr;
     }
-    return S_OK;
+    return lab::RendererChoice::preferGdiRenderer();
 }
 
 STDAPI DllUnregisterServer()

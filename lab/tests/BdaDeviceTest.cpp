@@ -246,9 +246,9 @@ TEST_F(BdaDeviceTest, RefusedTuneKeepsTheTuneBefore)
     EXPECT_TRUE(journalHas(kAtscTuner, L"Tune 175250 kHz 256QAM failed 0x8007001F"));
     {
         lab::DeviceOverride refuse(kAtscTuner, L"fault.tune", L"0x80004005");
-        EXPECT_EQ(E_FAIL, m_graph.tune(769250, BDA_MOD_64QAM));
+        EXPECT_EQ(E_FAIL, m_graph.tune(769250, BDA_MOD_256QAM));
     }
-    EXPECT_TRUE(journalHas(kAtscTuner, L"Tune 769250 kHz 64QAM failed 0x80004005"));
+    EXPECT_TRUE(journalHas(kAtscTuner, L"Tune 769250 kHz 256QAM failed 0x80004005"));
     const labtest::TransportStreamCheck stream(m_graph.receive(kStreamBytes));
     ASSERT_FALSE(stream.pictures().empty());
     EXPECT_EQ(2, stream.pictures().front().channel);
@@ -257,7 +257,7 @@ TEST_F(BdaDeviceTest, RefusedTuneKeepsTheTuneBefore)
 TEST_F(BdaDeviceTest, DeviceFaultsByOverride)
 {
     ASSERT_HRESULT_SUCCEEDED(m_graph.build(kAtscTuner, kAtscReceiver));
-    ASSERT_HRESULT_SUCCEEDED(m_graph.tune(769250, BDA_MOD_64QAM));
+    ASSERT_HRESULT_SUCCEEDED(m_graph.tune(769250, BDA_MOD_256QAM));
     {
         lab::DeviceOverride faults(kAtscTuner);
         faults.set(L"fault.nopat", L"yes").set(L"fault.errors", L"10");
@@ -365,6 +365,65 @@ TEST_F(BdaDeviceTest, TunerWithoutReceiverStreamsItself)
     EXPECT_FALSE(stream.pictures().empty());
     EXPECT_TRUE(journalHas(kDvbStick, L"Tune 474000 kHz NOT_SET 8 MHz"));
     EXPECT_GT(lab::samplesDelivered(kDvbStick), 0);
+}
+
+TEST_F(BdaDeviceTest, EachCardReceivesItsOwnNetworkOnly)
+{
+    struct Case {
+        const wchar_t *tuner;
+        const wchar_t *receiver;
+        ULONG kHz;
+        ModulationType modulation;
+        int channel; // -1: nothing for this card there
+    };
+    const Case cases[] = {{L"Lab DTMB Tuner", L"Lab DTMB Receiver", 610000, BDA_MOD_NOT_SET, 25},
+                          {L"Lab DTMB Tuner", L"Lab DTMB Receiver", 506000, BDA_MOD_NOT_SET, -1},
+                          {L"Lab OpenCable Tuner", L"Lab OpenCable Receiver", 55250, BDA_MOD_256QAM, 2},
+                          {L"Lab OpenCable Tuner", L"Lab OpenCable Receiver", 183000, BDA_MOD_8VSB, -1}};
+    for (const Case &c : cases) {
+        labtest::BdaGraph graph;
+        ASSERT_HRESULT_SUCCEEDED(graph.build(c.tuner, c.receiver)) << c.tuner;
+        ASSERT_HRESULT_SUCCEEDED(graph.tune(c.kHz, c.modulation));
+        if (c.channel < 0) {
+            EXPECT_TRUE(graph.receive(0, kSilenceMs).empty()) << c.tuner << " " << c.kHz;
+            continue;
+        }
+        const labtest::TransportStreamCheck stream(graph.receive(kStreamBytes));
+        ASSERT_FALSE(stream.pictures().empty()) << c.tuner;
+        EXPECT_EQ(c.channel, stream.pictures().front().channel);
+    }
+}
+
+TEST_F(BdaDeviceTest, TestDescribesItsOwnBroadcast)
+{
+    wchar_t folder[MAX_PATH] = {};
+    GetTempPathW(MAX_PATH, folder);
+    const std::wstring path = std::wstring(folder) + L"sorvane-lab-own-broadcast.conf";
+    {
+        const char text[] = "# one cable multiplex\n[cable]\nchannel = 77\nfrequency = 99000\n"
+                            "program = 9 pmt=0x90 video=0x91 audio=0x94\n";
+        HANDLE file = CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+        ASSERT_NE(INVALID_HANDLE_VALUE, file);
+        DWORD written = 0;
+        WriteFile(file, text, sizeof(text) - 1, &written, nullptr);
+        CloseHandle(file);
+    }
+    ASSERT_HRESULT_SUCCEEDED(m_graph.build(kAtscTuner, kAtscReceiver));
+    {
+        lab::DeviceOverride own(kAtscTuner, L"broadcast", path);
+        ASSERT_HRESULT_SUCCEEDED(m_graph.tune(99000, BDA_MOD_256QAM));
+        const labtest::TransportStreamCheck stream(m_graph.receive(kStreamBytes));
+        ASSERT_FALSE(stream.pictures().empty());
+        EXPECT_EQ(77, stream.pictures().front().channel);
+        EXPECT_EQ(9, stream.pictures().front().program);
+    }
+    DeleteFileW(path.c_str());
+    {
+        lab::DeviceOverride missing(kAtscTuner, L"broadcast", path);
+        ASSERT_HRESULT_SUCCEEDED(m_graph.tune(99000, BDA_MOD_256QAM));
+        EXPECT_TRUE(journalHas(kAtscTuner, L"Broadcast unreadable: no broadcast description at " + path));
+        EXPECT_TRUE(m_graph.receive(0, kSilenceMs).empty());
+    }
 }
 
 TEST_F(BdaDeviceTest, InputPinsAcceptTheirLinksOnly)

@@ -1,6 +1,10 @@
 #include "CaptureClasses.h"
 
+#include <ATSCTuner.h>
 #include <AnalogTuner.h>
+#include <ClearQAMTuner.h>
+#include <DVBTuner.h>
+#include <OcurTuner.h>
 #include <Webcam.h>
 
 #include <kel/FileSystem.h>
@@ -49,6 +53,33 @@ void CaptureClasses::checkTVSignal(const ruvo::DiagDevice& device, const std::ws
 void CaptureClasses::checkFMRadioSignal(const ruvo::DiagDevice& device, const std::wstring& title)
 {
     AnalogTuner(device, kel::String(title)).checkFMRadioSignal();
+}
+
+namespace {
+
+template <class Tuner>
+CaptureClasses::StreamReport scanWith(const ruvo::DiagDevice& device, const std::wstring& title)
+{
+    Tuner tuner(device, kel::String(title));
+    tuner.checkTVSignal();
+    CaptureClasses::StreamReport report;
+    report.health = tuner.streamHealth();
+    report.quality = tuner.streamQuality();
+    return report;
+}
+
+} // namespace
+
+CaptureClasses::StreamReport CaptureClasses::checkDigitalTVSignal(DigitalKind kind, const ruvo::DiagDevice& device,
+                                                                  const std::wstring& title)
+{
+    switch (kind) {
+    case DigitalKind::ATSC: return scanWith<ATSCTuner>(device, title);
+    case DigitalKind::CLEARQAM: return scanWith<ClearQAMTuner>(device, title);
+    case DigitalKind::DVBT: return scanWith<DVBTuner>(device, title);
+    case DigitalKind::OCUR: break;
+    }
+    return scanWith<OcurTuner>(device, title);
 }
 
 std::wstring CaptureClasses::recordingPath(const std::wstring& fileName)

@@ -5,6 +5,7 @@
 
 #include "CapturedFrames.h"
 
+#include <StreamHealth.h>
 #include <ruvo/DiagDevice.h>
 
 #include <string>
@@ -25,6 +26,15 @@ public:
                               const std::wstring& fileName);
     static void checkTVSignal(const ruvo::DiagDevice& device, const std::wstring& title);
     static void checkFMRadioSignal(const ruvo::DiagDevice& device, const std::wstring& title);
+
+    // The digital tuners, in the order of the host's commands.
+    enum class DigitalKind { ATSC, CLEARQAM, DVBT, OCUR };
+    // The transport stream of the channel a digital scan found.
+    struct StreamReport {
+        StreamHealth health;
+        int quality = 0;
+    };
+    static StreamReport checkDigitalTVSignal(DigitalKind kind, const ruvo::DiagDevice& device, const std::wstring& title);
 
     // Where captureToFile leaves its recording: "<temp>\<fileName>.avi".
     static std::wstring recordingPath(const std::wstring& fileName);

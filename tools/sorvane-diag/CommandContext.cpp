@@ -38,6 +38,12 @@ const kel::Array<CaptureDevice>& CommandContext::captureDevices()
     return m_captureDevices;
 }
 
+void CommandContext::addDevices(const std::vector<ruvo::DiagDevice>& more)
+{
+    devices();
+    m_devices.insert(m_devices.end(), more.begin(), more.end());
+}
+
 bool CommandContext::chooseDevice(const ruvo::DeviceCapability& fitting, const std::wstring& kind,
                                   ruvo::DiagDevice& chosen)
 {

@@ -16,6 +16,10 @@ CommandSet::CommandSet() : m_demo(m_list, m_webcam)
     m_all.push_back(&m_fm);
     m_all.push_back(&m_demo);
     m_all.push_back(&m_depth);
+    m_all.push_back(&m_atsc);
+    m_all.push_back(&m_clearqam);
+    m_all.push_back(&m_dvbt);
+    m_all.push_back(&m_ocur);
 }
 
 Command* CommandSet::find(const std::wstring& name)

@@ -4,6 +4,7 @@
 #include "Command.h"
 #include "DemoCommand.h"
 #include "DepthCommand.h"
+#include "DigitalScanCommand.h"
 #include "FmCommand.h"
 #include "ListCommand.h"
 #include "PreviewCommand.h"
@@ -41,6 +42,10 @@ private:
     FmCommand m_fm;
     DemoCommand m_demo;
     DepthCommand m_depth;
+    DigitalScanCommand m_atsc{CaptureClasses::DigitalKind::ATSC};
+    DigitalScanCommand m_clearqam{CaptureClasses::DigitalKind::CLEARQAM};
+    DigitalScanCommand m_dvbt{CaptureClasses::DigitalKind::DVBT};
+    DigitalScanCommand m_ocur{CaptureClasses::DigitalKind::OCUR};
     std::vector<Command*> m_all;
 };
 

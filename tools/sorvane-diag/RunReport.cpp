@@ -279,6 +279,33 @@ void RunReport::writeTimings(JsonWriter& json) const
     json.endObject();
 }
 
+void RunReport::setStreamHealth(const StreamHealth& health, int quality)
+{
+    const Hold hold(m_lock);
+    m_hasStreamHealth = true;
+    m_streamHealth = health;
+    m_streamQuality = quality;
+}
+
+void RunReport::writeStreamHealth(JsonWriter& json) const
+{
+    const StreamHealth& health = m_streamHealth;
+    json.key(L"streamHealth").beginObject();
+    json.field(L"quality", m_streamQuality);
+    json.field(L"packets", health.packets);
+    json.field(L"durationMs", health.durationMs);
+    json.field(L"priority1Clean", health.clean());
+    json.field(L"syncLosses", health.syncLosses);
+    json.field(L"syncByteErrors", health.syncByteErrors);
+    json.field(L"patErrors", health.patErrors);
+    json.field(L"patMissing", health.patMissing);
+    json.field(L"continuityErrors", health.continuityErrors);
+    json.field(L"pmtErrors", health.pmtErrors);
+    json.field(L"pmtMissing", health.pmtMissing);
+    json.field(L"pidErrors", health.pidErrors);
+    json.endObject();
+}
+
 std::string RunReport::toJson() const
 {
     const Hold hold(m_lock);
@@ -319,6 +346,7 @@ std::string RunReport::toJson() const
     writeProgress(json);
     writeFiles(json);
     writeTimings(json);
+    if (m_hasStreamHealth) writeStreamHealth(json);
     json.endObject();
     return json.text();
 }

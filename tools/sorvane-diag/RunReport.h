@@ -5,6 +5,7 @@
 
 #include "DeviceIdentity.h"
 
+#include <StreamHealth.h>
 #include <ruvo/DiagBackend.h>
 #include <ruvo/DiagDevice.h>
 #include <ruvo/TestResult.h>
@@ -60,6 +61,8 @@ public:
     void setExitCode(int exitCode);
     // A command's own member of the report (`depth`'s cameras ...), written after the devices.
     void addSection(const std::wstring& key, const std::function<void(JsonWriter&)>& write);
+    // The transport stream of the channel a digital scan found.
+    void setStreamHealth(const StreamHealth& health, int quality);
 
     int64_t elapsedMs() const;
     size_t eventCount() const;
@@ -113,6 +116,10 @@ private:
     bool m_hasErrorCode;
     long m_errorCode;
     bool m_hasResult;
+    bool m_hasStreamHealth = false;
+    StreamHealth m_streamHealth;
+    int m_streamQuality = 0;
+    void writeStreamHealth(JsonWriter& json) const;
     ruvo::TestResult m_result;
     int m_exitCode;
     mutable std::recursive_mutex m_lock;

@@ -28,9 +28,12 @@ ruvo::TestResult TunerScanCommand::run(CommandContext& context)
     if (!note.empty()) context.terminal().line(note);
     const ruvo::TestResult result = context.runTest(L"scan", [&] { scan(device, CommandContext::windowTitle(device)); });
     const std::wstring last = context.report().lastProgressText();
-    if (result == ruvo::TestResult::PASS() && !last.empty()) {
-        const std::wstring channel = last.substr(last.find_last_of(L' ') + 1);
-        reportFound(context, foundAt(channel), channel);
+    if (result == ruvo::TestResult::PASS()) {
+        if (!last.empty()) {
+            const std::wstring channel = last.substr(last.find_last_of(L' ') + 1);
+            reportFound(context, foundAt(channel), channel);
+        }
+        afterPass(context);
     }
     return result;
 }

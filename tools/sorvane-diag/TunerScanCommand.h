@@ -28,6 +28,8 @@ protected:
     virtual std::wstring scanNote() const { return std::wstring(); }
     // Where the signal was found, from the last channel the scan reported ("3", "88.1").
     virtual std::wstring foundAt(const std::wstring& channel) const { return L"Signal found on channel " + channel + L"."; }
+    // After a scan that passed: what the command adds to the terminal and the report.
+    virtual void afterPass(CommandContext& context) const { (void)context; }
 
 private:
     static void reportFound(CommandContext& context, const std::wstring& sentence, const std::wstring& channel);

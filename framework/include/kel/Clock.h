@@ -19,6 +19,10 @@ public:
     // Sleeps asked for (in ms) since the manual clock was switched on or last cleared.
     static Array<uint32_t> recordedSleeps();
     static void clearRecordedSleeps();
+    // On the manual clock, each sleep also waits this percentage of its length in real time
+    // (0, the default, returns at once), so that threads fed in real time (a device's
+    // stream) deliver while the clock jumps. Reset when the manual clock is switched.
+    static void setManualRealShare(uint32_t percent);
 };
 
 } // namespace kel

@@ -11,6 +11,7 @@ struct ClockState {
     mutex lock;
     bool manual = false;
     uint64_t manualMicros = 0;
+    uint32_t realSharePercent = 0;
     Array<uint32_t> sleeps;
 };
 
@@ -49,6 +50,7 @@ void Clock::useManualClock(bool manual)
     // The manual clock starts from the real one so elapsed times stay sane across the switch.
     if (manual && !s.manual) s.manualMicros = realMicroseconds();
     s.manual = manual;
+    s.realSharePercent = 0;
     s.sleeps.clear();
 }
 
@@ -80,16 +82,25 @@ void Clock::clearRecordedSleeps()
     s.sleeps.clear();
 }
 
+void Clock::setManualRealShare(uint32_t percent)
+{
+    ClockState& s = state();
+    mutex::scoped_lock guard(s.lock);
+    s.realSharePercent = percent;
+}
+
 namespace detail {
 
-// Called by System::mssleep: true when the manual clock took the sleep.
-bool sleepOnManualClock(uint32_t milliseconds)
+// Called by System::mssleep: true when the manual clock took the sleep; realMs is the part
+// of it to wait in real time.
+bool sleepOnManualClock(uint32_t milliseconds, uint32_t& realMs)
 {
     ClockState& s = state();
     mutex::scoped_lock guard(s.lock);
     if (!s.manual) return false;
     s.sleeps.add(milliseconds);
     s.manualMicros += static_cast<uint64_t>(milliseconds) * 1000;
+    realMs = static_cast<uint32_t>(static_cast<uint64_t>(milliseconds) * s.realSharePercent / 100);
     return true;
 }
 

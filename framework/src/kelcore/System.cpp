@@ -5,14 +5,15 @@
 namespace kel {
 
 namespace detail {
-bool sleepOnManualClock(uint32_t milliseconds);
+bool sleepOnManualClock(uint32_t milliseconds, uint32_t& realMs);
 }
 
 void System::mssleep(uint32_t milliseconds)
 {
-    if (detail::sleepOnManualClock(milliseconds)) {
+    uint32_t realMs = 0;
+    if (detail::sleepOnManualClock(milliseconds, realMs)) {
         // Still yield, so threads that a test waits on get to run.
-        Sleep(0);
+        Sleep(realMs);
         return;
     }
     Sleep(milliseconds);

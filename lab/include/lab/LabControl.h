@@ -8,6 +8,15 @@
 // Devices are named by their friendly name ("FriendlyName" of the moniker, "name" in the
 // description file). Override keys are the keys of the description file (see lab/lab.conf).
 //
+// The BDA cards' entries (tuner filters unless said otherwise; keys and faults in lab/lab.conf):
+//   "Tune <kHz> kHz <modulation>[ <n> MHz]"   IBDA_DeviceControl::CommitChanges, e.g.
+//                                   "Tune 55250 kHz 256QAM 6 MHz" (modulation 8VSB, 256QAM, 64QAM,
+//                                   NOT_SET ...; a refused one ends in " failed 0x<HRESULT>")
+//   "SignalStrength <n>", "SignalQuality <n>", "SignalLocked <0|1>", "SignalPresent <0|1>",
+//   "SampleTime <ms>"               IBDA_SignalStatistics reads (" failed 0x<HRESULT>" when refused)
+//   "Broadcast unreadable: <why>"   the broadcast description could not be read at a tune
+//   "Delivered <n>"                 transport-stream samples of a run (receivers, tuner-only cards)
+//
 // Journal entries, one string each, in order:
 //   "SetFormat <format>"            IAMStreamConfig::SetFormat accepted, e.g. "SetFormat YUY2 640x480 30fps"
 //   "SetFormat refused <format>"    refused by a fault

@@ -103,7 +103,7 @@ HRESULT BdaGraph::addDevices(const std::wstring &tunerName, const std::wstring &
     return graph->ConnectDirect(tunerOut, receiverIn, nullptr);
 }
 
-HRESULT BdaGraph::build(const std::wstring &tunerName, const std::wstring &receiverName)
+HRESULT BdaGraph::addGrabber(const std::wstring &tunerName, const std::wstring &receiverName)
 {
     HRESULT hr = addDevices(tunerName, receiverName);
     if (SUCCEEDED(hr))
@@ -112,10 +112,6 @@ HRESULT BdaGraph::build(const std::wstring &tunerName, const std::wstring &recei
         hr = graph->AddFilter(grabberFilter, L"SampleGrabber");
     if (SUCCEEDED(hr))
         hr = grabberFilter->QueryInterface(IID_ISampleGrabber, reinterpret_cast<void **>(&grabber));
-    if (SUCCEEDED(hr))
-        hr = sink.CoCreateInstance(CLSID_NullRenderer, nullptr, CLSCTX_INPROC_SERVER);
-    if (SUCCEEDED(hr))
-        hr = graph->AddFilter(sink, L"NullRenderer");
     if (FAILED(hr))
         return hr;
     AM_MEDIA_TYPE wanted = {};
@@ -131,14 +127,49 @@ HRESULT BdaGraph::build(const std::wstring &tunerName, const std::wstring &recei
     sourceOut.Attach(firstPin(streamSource(), PINDIR_OUTPUT));
     CComPtr<IPin> grabberIn;
     grabberIn.Attach(firstPin(grabberFilter, PINDIR_INPUT));
+    return graph->Connect(sourceOut, grabberIn);
+}
+
+HRESULT BdaGraph::buildWithDemux(const std::wstring &tunerName, const std::wstring &receiverName)
+{
+    HRESULT hr = addGrabber(tunerName, receiverName);
+    if (SUCCEEDED(hr))
+        hr = grabber->SetBufferSamples(TRUE);
+    if (SUCCEEDED(hr))
+        hr = demux.CoCreateInstance(CLSID_MPEG2Demultiplexer, nullptr, CLSCTX_INPROC_SERVER);
+    if (SUCCEEDED(hr))
+        hr = graph->AddFilter(demux, L"Demux");
+    if (FAILED(hr))
+        return hr;
+    CComPtr<IPin> grabberOut;
+    grabberOut.Attach(firstPin(grabberFilter, PINDIR_OUTPUT));
+    CComPtr<IPin> demuxIn;
+    demuxIn.Attach(firstPin(demux, PINDIR_INPUT));
+    return graph->ConnectDirect(grabberOut, demuxIn, nullptr);
+}
+
+CComPtr<IPin> BdaGraph::demuxPin(const wchar_t *name)
+{
+    CComPtr<IPin> pin;
+    if (demux)
+        demux->FindPin(name, &pin);
+    return pin;
+}
+
+HRESULT BdaGraph::build(const std::wstring &tunerName, const std::wstring &receiverName)
+{
+    HRESULT hr = addGrabber(tunerName, receiverName);
+    if (SUCCEEDED(hr))
+        hr = sink.CoCreateInstance(CLSID_NullRenderer, nullptr, CLSCTX_INPROC_SERVER);
+    if (SUCCEEDED(hr))
+        hr = graph->AddFilter(sink, L"NullRenderer");
+    if (FAILED(hr))
+        return hr;
     CComPtr<IPin> grabberOut;
     grabberOut.Attach(firstPin(grabberFilter, PINDIR_OUTPUT));
     CComPtr<IPin> sinkIn;
     sinkIn.Attach(firstPin(sink, PINDIR_INPUT));
-    hr = graph->Connect(sourceOut, grabberIn);
-    if (SUCCEEDED(hr))
-        hr = graph->Connect(grabberOut, sinkIn);
-    return hr;
+    return graph->Connect(grabberOut, sinkIn);
 }
 
 HRESULT BdaGraph::tune(ULONG kHz, ModulationType modulation, ULONG bandwidthMHz)
@@ -221,6 +252,7 @@ void BdaGraph::tearDown()
         }
     }
     collector.Release();
+    demux.Release();
     grabber.Release();
     sink.Release();
     grabberFilter.Release();

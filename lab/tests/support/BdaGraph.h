@@ -61,6 +61,11 @@ public:
     HRESULT addDevices(const std::wstring &tuner, const std::wstring &receiver);
     // addDevices, then the stream through a sample grabber into a null renderer.
     HRESULT build(const std::wstring &tuner, const std::wstring &receiver);
+    // addDevices, then the stream through a buffering sample grabber into the MPEG-2
+    // demultiplexer (CLSID_MPEG2Demultiplexer).
+    HRESULT buildWithDemux(const std::wstring &tuner, const std::wstring &receiver);
+    // The demultiplexer's output pin of that name ("Video", "Audio", "Sections").
+    CComPtr<IPin> demuxPin(const wchar_t *name);
     // As a network provider tunes: StartChanges, every node's frequency filter and demodulator,
     // CheckChanges, CommitChanges; the first failure.
     HRESULT tune(ULONG kHz, ModulationType modulation, ULONG bandwidthMHz = static_cast<ULONG>(-1));
@@ -79,7 +84,12 @@ public:
     CComPtr<IBaseFilter> grabberFilter;
     CComPtr<ISampleGrabber> grabber;
     CComPtr<IBaseFilter> sink;
+    CComPtr<IBaseFilter> demux;
     CComPtr<StreamCollector> collector;
+
+private:
+    // addDevices, then the stream into a sample grabber (buffer callback to the collector).
+    HRESULT addGrabber(const std::wstring &tuner, const std::wstring &receiver);
 };
 
 } // namespace labtest

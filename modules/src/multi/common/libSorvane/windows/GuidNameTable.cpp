@@ -113,6 +113,8 @@ const GuidName kGuidNames[] = {
     SORVANE_GUID_NAME(CLSID_SampleGrabber),
     SORVANE_GUID_NAME(CLSID_NullRenderer),
     SORVANE_GUID_NAME(CLSID_SmartTee),
+    SORVANE_GUID_NAME(CLSID_NetworkProvider),
+    SORVANE_GUID_NAME(CLSID_MPEG2Demultiplexer),
     SORVANE_GUID_NAME(CLSID_InfTee),
     SORVANE_GUID_NAME(CLSID_AviDest),
     SORVANE_GUID_NAME(CLSID_FileWriter),

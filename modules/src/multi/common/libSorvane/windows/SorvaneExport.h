@@ -1,7 +1,7 @@
 #pragma once
 
-// Outside Windows (a native build of the portable parts, such as the ID parser) nothing is
-// exported or imported.
+// Outside Windows (a native build of the portable parts, such as the ID parser and the
+// transport-stream pieces the fuzzers use) nothing is exported or imported.
 #if !defined(_WIN32)
 #define SORVANE_API
 #elif defined(SORVANE_BUILD)

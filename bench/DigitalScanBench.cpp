@@ -1,0 +1,114 @@
+// Wall time of whole digital scans on the lab's BDA cards against the sum of the sleeps the
+// scan must make: a Clear QAM scan over cable channels 3 and 4 (all scrambled, then a clear
+// program) and a DVB-T scan of Germany's channels 8 and 9 (nothing, then UHF 21). The clock
+// is the framework's manual clock with every sleep waited in full, so the sleeps are both
+// real and recorded.
+#include <ClearQAMTuner.h>
+#include <DVBTuner.h>
+#include <ModuleRegistration.h>
+#include <SdkGuids.h>
+#include <ScopedVariant.h>
+#include <kel/Clock.h>
+#include <ruvo/DiagModule.h>
+#include <ruvo/RecordingBackend.h>
+
+#include <atlbase.h>
+#include <chrono>
+#include <cstdio>
+#include <dshow.h>
+#include <functional>
+
+namespace {
+
+kel::String bagText(IPropertyBag* bag, const wchar_t* name)
+{
+    sorvane::ScopedVariant value;
+    if (FAILED(bag->Read(name, value.get(), nullptr))) return kel::String();
+    return value.text();
+}
+
+// The record of a lab BDA tuner, as the host's digital catalogue builds it.
+bool findTuner(const wchar_t* friendlyName, ruvo::DiagDevice& device)
+{
+    CComPtr<ICreateDevEnum> devices;
+    CComPtr<IEnumMoniker> monikers;
+    if (FAILED(devices.CoCreateInstance(CLSID_SystemDeviceEnum, nullptr, CLSCTX_INPROC_SERVER)) ||
+        devices->CreateClassEnumerator(KSCATEGORY_BDA_NETWORK_TUNER, &monikers, 0) != S_OK)
+        return false;
+    CComPtr<IMoniker> moniker;
+    while (monikers->Next(1, &moniker, nullptr) == S_OK) {
+        CComPtr<IPropertyBag> bag;
+        moniker->BindToStorage(nullptr, nullptr, IID_PPV_ARGS(&bag));
+        moniker.Release();
+        if (!bag || bagText(bag, L"FriendlyName") != kel::String(friendlyName)) continue;
+        const kel::String path = bagText(bag, L"DevicePath");
+        const int marker = path.find(kel::String(L"?\\"));
+        const kel::String locator =
+            marker < 0 ? kel::String() : path.substring(marker + 2).toUpper().replace(kel::String(L"#"), kel::String(L"\\"));
+        device = ruvo::DiagDevice(kel::String(friendlyName), bagText(bag, L"Description"), locator,
+                                  ruvo::DeviceCapability::VideoCapture() | ruvo::DeviceCapability::DigitalTVTuner());
+        device.setProperty("DeviceLocator", ruvo::Value(locator));
+        return true;
+    }
+    return false;
+}
+
+void setParameter(const char* key, const ruvo::Value& value)
+{
+    ruvo::Parameter* parameter = ruvo::DiagModule::findParameter(kel::String(key));
+    if (parameter) parameter->set(value);
+}
+
+void measure(const char* what, const wchar_t* tuner, const std::function<void(const ruvo::DiagDevice&)>& scan)
+{
+    ruvo::DiagDevice device;
+    if (!findTuner(tuner, device)) {
+        std::printf("  %-44s the lab tuner \"%ls\" is not registered here\n", what, tuner);
+        return;
+    }
+    kel::Clock::useManualClock(true);
+    kel::Clock::setManualRealShare(100);
+    const auto start = std::chrono::steady_clock::now();
+    bool passed = true;
+    try {
+        scan(device);
+    } catch (const sorvane::CaptureException&) {
+        passed = false;
+    }
+    const double wallMs =
+        std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
+    double sleptMs = 0;
+    const kel::Array<uint32_t> sleeps = kel::Clock::recordedSleeps();
+    for (int i = 0; i < sleeps.size(); ++i) sleptMs += sleeps[i];
+    kel::Clock::useManualClock(false);
+    std::printf("  %-44s wall %8.0f ms, required sleeps %8.0f ms, overhead %5.1f %%%s\n", what, wallMs, sleptMs,
+                sleptMs > 0 ? (wallMs - sleptMs) * 100.0 / sleptMs : 0.0, passed ? "" : " (did not pass)");
+}
+
+} // namespace
+
+int main()
+{
+    if (FAILED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED))) return 1;
+    ruvo::RecordingBackend backend;
+    ruvo::DiagModule::setBackend(&backend);
+    setParameter("CheckTVCable", ruvo::Value::fromBool(false));
+    std::printf("Digital scans on the lab's BDA cards (wall time against the sleeps the scan requires)\n");
+
+    setParameter("DigitalStartChannel", ruvo::Value(3u));
+    setParameter("DigitalEndChannel", ruvo::Value(4u));
+    measure("Clear QAM, cable channels 3-4", L"Lab ATSC QAM Tuner", [](const ruvo::DiagDevice& device) {
+        sorvane::ClearQAMTuner(device, kel::String(L"bench")).checkTVSignal();
+    });
+
+    setParameter("Country", ruvo::Value(kel::String(L"de")));
+    setParameter("DigitalStartChannel", ruvo::Value(8u));
+    setParameter("DigitalEndChannel", ruvo::Value(9u));
+    measure("DVB-T, Germany channels 8-9", L"Lab DVB-T Tuner", [](const ruvo::DiagDevice& device) {
+        sorvane::DVBTuner(device, kel::String(L"bench")).checkTVSignal();
+    });
+
+    ruvo::DiagModule::setBackend(nullptr);
+    CoUninitialize();
+    return 0;
+}

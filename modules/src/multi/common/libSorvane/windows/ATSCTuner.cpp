@@ -1,0 +1,114 @@
+#include "ATSCTuner.h"
+#include "ATSCChannelPlan.h"
+#include "CaptureLog.h"
+#include "ErrorHandler.h"
+
+#include <kel/System.h>
+
+SORVANE_LOG_CATEGORY(SORVANE_CAPTURE_CATEGORY)
+
+namespace sorvane {
+
+using ruvo::TestResult;
+
+namespace {
+
+// Each physical channel is checked on its first virtual channel (N.1).
+const int kFirstMinorChannel = 1;
+const wchar_t* const kAtscSpaces[] = {L"ATSC"};
+
+kel::String hrText(HRESULT hr)
+{
+    return ErrorHandler::errorMessageFromHr(hr);
+}
+
+} // namespace
+
+ATSCTuner::ATSCTuner(const ruvo::DiagDevice& device, const kel::String& name) : DigitalTuner(device, name) {}
+
+void ATSCTuner::setupDevice()
+{
+    kel::TraceLogger trace(sorvaneLogger(), "ATSCTuner::setupDevice()", __FILE__, __LINE__);
+    doSetupDevice(true, true, false);
+    chooseTuningSpace(kAtscSpaces, 1);
+}
+
+void ATSCTuner::chooseTuningSpace(const wchar_t* const* names, int count)
+{
+    m_tuningSpace.Release();
+    for (int i = 0; i < count && !m_tuningSpace; ++i) {
+        const CComPtr<ITuningSpace> space = getTuningSpace(kel::String(names[i]));
+        m_tuningSpace = space.p;
+    }
+    if (!m_tuningSpace) {
+        SORVANE_LOG_ERROR("Cannot get the " << kel::String(names[0]) << " tuning space");
+        THROW_ERROR(TestResult::CANNOTRUN(), 0, nullptr);
+    }
+}
+
+// No sample grabber: the receiver feeds the demultiplexer directly.
+void ATSCTuner::setupSampleGrabber() {}
+
+bool ATSCTuner::tuneToChannel(int channel, int minorChannel, int /*inputType*/)
+{
+    kel::TraceLogger trace(sorvaneLogger(), "ATSCTuner::tuneToChannel", __FILE__, __LINE__);
+    const long frequency = static_cast<long>(ATSCChannelPlan::frequencyKHz(channel));
+    SORVANE_LOG_DETAIL("channel = " << channel << ", minorChannel = " << minorChannel << ", frequency = " << frequency);
+    CComPtr<IATSCLocator> locator;
+    HRESULT hr = locator.CoCreateInstance(CLSID_ATSCLocator, nullptr, CLSCTX_INPROC_SERVER);
+    if (FAILED(hr)) {
+        SORVANE_LOG_ERROR("ATSCLocator creation failed: " << hrText(hr));
+        return false;
+    }
+    if (FAILED(hr = locator->put_PhysicalChannel(channel)) || FAILED(hr = locator->put_CarrierFrequency(frequency)) ||
+        FAILED(hr = locator->put_Modulation(BDA_MOD_8VSB))) {
+        SORVANE_LOG_ERROR("IATSCLocator set-up failed: " << hrText(hr));
+        return false;
+    }
+    CComPtr<ITuneRequest> request;
+    hr = m_tuningSpace->CreateTuneRequest(&request);
+    if (FAILED(hr) || !request) {
+        SORVANE_LOG_ERROR("ITuningSpace::CreateTuneRequest failed: " << hrText(hr));
+        return false;
+    }
+    CComPtr<IATSCChannelTuneRequest> channelRequest;
+    request.QueryInterface(&channelRequest);
+    if (!channelRequest) {
+        SORVANE_LOG_ERROR("Cannot get an IATSCChannelTuneRequest from an ITuneRequest instance.");
+        return false;
+    }
+    if (FAILED(hr = channelRequest->put_Channel(channel)) || FAILED(hr = channelRequest->put_MinorChannel(minorChannel)) ||
+        FAILED(hr = channelRequest->put_Locator(locator))) {
+        SORVANE_LOG_ERROR("IATSCChannelTuneRequest set-up failed: " << hrText(hr));
+        return false;
+    }
+    hr = m_tuner->put_TuneRequest(channelRequest);
+    if (FAILED(hr)) {
+        SORVANE_LOG_ERROR("put_TuneRequest failed: " << hrText(hr));
+        return false;
+    }
+    kel::System::mssleep(m_settleDelay);
+    return true;
+}
+
+bool ATSCTuner::checkCurrentChannel()
+{
+    SORVANE_TRACE();
+    return checkChannel(static_cast<int>(m_currentChannel), kFirstMinorChannel, 0);
+}
+
+void ATSCTuner::signalFound()
+{
+    DigitalTuner::signalFound();
+    SORVANE_LOG_DETAIL("ATSC channel " << static_cast<unsigned>(m_currentChannel) << " at "
+                                       << static_cast<unsigned>(ATSCChannelPlan::frequencyKHz(static_cast<int>(m_currentChannel)))
+                                       << " kHz");
+}
+
+void ATSCTuner::cleanUpCOMInterfaces()
+{
+    m_tuningSpace.Release();
+    DigitalTuner::cleanUpCOMInterfaces();
+}
+
+} // namespace sorvane

@@ -1,0 +1,199 @@
+#include "ClearQAMTuner.h"
+#include "CableFrequencyPlan.h"
+#include "CaptureLog.h"
+#include "ClearProgramSearch.h"
+#include "ErrorHandler.h"
+#include "ModuleRegistration.h"
+#include "SampleCallback.h"
+
+#include <kel/System.h>
+#include <vector>
+
+SORVANE_LOG_CATEGORY(SORVANE_CAPTURE_CATEGORY)
+
+namespace sorvane {
+
+using ruvo::TestResult;
+
+namespace {
+
+const uint32_t kMaxCableChannel = 120;
+const uint32_t kCollectDelay = 500;
+const long kBufferMode = 1;
+const int kFirstProgram = 1;
+// At most this much of the channel's stream is measured for its health.
+const int32_t kMeasuredBytes = 16 * 1024 * 1024;
+const int32_t kNoChannelFound = -1;
+const wchar_t* const kCableSpaces[] = {L"ATSCCable", L"ClearQAM", L"Digital Cable"};
+
+kel::String hrText(HRESULT hr)
+{
+    return ErrorHandler::errorMessageFromHr(hr);
+}
+
+} // namespace
+
+ClearQAMTuner::ClearQAMTuner(const ruvo::DiagDevice& device, const kel::String& name)
+    : DigitalTuner(device, name), m_foundMark(kNoChannelFound)
+{
+    m_maxChannel = kMaxCableChannel;
+}
+
+void ClearQAMTuner::setupDevice()
+{
+    kel::TraceLogger trace(sorvaneLogger(), "ClearQAMTuner::setupDevice()", __FILE__, __LINE__);
+    doSetupDevice(false, true, false);
+
+    m_tuningSpace.Release();
+    for (const wchar_t* name : kCableSpaces) {
+        const CComPtr<ITuningSpace> space = getTuningSpace(kel::String(name));
+        m_tuningSpace = space.p;
+        if (m_tuningSpace) break;
+    }
+    if (!m_tuningSpace) {
+        SORVANE_LOG_ERROR("Cannot get either ATSCCable, ClearQAM, or Digital Cable tuning space");
+        THROW_ERROR(TestResult::CANNOTRUN(), 0, nullptr);
+    }
+
+    m_sampleGrabberCallback.Release();
+    m_sampleGrabberCallback = new SampleCallback;
+    const HRESULT hr = m_sampleGrabber->SetCallback(m_sampleGrabberCallback, kBufferMode);
+    if (FAILED(hr)) {
+        SORVANE_LOG_ERROR("ISampleGrabber::SetCallback failed: " << hrText(hr));
+        THROW_ERROR(TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
+    }
+}
+
+bool ClearQAMTuner::tuneToChannel(int channel, int programNumber, int /*inputType*/)
+{
+    kel::TraceLogger trace(sorvaneLogger(), "ClearQAMTuner::tuneToChannel", __FILE__, __LINE__);
+    CComPtr<IATSCLocator> locator;
+    HRESULT hr = locator.CoCreateInstance(CLSID_ATSCLocator, nullptr, CLSCTX_INPROC_SERVER);
+    if (FAILED(hr)) {
+        SORVANE_LOG_ERROR("ATSCLocator creation failed: " << hrText(hr));
+        return false;
+    }
+    CComPtr<IATSCLocator2> locator2;
+    locator.QueryInterface(&locator2);
+    if (!locator2) {
+        SORVANE_LOG_ERROR("Cannot get IATSCLocator2 interface from ATSCLocator instance");
+        return false;
+    }
+    hr = locator2->put_ProgramNumber(programNumber);
+    if (FAILED(hr)) {
+        SORVANE_LOG_ERROR("IATSCLocator2::put_ProgramNumber failed: " << hrText(hr));
+        return false;
+    }
+    hr = locator2->put_CarrierFrequency(static_cast<long>(CableFrequencyPlan::table()[channel]));
+    if (FAILED(hr)) {
+        SORVANE_LOG_ERROR("IATSCLocator2::put_CarrierFrequency failed: " << hrText(hr));
+        return false;
+    }
+    hr = locator2->put_Modulation(BDA_MOD_256QAM);
+    if (FAILED(hr)) {
+        SORVANE_LOG_ERROR("IATSCLocator2::put_Modulation failed: " << hrText(hr));
+        return false;
+    }
+
+    CComPtr<IATSCTuningSpace> space;
+    m_tuningSpace.QueryInterface(&space);
+    if (!space) {
+        SORVANE_LOG_ERROR("Cannot get an IATSCTuningSpace from ITuningSpace");
+        return false;
+    }
+    CComPtr<ITuneRequest> request;
+    hr = space->CreateTuneRequest(&request);
+    if (FAILED(hr) || !request) {
+        SORVANE_LOG_ERROR("IATSCTuningSpace::CreateTuneRequest failed: " << hrText(hr));
+        return false;
+    }
+    CComPtr<IATSCChannelTuneRequest> channelRequest;
+    request.QueryInterface(&channelRequest);
+    if (!channelRequest) {
+        SORVANE_LOG_ERROR("Cannot get an IATSCChannelTuneRequest from an ITuneRequest instance.");
+        return false;
+    }
+    hr = channelRequest->put_Channel(channel);
+    if (FAILED(hr)) {
+        SORVANE_LOG_ERROR("IATSCChannelTuneRequest::put_Channnel failed: " << hrText(hr));
+        return false;
+    }
+    hr = channelRequest->put_Locator(locator2);
+    if (FAILED(hr)) {
+        SORVANE_LOG_ERROR("IATSCChannelTuneRequest::put_Locator failed: " << hrText(hr));
+        return false;
+    }
+    hr = m_tuner->put_TuneRequest(channelRequest);
+    if (FAILED(hr)) {
+        SORVANE_LOG_ERROR("put_TuneRequest failed: " << hrText(hr));
+        return false;
+    }
+    kel::System::mssleep(m_settleDelay);
+    return true;
+}
+
+bool ClearQAMTuner::checkCurrentChannel()
+{
+    SORVANE_TRACE();
+    SORVANE_LOG_DETAIL("checkCurrentChannel");
+    if (!tuneToChannel(static_cast<int>(m_currentChannel), kFirstProgram, 0)) return false;
+
+    SampleCallback* buffer = dynamic_cast<SampleCallback*>(m_sampleGrabberCallback.p);
+    if (!buffer) {
+        SORVANE_LOG_ERROR("dynamic_cast<SampleCallback*>(m_sampleGrabberCallback.p) failed!)");
+        THROW_ERROR(TestResult::FAIL(), 0, nullptr);
+    }
+    buffer->reset();
+    kel::System::mssleep(kCollectDelay);
+    if (buffer->bytesReceived() == 0) {
+        SORVANE_LOG_DETAIL("No packets, no transport stream on this channel");
+        return false;
+    }
+
+    const int program = ClearProgramSearch::processTransportStream(*buffer);
+    SORVANE_LOG_DETAIL("processTransportStream returns " << program);
+    if (program == ClearProgramSearch::kNoClearProgram) {
+        SORVANE_LOG_DETAIL("Return of -1 --> no clear programs found");
+        return false;
+    }
+    return checkChannel(static_cast<int>(m_currentChannel), program, 0);
+}
+
+// The found channel's stream is measured from here to the graph's stop: it has been tuned and
+// settled, and it keeps arriving while the picture stays on screen.
+void ClearQAMTuner::signalFound()
+{
+    DigitalTuner::signalFound();
+    SampleCallback* buffer = dynamic_cast<SampleCallback*>(m_sampleGrabberCallback.p);
+    if (!buffer) return;
+    m_foundMark = buffer->bytesReceived();
+    m_foundWatch.reset();
+}
+
+void ClearQAMTuner::measureFoundChannel()
+{
+    SampleCallback* buffer = dynamic_cast<SampleCallback*>(m_sampleGrabberCallback.p);
+    const int32_t mark = m_foundMark;
+    m_foundMark = kNoChannelFound;
+    if (!buffer || mark == kNoChannelFound) return;
+    const double elapsedMs = static_cast<double>(m_foundWatch.elapsedMilliseconds());
+    const int32_t received = buffer->bytesReceived() - mark;
+    if (received <= 0) return;
+    std::vector<unsigned char> bytes(static_cast<size_t>(received < kMeasuredBytes ? received : kMeasuredBytes));
+    const int32_t copied = buffer->copyReceived(mark, bytes.data(), static_cast<int32_t>(bytes.size()));
+    // The bytes kept are the first ones, so their share of the time is the share of the bytes.
+    measureStream(bytes.data(), copied, elapsedMs * copied / received);
+}
+
+void ClearQAMTuner::cleanUpCOMInterfaces()
+{
+    // The streaming thread stops, then the grabber lets go of the callback, before the callback goes.
+    if (m_mediaControl) m_mediaControl->Stop();
+    measureFoundChannel();
+    if (m_sampleGrabber) m_sampleGrabber->SetCallback(nullptr, kBufferMode);
+    m_sampleGrabberCallback.Release();
+    m_tuningSpace.Release();
+    DigitalTuner::cleanUpCOMInterfaces();
+}
+
+} // namespace sorvane

@@ -1,0 +1,36 @@
+// A digital cable tuner tested on clear (unencrypted) QAM channels 2 to 120: each channel is
+// tuned at its cable-plan frequency with 256-QAM, its transport stream is collected and
+// searched for a program without scrambling, and that program is tuned and checked.
+#pragma once
+
+#include "DigitalTuner.h"
+#include "SorvaneExport.h"
+
+#include <kel/Stopwatch.h>
+#include <qedit.h>
+
+namespace sorvane {
+
+class SORVANE_API ClearQAMTuner : public DigitalTuner {
+public:
+    ClearQAMTuner(const ruvo::DiagDevice& device, const kel::String& name);
+
+protected:
+    void setupDevice() override;
+    bool tuneToChannel(int channel, int programNumber, int inputType) override;
+    bool checkCurrentChannel() override;
+    void signalFound() override;
+    void cleanUpCOMInterfaces() override;
+
+    CComPtr<ITuningSpace> m_tuningSpace;
+    CComPtr<ISampleGrabberCB> m_sampleGrabberCallback;
+private:
+    // Measures the stream that arrived while the channel found stayed on screen.
+    void measureFoundChannel();
+
+    // Where that stream starts in the packet buffer (-1: no channel found), and since when.
+    int32_t m_foundMark;
+    kel::Stopwatch m_foundWatch;
+};
+
+} // namespace sorvane

@@ -1,0 +1,415 @@
+#include "DVBTuner.h"
+#include "CaptureLog.h"
+#include "CaptureUtil.h"
+#include "CoTaskMemPtr.h"
+#include "CountryCodeManager.h"
+#include "CountryDialog.h"
+#include "DTMBFrequencyPlan.h"
+#include "ErrorHandler.h"
+#include "ModuleRegistration.h"
+#include "Mpeg2StreamAnalyzer.h"
+
+#include <kel/System.h>
+#include <ruvo/DiagModule.h>
+#include <uuids.h>
+#include <vector>
+
+SORVANE_LOG_CATEGORY(SORVANE_CAPTURE_CATEGORY)
+
+namespace sorvane {
+
+using ruvo::TestResult;
+
+namespace {
+
+const wchar_t* const kDTMBNames[] = {L"dmb-th", L"dtmb", L"dmbth"};
+const int kQualityNeeded = 51;
+const uint32_t kBufferDelay = 50;
+const int kUserCancelled = 0;
+const int kNoCountry = -1;
+// The values GetGeoInfoW's result is compared with: ERROR_INVALID_PARAMETER and
+// ERROR_INSUFFICIENT_BUFFER.
+const int kGeoInvalidParameter = 87;
+const int kGeoInsufficientBuffer = 122;
+
+kel::String hrText(HRESULT hr)
+{
+    return ErrorHandler::errorMessageFromHr(hr);
+}
+
+} // namespace
+
+DVBTuner::DVBTuner(const ruvo::DiagDevice& device, const kel::String& name) : DigitalTuner(device, name), m_isDTMB(false)
+{
+    SORVANE_LOG_DETAIL("DVBTuner ctor");
+}
+
+DVBTuner::~DVBTuner()
+{
+    SORVANE_LOG_DETAIL("DVBTuner dtor");
+}
+
+void DVBTuner::setupNetworkProvider()
+{
+    SORVANE_TRACE();
+    SORVANE_LOG_DETAIL("Creating Network Provider");
+    m_networkProvider.Release();
+    const HRESULT hr = m_networkProvider.CoCreateInstance(CLSID_DVBTNetworkProvider, nullptr, CLSCTX_INPROC_SERVER);
+    if (FAILED(hr)) {
+        SORVANE_LOG_ERROR("IBaseFilter::CoCreateInstance DVBT Network Provider failed: " << hrText(hr));
+        THROW_ERROR(TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
+    }
+    SORVANE_LOG_DETAIL("Adding Network Provider filter to graph");
+    addFilter(m_networkProvider, kel::String(L"DVB-T Network Provider"));
+    SORVANE_LOG_DETAIL("Created and added");
+}
+
+void DVBTuner::setupDevice()
+{
+    kel::TraceLogger trace(sorvaneLogger(), "DVBTuner::setupDevice", __FILE__, __LINE__);
+    DigitalTuner::doSetupDevice(true, true, false);
+    // The quality check reads the grabber's last sample.
+    if (m_sampleGrabber) m_sampleGrabber->SetBufferSamples(TRUE);
+    setupTuningSpace();
+    renderDemuxPins();
+
+    m_isDTMB = containsDTMB(m_device.name()) || filterIsDTMB(m_srcFilter) || filterIsDTMB(m_receiverFilter);
+    SORVANE_LOG_DETAIL("m_isDTMB = " << m_isDTMB);
+    if (m_isDTMB) {
+        SORVANE_LOG_DETAIL("DTMB tuner detected.  Setting channel range: 13-56\n");
+        setChannelRange(DTMBFrequencyPlan::kFirstChannel, DTMBFrequencyPlan::kLastChannel);
+        return;
+    }
+    setupCountry();
+}
+
+void DVBTuner::setupTuningSpace()
+{
+    SORVANE_LOG_DETAIL("Getting DVB-T tuning space");
+    m_tuningSpace.Release();
+    const CComPtr<ITuningSpace> space = getTuningSpace(kel::String(L"DVB-T"));
+    m_tuningSpace = space.p;
+    if (!m_tuningSpace) {
+        SORVANE_LOG_ERROR("Cannot get DVB-T tuning space");
+        THROW_ERROR(TestResult::FAIL(), 0, g_errorCreatingFilterGraph);
+    }
+    SORVANE_LOG_DETAIL("Creating DVBTuningSpace2");
+    CComPtr<IDVBTuningSpace2> dvbSpace;
+    HRESULT hr = m_tuningSpace.QueryInterface(&dvbSpace);
+    if (FAILED(hr)) {
+        SORVANE_LOG_ERROR("ITuningSpace::QueryInterface(IDVBTuningSpace2) failed: " << hrText(hr));
+        THROW_ERROR(TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
+    }
+    SORVANE_LOG_DETAIL("Setting System Type DVB");
+    hr = dvbSpace->put_SystemType(DVB_Terrestrial);
+    if (FAILED(hr)) {
+        SORVANE_LOG_ERROR("DVBTuningSpace2::put_SystemType(DVB_Terrestrial) failed: " << hrText(hr));
+        THROW_ERROR(TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
+    }
+}
+
+void DVBTuner::renderDemuxPins()
+{
+    SORVANE_LOG_DETAIL("Demux::EnumPins");
+    CComPtr<IEnumPins> pins;
+    const HRESULT hr = m_demuxFilter->EnumPins(&pins);
+    if (FAILED(hr) || !pins) {
+        SORVANE_LOG_ERROR("ERROR: Demux::EnumPins failed: " << hrText(hr));
+        THROW_ERROR(TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
+    }
+    SORVANE_LOG_DETAIL("Locate and render output pins on Demux");
+    bool videoRendered = false;
+    CComPtr<IPin> pin;
+    while (pins->Next(1, &pin, nullptr) == S_OK) {
+        CComPtr<IPin> peer;
+        PIN_DIRECTION direction = PINDIR_INPUT;
+        pin->QueryDirection(&direction);
+        if (direction != PINDIR_OUTPUT) {
+            pin.Release();
+            continue;
+        }
+        if (SUCCEEDED(pin->ConnectedTo(&peer)) && peer) {
+            SORVANE_LOG_DETAIL("pin is connected");
+            // The base's rendering may already have shown the video.
+            if (isVideoPin(pin)) videoRendered = true;
+        } else if (isSectionsPin(pin)) {
+            SORVANE_LOG_DETAIL("isSectionsPin");
+        } else if (isVideoPin(pin)) {
+            if (videoRendered) {
+                SORVANE_LOG_DETAIL("isVideoPin, already rendered");
+            } else {
+                SORVANE_LOG_DETAIL("isVideoPin");
+                SORVANE_LOG_DETAIL("call renderFromPin");
+                long result = S_OK;
+                if (!renderFromPin(pin, result)) {
+                    SORVANE_LOG_ERROR("renderFromPin failed");
+                    THROW_ERROR(TestResult::FAIL(), result, g_errorCannotRunDVBTest);
+                }
+                videoRendered = true;
+            }
+        }
+        pin.Release();
+    }
+}
+
+void DVBTuner::setChannelRange(uint32_t first, uint32_t last)
+{
+    m_minChannel = first;
+    m_startChannel = first;
+    m_maxChannel = last;
+    m_endChannel = last;
+}
+
+void DVBTuner::setupCountry()
+{
+    SORVANE_LOG_DETAIL("Attempting to get frequency mapping for DVB-T cards");
+    SORVANE_LOG_DETAIL("m_networkProvider:\n" << CaptureUtil::filterToString(m_networkProvider));
+    SORVANE_LOG_DETAIL("graph:\n" << CaptureUtil::graphToString(m_graphManager));
+
+    CComPtr<IFrequencyMap> frequencyMap;
+    HRESULT hr = m_networkProvider.QueryInterface(&frequencyMap);
+    if (FAILED(hr)) {
+        SORVANE_LOG_ERROR("IBaseFilter::QueryInterface(IFrequencyMap) failed: " << hrText(hr));
+        THROW_ERROR(TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
+    }
+    SORVANE_LOG_DETAIL("IFrequencyMap:get_CountryCodeList");
+    ULONG count = 0;
+    CoTaskMemPtr<ULONG> codes;
+    hr = frequencyMap->get_CountryCodeList(&count, codes.receive());
+    if (FAILED(hr)) {
+        SORVANE_LOG_ERROR("IFrequencyMap:get_CountryCodeList failed: " << hrText(hr));
+        THROW_ERROR(TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
+    }
+    m_supportedCountryCodes.clear();
+    for (ULONG i = 0; codes && i < count; ++i) {
+        const int code = static_cast<int>(codes.get()[i]);
+        if (!m_supportedCountryCodes.contains(code)) m_supportedCountryCodes.add(code);
+    }
+
+    SORVANE_LOG_DETAIL("***Asking for Country");
+    const int country = askForCountry();
+    if (country == kUserCancelled) {
+        SORVANE_LOG_DETAIL("***Exiting due to user abort on country dialog");
+        THROW_ERROR(TestResult::USERABORTED(), 0, nullptr);
+    }
+    if (country == kNoCountry) {
+        SORVANE_LOG_ERROR("***Skipping put_CountryCode() because of unexpected ::DialogBox() error: " << country);
+        THROW_WARNING(TestResult::MISCONFIGURED(), 0, g_setCountryName);
+    }
+    hr = frequencyMap->put_CountryCode(static_cast<ULONG>(country));
+    if (FAILED(hr)) {
+        SORVANE_LOG_ERROR("***ERROR: IFrequencyMap::put_CountryCode failed: " << hrText(hr));
+        THROW_ERROR(TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
+    }
+    CoTaskMemPtr<ULONG> frequencies;
+    hr = frequencyMap->get_DefaultFrequencyMapping(static_cast<ULONG>(country), &count, frequencies.receive());
+    if (FAILED(hr)) {
+        SORVANE_LOG_ERROR("IFrequencyMap:get_DefaultFrequencyMapping failed: " << hrText(hr));
+        THROW_ERROR(TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
+    }
+    kel::Array<uint32_t> list;
+    for (ULONG i = 0; frequencies && i < count; ++i) list.add(static_cast<uint32_t>(frequencies.get()[i]));
+    const int loaded = m_guideStore.loadGuideData(country, list);
+    const uint32_t last = loaded > 1 ? static_cast<uint32_t>(loaded - 1) : 1;
+    setChannelRange(1, last);
+    SORVANE_LOG_DETAIL("Set DVB-T Channel Range: 1-" << last);
+}
+
+int DVBTuner::askForCountry()
+{
+    kel::TraceLogger trace(sorvaneLogger(), "askForCountry()", __FILE__, __LINE__);
+    const CountryCodeManager countries;
+    const kel::String wanted = g_country->isset() ? g_country->value().toKELString() : kel::String();
+    if (wanted.isEmpty() || wanted == kel::String(L"UserDefined")) return countryFromDialog();
+
+    const CountryCode* record = countries.countryCodeByString(wanted.toLower());
+    if (record) return record->countryCode();
+    return countryFromLocation(countries);
+}
+
+int DVBTuner::countryFromLocation(const CountryCodeManager& countries)
+{
+    const GEOID location = GetUserGeoID(GEOCLASS_NATION);
+    if (location == GEOID_NOT_AVAILABLE) return kNoCountry;
+    const int length = GetGeoInfoW(location, GEO_ISO2, nullptr, 0, 0);
+    if (length <= 0) return kNoCountry;
+    std::vector<wchar_t> text(static_cast<size_t>(length), L'\0');
+    const int written = GetGeoInfoW(location, GEO_ISO2, text.data(), length, 0);
+    if (written == kGeoInvalidParameter || written == kGeoInsufficientBuffer || written <= 0) return kNoCountry;
+    const CountryCode* record = countries.countryCodeByString(kel::String(text.data()).toLower());
+    SORVANE_LOG_DETAIL("Windows location " << kel::String(text.data()) << (record ? " is known" : " is unknown"));
+    return record ? record->countryCode() : kNoCountry;
+}
+
+int DVBTuner::countryFromDialog()
+{
+    if (!ruvo::DiagModule::promptEnabled()) return kNoCountry;
+    const kel::Array<CountryCode> all = CountryDialog::allCountries();
+    kel::Array<CountryCode> supported;
+    for (int i = 0; i < all.size(); ++i) {
+        if (m_supportedCountryCodes.contains(all[i].countryCode())) supported.add(all[i]);
+    }
+    CountryDialog dialog(supported);
+    const int result = dialog.ask(GetConsoleWindow(), CaptureUtil::getDefaultCountryCode());
+    SORVANE_LOG_DETAIL("***DialogBox returned: " << result);
+    return result;
+}
+
+bool DVBTuner::tuneToChannel(int channel, int, int)
+{
+    kel::TraceLogger trace(sorvaneLogger(), "DVBTuner::tuneToChannel", __FILE__, __LINE__);
+    SORVANE_LOG_DETAIL("channel = " << channel << ", isDTMB = " << m_isDTMB);
+    const bool tuned = m_isDTMB ? tuneDTMB(channel) : m_guideStore.tuneToChannel(m_tuningSpace, m_tuner, channel);
+    if (tuned) kel::System::mssleep(m_settleDelay);
+    return tuned;
+}
+
+bool DVBTuner::tuneDTMB(int channel)
+{
+    CComPtr<IDVBTuningSpace2> space;
+    m_tuningSpace.QueryInterface(&space);
+    if (!space) {
+        SORVANE_LOG_ERROR("ERROR: tuneToChannel()/QI of IDVBTuningSpace2 failed");
+        return false;
+    }
+    CComPtr<ITuneRequest> request;
+    HRESULT hr = space->CreateTuneRequest(&request);
+    if (FAILED(hr) || !request) {
+        SORVANE_LOG_ERROR("ERROR: tuneToChannel()/CreateTuneRequest failed: " << hrText(hr));
+        return false;
+    }
+    CComPtr<IDVBTuneRequest> dvbRequest;
+    request.QueryInterface(&dvbRequest);
+    if (!dvbRequest) {
+        SORVANE_LOG_ERROR("ERROR: tuneToChannel()/QI for IDVBTuneRequest failed");
+        return false;
+    }
+    CComPtr<IDVBTLocator> locator;
+    hr = locator.CoCreateInstance(CLSID_DVBTLocator, nullptr, CLSCTX_INPROC_SERVER);
+    if (FAILED(hr)) {
+        SORVANE_LOG_ERROR("ERROR: tuneToChannel()/CoCreateInstance failed: " << hrText(hr));
+        return false;
+    }
+    hr = locator->put_CarrierFrequency(static_cast<long>(DTMBFrequencyPlan::table()[channel]));
+    if (FAILED(hr)) {
+        SORVANE_LOG_ERROR("ERROR: tuneToChannel()/put_CarrierFrequency failed: " << hrText(hr));
+        return false;
+    }
+    hr = dvbRequest->put_Locator(locator);
+    if (FAILED(hr)) {
+        SORVANE_LOG_ERROR("ERROR: tuneToChannel()/put_Locator failed: " << hrText(hr));
+        return false;
+    }
+    hr = m_tuner->put_TuneRequest(dvbRequest);
+    if (FAILED(hr)) {
+        SORVANE_LOG_ERROR("ERROR: tuneToChannel()/put_TuneRequest failed: " << hrText(hr));
+        return false;
+    }
+    return true;
+}
+
+bool DVBTuner::renderFromPin(CComPtr<IPin> pin, long& hr)
+{
+    const bool rendered = DigitalTuner::renderFromPin(pin, hr);
+    if (rendered) return true;
+    if (hr == VFW_E_INVALIDMEDIATYPE) {
+        SORVANE_LOG_DETAIL("renderFromPin succeeds with VFW_E_INVALIDMEDIATYPE");
+        return true;
+    }
+    return false;
+}
+
+bool DVBTuner::isSignalPresent()
+{
+    kel::TraceLogger trace(sorvaneLogger(), "DVBTuner::isSignalPresent", __FILE__, __LINE__);
+    int quality = 0;
+    if (checkMpeg2SignalQuality(quality) && quality >= kQualityNeeded) return true;
+    return DigitalTuner::isSignalPresent();
+}
+
+bool DVBTuner::checkMpeg2SignalQuality(int& quality)
+{
+    kel::TraceLogger trace(sorvaneLogger(), "DVBTuner::checkMpeg2SignalQuality", __FILE__, __LINE__);
+    CComPtr<ISampleGrabber> grabber;
+    HRESULT hr = m_sampleGrabberFilter ? m_sampleGrabberFilter.QueryInterface(&grabber) : E_POINTER;
+    if (FAILED(hr)) {
+        SORVANE_LOG_ERROR("Failed to get the sample grabber iface: " << hrText(hr));
+        return false;
+    }
+    SORVANE_LOG_DETAIL("Got Sample Grabber");
+    kel::System::mssleep(kBufferDelay);
+    long size = 0;
+    hr = grabber->GetCurrentBuffer(&size, nullptr);
+    if (FAILED(hr)) {
+        SORVANE_LOG_ERROR("Failed to get the buffer size");
+        return false;
+    }
+    if (size < Mpeg2StreamAnalyzer::kPacketSize) {
+        SORVANE_LOG_DETAIL("We were not receiving any stream data");
+        return false;
+    }
+    std::vector<unsigned char> buffer(static_cast<size_t>(size), 0);
+    hr = grabber->GetCurrentBuffer(&size, reinterpret_cast<long*>(buffer.data()));
+    if (FAILED(hr)) {
+        SORVANE_LOG_ERROR("Failed to get the sample grabber current buffer " << hrText(hr));
+        if (hr == VFW_E_WRONG_STATE) SORVANE_LOG_ERROR("No signal present");
+        return false;
+    }
+    SORVANE_LOG_DETAIL("Got Data bufferSize: " << size);
+    quality = Mpeg2StreamAnalyzer::signalQuality(buffer.data(), static_cast<int>(size));
+    SORVANE_LOG_DETAIL("Signal Quality: " << quality);
+    return true;
+}
+
+bool DVBTuner::checkCurrentChannel()
+{
+    return checkChannel(static_cast<int>(m_currentChannel), 0, 0);
+}
+
+void DVBTuner::initializeChannelIteration()
+{
+    if (g_digitalStartChannel->isset() || g_digitalEndChannel->isset()) {
+        DigitalTuner::initializeChannelIteration();
+        return;
+    }
+    m_startChannel = m_minChannel;
+    m_endChannel = m_maxChannel;
+    m_currentChannel = m_startChannel;
+    SORVANE_LOG_DETAIL("channels " << m_startChannel << " to " << m_endChannel);
+}
+
+// The grabber keeps only its last sample, whose duration is unknown: the timing checks of the
+// stream's health are left out.
+void DVBTuner::signalFound()
+{
+    DigitalTuner::signalFound();
+    long size = 0;
+    if (!m_sampleGrabber || FAILED(m_sampleGrabber->GetCurrentBuffer(&size, nullptr)) || size <= 0) return;
+    std::vector<unsigned char> buffer(static_cast<size_t>(size), 0);
+    if (FAILED(m_sampleGrabber->GetCurrentBuffer(&size, reinterpret_cast<long*>(buffer.data())))) return;
+    measureStream(buffer.data(), static_cast<int>(size), 0.0);
+}
+
+void DVBTuner::cleanUpCOMInterfaces()
+{
+    m_tuningSpace.Release();
+    DigitalTuner::cleanUpCOMInterfaces();
+}
+
+bool DVBTuner::containsDTMB(kel::String name)
+{
+    const kel::String lower = name.toLower();
+    for (const wchar_t* marker : kDTMBNames) {
+        if (lower.find(kel::String(marker)) != kel::String::npos) return true;
+    }
+    return false;
+}
+
+bool DVBTuner::filterIsDTMB(CComPtr<IBaseFilter> filter)
+{
+    const kel::String name = CaptureUtil::filterName(filter);
+    SORVANE_LOG_DETAIL("***filterIsDTMB()--filter name = " << name);
+    return containsDTMB(name);
+}
+
+} // namespace sorvane

@@ -1,0 +1,574 @@
+#include "DigitalTuner.h"
+#include "CaptureLog.h"
+#include "CaptureUtil.h"
+#include "ErrorHandler.h"
+#include "ModuleRegistration.h"
+#include "Mpeg2StreamAnalyzer.h"
+#include "StreamHealthMonitor.h"
+#include "ScopedVariant.h"
+#include "SdkGuids.h"
+
+#include <ruvo/DeviceCapability.h>
+#include <bdamedia.h>
+#include <amvideo.h>
+#include <uuids.h>
+
+// mingw-w64 declares IQualProp without its interface identifier.
+__CRT_UUID_DECL(IQualProp, 0x1bd0ecb0, 0xf8e2, 0x11ce, 0xaa, 0xc6, 0x00, 0x20, 0xaf, 0x0b, 0x99, 0xa3)
+
+SORVANE_LOG_CATEGORY(SORVANE_CAPTURE_CATEGORY)
+
+namespace sorvane {
+
+using ruvo::TestResult;
+
+namespace {
+
+const uint32_t kMinDigitalChannel = 2;
+const uint32_t kMaxDigitalChannel = 69;
+const ULONG kMaxNodes = 32;
+const ULONG kInputPin = 0;
+const ULONG kOutputPin = 1;
+const long kQualityNeeded = 50;
+const int kLocatorParts = 3;
+// The quality of a stream that was not measured: below every value signalQuality gives.
+const int kNotMeasured = -3;
+
+kel::String hrText(HRESULT hr)
+{
+    return ErrorHandler::errorMessageFromHr(hr);
+}
+
+kel::String readBagText(IPropertyBag* bag, const wchar_t* name, HRESULT& hr)
+{
+    ScopedVariant value;
+    hr = bag->Read(name, value.get(), nullptr);
+    return SUCCEEDED(hr) ? value.text() : kel::String();
+}
+
+// The part of a device path or locator that names the device instance on its bus
+// ("PCI\VEN_..&DEV_..\<instance>"), upper-cased and with "#" read as "\": the tuner and
+// receiver filters of one card share it, and the framework's records carry it.
+kel::String instanceKey(const kel::String& text)
+{
+    const kel::String upper = text.toUpper().replace(kel::String(L"#"), kel::String(L"\\"));
+    int start = kel::String::npos;
+    for (const wchar_t* bus : {L"USB\\", L"PCI\\"}) {
+        const int at = upper.find(kel::String(bus));
+        if (at != kel::String::npos && (start == kel::String::npos || at < start)) start = at;
+    }
+    if (start == kel::String::npos) return upper;
+    int end = start;
+    for (int parts = 0; end < upper.length(); ++end) {
+        if (upper[end] == L'\\' && ++parts == kLocatorParts) break;
+    }
+    return upper.substring(start, end - start);
+}
+
+bool hasMajorType(IPin* pin, const GUID& majorType, const GUID* subType)
+{
+    CComPtr<IEnumMediaTypes> types;
+    if (FAILED(pin->EnumMediaTypes(&types)) || !types) return false;
+    AM_MEDIA_TYPE* type = nullptr;
+    bool found = false;
+    while (!found && types->Next(1, &type, nullptr) == S_OK) {
+        found = IsEqualGUID(type->majortype, majorType) && (!subType || IsEqualGUID(type->subtype, *subType));
+        CaptureUtil::deleteMediaType(type);
+    }
+    return found;
+}
+
+PIN_DIRECTION directionOf(IPin* pin)
+{
+    PIN_DIRECTION direction = PINDIR_INPUT;
+    pin->QueryDirection(&direction);
+    return direction;
+}
+
+bool isConnected(IPin* pin)
+{
+    CComPtr<IPin> peer;
+    return SUCCEEDED(pin->ConnectedTo(&peer)) && peer;
+}
+
+} // namespace
+
+DigitalTuner::DigitalTuner(const ruvo::DiagDevice& device, const kel::String& name)
+    : TVTuner(device, name), m_streamQuality(kNotMeasured)
+{
+    m_minChannel = kMinDigitalChannel;
+    m_maxChannel = kMaxDigitalChannel;
+    m_startChannelParam = g_digitalStartChannel;
+    m_endChannelParam = g_digitalEndChannel;
+}
+
+kel::String DigitalTuner::graphText() const
+{
+    return CaptureUtil::graphToString(m_graphManager);
+}
+
+void DigitalTuner::setupNetworkProvider()
+{
+    SORVANE_TRACE();
+    m_networkProvider.Release();
+    // Only the pointer tells: some providers return success codes without an object.
+    m_networkProvider.CoCreateInstance(CLSID_NetworkProvider, nullptr, CLSCTX_INPROC_SERVER);
+    if (!m_networkProvider) {
+        SORVANE_LOG_ERROR("unable to instantiate CLSID_NetworkProvider");
+        THROW_ERROR(TestResult::FAIL(), 0, g_errorCreatingFilterGraph);
+    }
+    addFilter(m_networkProvider, CaptureUtil::guidName(CLSID_NetworkProvider));
+    SORVANE_LOG_DETAIL("m_networkProvider set to " << CaptureUtil::filterToString(m_networkProvider) << "\ngraph:\n"
+                                                   << graphText());
+}
+
+void DigitalTuner::doSetupDevice(bool tolerateNoReceiver, bool matchReceiverToDevice, bool considerFriendlyName)
+{
+    SORVANE_TRACE();
+    SORVANE_LOG_DETAIL("DigitalTuner::doSetupDevice() tolerateNoReceiver: "
+                       << tolerateNoReceiver << ", matchReceiverToDevice: " << matchReceiverToDevice
+                       << ", considerFriendlyName: " << considerFriendlyName << "\ngraph:\n" << graphText());
+    if (!m_device.deviceCapabilities().isCapable(ruvo::DeviceCapability::DigitalTVTuner())) {
+        THROW_WARNING(TestResult::NOTSUPPORTED(), 0, g_warnHardwareDoesNotSupportDigitalTVInput);
+    }
+
+    setupNetworkProvider();
+    SORVANE_LOG_DETAIL(CaptureUtil::filterToString(m_networkProvider));
+
+    SORVANE_LOG_DETAIL("get m_tuner from network provider ");
+    m_tuner.Release();
+    m_networkProvider.QueryInterface(&m_tuner);
+    if (!m_tuner) {
+        SORVANE_LOG_ERROR("Cannot get a Tuner interface from the Network Provider filter");
+        THROW_ERROR(TestResult::FAIL(), 0, g_errorCreatingFilterGraph);
+    }
+
+    SORVANE_LOG_DETAIL("call loadFilter(TUNER)");
+    if (!loadFilter(KSCATEGORY_BDA_NETWORK_TUNER, m_srcFilter, m_networkProvider, true, true, considerFriendlyName)) {
+        SORVANE_LOG_ERROR("loadFilter(TUNER) failed");
+        THROW_ERROR(TestResult::FAIL(), 0, g_errorCreatingFilterGraph);
+    }
+    SORVANE_LOG_DETAIL("DigitalTuner::doSetupDevice(), set m_srcFilter (" << CaptureUtil::filterName(m_srcFilter) << ")");
+
+    SORVANE_LOG_DETAIL("call loadFilter(RECEIVER)");
+    if (!loadFilter(KSCATEGORY_BDA_RECEIVER_COMPONENT, m_receiverFilter, m_srcFilter, true, matchReceiverToDevice,
+                    considerFriendlyName)) {
+        if (!tolerateNoReceiver) {
+            SORVANE_LOG_ERROR("loadFilter(RECEIVER) failed");
+            THROW_ERROR(TestResult::FAIL(), 0, g_errorCreatingFilterGraph);
+        }
+        m_receiverFilter = m_srcFilter;
+        SORVANE_LOG(kel::LOG_WARNING, "loadFilter(RECEIVER) failed. Continuing as it is not always required.");
+    }
+    SORVANE_LOG_DETAIL("DigitalTuner::doSetupDevice(), set m_receiverFilter (" << CaptureUtil::filterName(m_receiverFilter)
+                                                                               << ")");
+
+    m_demuxFilter.Release();
+    const HRESULT hr = m_demuxFilter.CoCreateInstance(CLSID_MPEG2Demultiplexer, nullptr, CLSCTX_INPROC_SERVER);
+    if (FAILED(hr)) {
+        SORVANE_LOG_ERROR("Unable to create an MPEG2 demux: " << hrText(hr));
+        THROW_ERROR(TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
+    }
+    addFilter(m_demuxFilter, kel::String(L"Demux"));
+    SORVANE_LOG_DETAIL("DigitalTuner::doSetupDevice(), set m_demuxFilter (" << CaptureUtil::filterName(m_demuxFilter) << ")");
+
+    setupSampleGrabber();
+
+    if (m_sampleGrabberFilter) {
+        if (!connectFilters(m_receiverFilter, m_sampleGrabberFilter)) {
+            SORVANE_LOG_ERROR("Cannot connect ReceiverFilter to the SampleGrabber");
+            THROW_ERROR(TestResult::FAIL(), 0, g_errorCreatingFilterGraph);
+        }
+        if (!connectFilters(m_sampleGrabberFilter, m_demuxFilter)) {
+            SORVANE_LOG_ERROR("Cannot connect SampleGrabber to the mpeg demux");
+            THROW_ERROR(TestResult::FAIL(), 0, g_errorCreatingFilterGraph);
+        }
+    } else if (!connectFilters(m_receiverFilter, m_demuxFilter)) {
+        SORVANE_LOG_ERROR("Cannot connect ReceiverFilter to the MPEG2 Demux");
+        THROW_ERROR(TestResult::FAIL(), 0, g_errorCreatingFilterGraph);
+    }
+
+    renderFromFilter(m_demuxFilter);
+    SORVANE_LOG_DETAIL("graph:" << graphText());
+}
+
+bool DigitalTuner::loadFilter(const GUID& category, CComPtr<IBaseFilter>& out, CComPtr<IBaseFilter> connectTo,
+                              bool isUpstream, bool matchDevice, bool considerFriendlyName)
+{
+    SORVANE_TRACE();
+    SORVANE_LOG_DETAIL("loadFilter" << " isUpstream = " << isUpstream << ", matchDevice = " << matchDevice
+                                    << ", considerFriendlyName = " << considerFriendlyName);
+    kel::String wantedName;
+    if (considerFriendlyName) {
+        wantedName = m_device.property("DigitalFriendlyName").toKELString();
+        if (wantedName.isEmpty()) SORVANE_LOG_ERROR("The DigitalFriendlyName property is required, but wasn't found");
+    }
+
+    CComPtr<ICreateDevEnum> deviceEnumerator;
+    HRESULT hr = deviceEnumerator.CoCreateInstance(CLSID_SystemDeviceEnum, nullptr, CLSCTX_INPROC_SERVER);
+    if (FAILED(hr)) {
+        SORVANE_LOG_ERROR("ICreateDevEnum::CoCreateInstance(CLSID_SystemDeviceEnum) failed: " << hrText(hr));
+        return false;
+    }
+    CComPtr<IEnumMoniker> monikers;
+    hr = deviceEnumerator->CreateClassEnumerator(category, &monikers, 0);
+    // S_FALSE: the category is empty and there is no enumerator.
+    if (FAILED(hr) || !monikers) {
+        SORVANE_LOG_ERROR("ICreateDevEnum::CreateClassEnumerator failed: " << hrText(hr));
+        return false;
+    }
+
+    SORVANE_LOG_DETAIL("Starting moniker search loop");
+    CComPtr<IMoniker> moniker;
+    while (monikers->Next(1, &moniker, nullptr) == S_OK) {
+        bool failed = false;
+        kel::String friendlyName;
+        const bool matches =
+            monikerMatches(moniker, matchDevice, considerFriendlyName, wantedName, friendlyName, failed);
+        if (failed) return false;
+        if (matches) {
+            CComPtr<IBaseFilter> filter;
+            hr = moniker->BindToObject(nullptr, nullptr, IID_PPV_ARGS(&filter));
+            if (FAILED(hr)) {
+                SORVANE_LOG_ERROR("IMoniker::BindToObject failed: " << hrText(hr));
+            } else if (addAndConnect(filter, friendlyName, connectTo, isUpstream)) {
+                out = filter;
+                SORVANE_LOG_DETAIL("Found filter" << "\ngraph:\n" << graphText());
+                return true;
+            }
+        }
+        moniker.Release();
+    }
+    SORVANE_LOG_DETAIL("Didn't find filter");
+    return false;
+}
+
+bool DigitalTuner::monikerMatches(IMoniker* moniker, bool matchDevice, bool considerFriendlyName,
+                                  const kel::String& wantedName, kel::String& friendlyName, bool& failed)
+{
+    CComPtr<IPropertyBag> bag;
+    HRESULT hr = moniker->BindToStorage(nullptr, nullptr, IID_PPV_ARGS(&bag));
+    if (FAILED(hr)) {
+        SORVANE_LOG_ERROR("IMoniker::BindToStorage failed: " << hrText(hr));
+        failed = true;
+        return false;
+    }
+    friendlyName = readBagText(bag, L"FriendlyName", hr);
+    if (FAILED(hr)) {
+        SORVANE_LOG_ERROR("IPropertyBag::Read(FriendlyName) failed: " << hrText(hr));
+        return false;
+    }
+    const kel::String devicePath = readBagText(bag, L"DevicePath", hr);
+
+    if (matchDevice) {
+        kel::String locator = m_device.property("DeviceLocator").toKELString();
+        if (locator.isEmpty()) locator = m_device.osLocator();
+        const kel::String found = instanceKey(devicePath);
+        const kel::String wanted = instanceKey(locator);
+        SORVANE_LOG_DETAIL("Guids this:" << found << "\n      device we are looking for:" << wanted);
+        if (found.isEmpty() || found != wanted) {
+            SORVANE_LOG_DETAIL("Mismatching name while enumerating: looking for \"" << wanted << "\" , but found: \""
+                                                                                    << found << "\"");
+            return false;
+        }
+    }
+    if (considerFriendlyName && friendlyName != wantedName) {
+        SORVANE_LOG_DETAIL("Mismatching name while enumerating: looking for \"" << wantedName << "\" , but found: \""
+                                                                                << friendlyName << "\"");
+        return false;
+    }
+    return true;
+}
+
+bool DigitalTuner::addAndConnect(CComPtr<IBaseFilter> filter, const kel::String& name, CComPtr<IBaseFilter> connectTo,
+                                 bool isUpstream)
+{
+    HRESULT hr = m_graphManager->AddFilter(filter, name.c_str());
+    if (FAILED(hr)) {
+        SORVANE_LOG_ERROR("addFilter failed: " << hrText(hr));
+        return false;
+    }
+    SORVANE_LOG_DETAIL("loadFilter adds " << name << "\ngraph:\n" << graphText());
+    if (!connectTo) {
+        SORVANE_LOG_DETAIL("Found filter but no connect filter specified");
+        return true;
+    }
+    SORVANE_LOG_DETAIL("Connecting filters");
+    // The filter found lies downstream of the one it is connected to.
+    const bool connected = isUpstream ? connectFilters(connectTo, filter) : connectFilters(filter, connectTo);
+    if (connected) return true;
+    hr = m_graphManager->RemoveFilter(filter);
+    if (FAILED(hr)) SORVANE_LOG_ERROR("IGraphBuilder::RemoveFilter(filter) failed: " << hrText(hr));
+    return false;
+}
+
+bool DigitalTuner::connectFilters(CComPtr<IBaseFilter> upstream, CComPtr<IBaseFilter> downstream)
+{
+    SORVANE_TRACE();
+    SORVANE_LOG_DETAIL("connectFilters" << " upstream (" << CaptureUtil::filterName(upstream) << ") to downstream ("
+                                        << CaptureUtil::filterName(downstream) << ")");
+    if (!upstream || !downstream) return false;
+    CComPtr<IEnumPins> pins;
+    HRESULT hr = upstream->EnumPins(&pins);
+    if (FAILED(hr) || !pins) {
+        SORVANE_LOG_ERROR("IBaseFilter::EnumPins(Upstream) failed: " << hrText(hr));
+        return false;
+    }
+    CComPtr<IPin> pin;
+    while (pins->Next(1, &pin, nullptr) == S_OK) {
+        if (directionOf(pin) == PINDIR_OUTPUT && !isConnected(pin) && connectPins(pin, downstream)) return true;
+        pin.Release();
+    }
+    return false;
+}
+
+bool DigitalTuner::connectPins(IPin* upstreamPin, IBaseFilter* downstream)
+{
+    CComPtr<IEnumPins> pins;
+    HRESULT hr = downstream->EnumPins(&pins);
+    if (FAILED(hr) || !pins) {
+        SORVANE_LOG_ERROR("IBaseFilter::EnumPins(Downstream) failed: " << hrText(hr));
+        return false;
+    }
+    CComPtr<IPin> pin;
+    while (pins->Next(1, &pin, nullptr) == S_OK) {
+        if (directionOf(pin) == PINDIR_INPUT && !isConnected(pin)) {
+            SORVANE_LOG_DETAIL("Connecting pins");
+            hr = m_graphManager->Connect(upstreamPin, pin);
+            if (SUCCEEDED(hr)) return true;
+            SORVANE_LOG_DETAIL("Connecting pins failed: " << hrText(hr));
+        }
+        pin.Release();
+    }
+    return false;
+}
+
+void DigitalTuner::renderFromFilter(CComPtr<IBaseFilter> filter)
+{
+    SORVANE_TRACE();
+    CComPtr<IEnumPins> pins;
+    HRESULT hr = filter->EnumPins(&pins);
+    if (FAILED(hr) || !pins) {
+        SORVANE_LOG_ERROR("IBaseFilter::EnumPins failed: " << hrText(hr));
+        THROW_ERROR(TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
+    }
+    CComPtr<IPin> pin;
+    bool videoRendered = false;
+    while (pins->Next(1, &pin, nullptr) == S_OK) {
+        // Only the video needs a renderer: audio and sections pins stay open.
+        if (!videoRendered && directionOf(pin) == PINDIR_OUTPUT && !isConnected(pin) && isVideoPin(pin)) {
+            long result = S_OK;
+            videoRendered = renderFromPin(pin, result);
+        }
+        pin.Release();
+    }
+}
+
+bool DigitalTuner::renderFromPin(CComPtr<IPin> pin, long& hr)
+{
+    SORVANE_TRACE();
+    // The video renderer goes in first, so that intelligent connect ends at it rather than at
+    // whichever renderer the system would try (some fail or stop the process without a display).
+    addVideoRenderer();
+    hr = m_graphManager->Render(pin);
+    SORVANE_LOG_DETAIL("renderFromPin: IGraphBuilder::Render returns " << hrText(hr));
+    return SUCCEEDED(hr);
+}
+
+CComPtr<IBaseFilter> DigitalTuner::findVideoRenderer()
+{
+    CComPtr<IBaseFilter> renderer;
+    if (!m_graphManager) return renderer;
+    if (SUCCEEDED(m_graphManager->FindFilterByName(L"Video Renderer", &renderer)) && renderer) return renderer;
+    renderer.Release();
+    CComPtr<IEnumFilters> filters;
+    if (FAILED(m_graphManager->EnumFilters(&filters)) || !filters) return renderer;
+    CComPtr<IBaseFilter> filter;
+    while (filters->Next(1, &filter, nullptr) == S_OK) {
+        CLSID id = GUID_NULL;
+        CComPtr<IQualProp> quality;
+        filter.QueryInterface(&quality);
+        if ((SUCCEEDED(filter->GetClassID(&id)) && IsEqualGUID(id, CLSID_VideoRenderer)) || quality) return filter;
+        filter.Release();
+    }
+    return renderer;
+}
+
+CComPtr<IBaseFilter> DigitalTuner::addVideoRenderer()
+{
+    CComPtr<IBaseFilter> renderer = findVideoRenderer();
+    if (renderer) return renderer;
+    const HRESULT hr = renderer.CoCreateInstance(CLSID_VideoRenderer, nullptr, CLSCTX_INPROC_SERVER);
+    if (FAILED(hr)) {
+        SORVANE_LOG_ERROR("CoCreateInstance(CLSID_VideoRenderer) failed: " << hrText(hr));
+        return CComPtr<IBaseFilter>();
+    }
+    addFilter(renderer, kel::String(L"Video Renderer"));
+    return renderer;
+}
+
+CComPtr<ITuningSpace> DigitalTuner::getTuningSpace(const kel::String& name)
+{
+    SORVANE_LOG_DETAIL("getTuningSpace " << name);
+    SORVANE_LOG_DETAIL("getTuningSpace uses network provider " << CaptureUtil::filterToString(m_networkProvider));
+    CComPtr<IEnumTuningSpaces> spaces;
+    const HRESULT hr = m_tuner->EnumTuningSpaces(&spaces);
+    if (FAILED(hr)) {
+        SORVANE_LOG_ERROR("IEnumTuningSpaces::EnumTuningSpaces failed: " << hrText(hr));
+        THROW_ERROR(TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
+    }
+    CComPtr<ITuningSpace> result;
+    if (!spaces) return result;
+    CComPtr<ITuningSpace> space;
+    while (spaces->Next(1, &space, nullptr) == S_OK) {
+        BSTR uniqueName = nullptr;
+        if (SUCCEEDED(space->get_UniqueName(&uniqueName)) && uniqueName) {
+            const kel::String spaceName(uniqueName);
+            SysFreeString(uniqueName);
+            SORVANE_LOG_DETAIL("driver supports tuning space name " << spaceName);
+            // Every space is visited; a later match replaces an earlier one.
+            if (spaceName == name) {
+                SORVANE_LOG_DETAIL("matched tuning space " << spaceName);
+                result = space;
+            }
+        }
+        space.Release();
+    }
+    return result;
+}
+
+bool DigitalTuner::isSignalPresent()
+{
+    SORVANE_TRACE();
+    SORVANE_LOG_DETAIL("isSignalPresent");
+    if (!m_srcFilter) return false;
+
+    SORVANE_LOG_DETAIL("Trying signal statistics method");
+    CComPtr<IBDA_SignalStatistics> statistics;
+    m_srcFilter.QueryInterface(&statistics);
+    if (statistics) {
+        SORVANE_LOG_DETAIL("Checking SigStats for signal present");
+        BOOLEAN present = 0;
+        statistics->get_SignalPresent(&present);
+        return present == 1;
+    }
+
+    SORVANE_LOG_DETAIL("Unable to get IBDA_SignalStatistics from m_srcFilter, trying new topology method");
+    CComPtr<IBDA_Topology> topology;
+    m_srcFilter.QueryInterface(&topology);
+    if (!topology) {
+        SORVANE_LOG_DETAIL("getSignalStrength::Cannot Find IID_IBDA_Topology");
+        return false;
+    }
+    return topologySignal(topology);
+}
+
+bool DigitalTuner::topologySignal(IBDA_Topology* topology)
+{
+    SORVANE_LOG_DETAIL("Getting nodes types");
+    ULONG nodeTypes[kMaxNodes] = {};
+    ULONG count = 0;
+    const HRESULT hr = topology->GetNodeTypes(&count, kMaxNodes, nodeTypes);
+    if (FAILED(hr)) {
+        SORVANE_LOG_ERROR("getSignalStrength::Cannot get node types: " << hrText(hr));
+        return false;
+    }
+    for (ULONG i = 0; i < count && i < kMaxNodes; ++i) {
+        if (nodeSignal(topology, nodeTypes[i])) return true;
+    }
+    return false;
+}
+
+bool DigitalTuner::nodeSignal(IBDA_Topology* topology, ULONG nodeType)
+{
+    SORVANE_LOG_DETAIL("Getting node ifaces");
+    GUID interfaces[kMaxNodes] = {};
+    ULONG count = 0;
+    if (FAILED(topology->GetNodeInterfaces(nodeType, &count, kMaxNodes, interfaces))) return false;
+    for (ULONG i = 0; i < count && i < kMaxNodes; ++i) {
+        SORVANE_LOG_DETAIL("Checking for IID_IBDA_SignalStatistics");
+        if (!IsEqualGUID(interfaces[i], __uuidof(IBDA_SignalStatistics))) continue;
+        SORVANE_LOG_DETAIL("Checking for control node");
+        CComPtr<IUnknown> node;
+        if (FAILED(topology->GetControlNode(kInputPin, kOutputPin, nodeType, &node)) || !node) continue;
+        SORVANE_LOG_DETAIL("Querying for the sig stats from the topo node");
+        CComPtr<IBDA_SignalStatistics> statistics;
+        node.QueryInterface(&statistics);
+        if (!statistics) continue;
+
+        LONG quality = 0;
+        BOOLEAN locked = 0;
+        BOOLEAN present = 0;
+        LONG strength = 0;
+        LONG sampleTime = 0;
+        HRESULT hr = statistics->get_SignalQuality(&quality);
+        if (FAILED(hr)) {
+            SORVANE_LOG_ERROR("Topo sig qual failed: " << hrText(hr));
+            return false;
+        }
+        SORVANE_LOG_DETAIL("Topo sig qual: " << static_cast<long>(quality));
+        hr = statistics->get_SignalLocked(&locked);
+        if (FAILED(hr)) {
+            SORVANE_LOG_ERROR("Topo sig lock failed: " << hrText(hr));
+            return false;
+        }
+        SORVANE_LOG_DETAIL("Topo sig lock: " << static_cast<int>(locked));
+        hr = statistics->get_SignalPresent(&present);
+        if (FAILED(hr)) {
+            SORVANE_LOG_ERROR("Topo sig present failed: " << hrText(hr));
+            return false;
+        }
+        SORVANE_LOG_DETAIL("Topo sig present: " << static_cast<int>(present));
+        hr = statistics->get_SignalStrength(&strength);
+        if (FAILED(hr)) SORVANE_LOG_ERROR("Topo sig strength failed: " << hrText(hr));
+        else SORVANE_LOG_DETAIL("Topo sig strength: " << static_cast<long>(strength));
+        hr = statistics->get_SampleTime(&sampleTime);
+        if (FAILED(hr)) SORVANE_LOG_ERROR("Topo sample time failed: " << hrText(hr));
+        else SORVANE_LOG_DETAIL("Topo sample time: " << static_cast<long>(sampleTime));
+
+        if (locked > 0 && present > 0 && quality > kQualityNeeded) {
+            SORVANE_LOG_DETAIL("Found a valid signal");
+            return true;
+        }
+    }
+    return false;
+}
+
+void DigitalTuner::renderToScreen()
+{
+    SORVANE_TRACE();
+    // The demultiplexer's video was rendered with the graph; the window shows it once the
+    // graph runs, so only a missing renderer is made up for here.
+    if (!findVideoRenderer()) SORVANE_LOG_DETAIL("no video renderer in the graph");
+}
+
+void DigitalTuner::cleanUpCOMInterfaces()
+{
+    m_tuner.Release();
+    m_networkProvider.Release();
+    m_receiverFilter.Release();
+    m_demuxFilter.Release();
+    TVTuner::cleanUpCOMInterfaces();
+}
+
+void DigitalTuner::measureStream(unsigned char* data, int length, double durationMs)
+{
+    m_streamHealth = StreamHealthMonitor::analyze(data, length, durationMs);
+    m_streamQuality = Mpeg2StreamAnalyzer::signalQuality(data, length);
+    SORVANE_LOG_DETAIL("stream of channel " << static_cast<unsigned>(m_currentChannel) << ": " << length << " bytes, "
+                                            << static_cast<long long>(m_streamHealth.packets) << " packets, quality "
+                                            << m_streamQuality << ", TR 101 290 priority 1 "
+                                            << (m_streamHealth.clean() ? "clean" : "with errors"));
+}
+
+bool DigitalTuner::isVideoPin(IPin* pin)
+{
+    return hasMajorType(pin, MEDIATYPE_Video, nullptr);
+}
+
+bool DigitalTuner::isSectionsPin(IPin* pin)
+{
+    return hasMajorType(pin, MEDIATYPE_MPEG2_SECTIONS, nullptr);
+}
+
+} // namespace sorvane

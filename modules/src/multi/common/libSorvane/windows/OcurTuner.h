@@ -1,0 +1,21 @@
+// An OpenCable receiver (OCUR): the ATSC tuner's channel iteration through the receiver's
+// "Digital Cable" tuning space, with the minor-channel test in front of the signal check when
+// UseMinorChannelTechnique asks for it.
+#pragma once
+
+#include "ATSCTuner.h"
+#include "SorvaneExport.h"
+
+namespace sorvane {
+
+class SORVANE_API OcurTuner : public ATSCTuner {
+public:
+    OcurTuner(const ruvo::DiagDevice& device, const kel::String& name);
+
+protected:
+    void setupDevice() override;
+    void setupSampleGrabber() override;
+    bool isSignalPresent() override;
+};
+
+} // namespace sorvane
