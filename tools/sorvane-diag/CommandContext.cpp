@@ -41,7 +41,19 @@ const kel::Array<CaptureDevice>& CommandContext::captureDevices()
 void CommandContext::addDevices(const std::vector<ruvo::DiagDevice>& more)
 {
     devices();
-    m_devices.insert(m_devices.end(), more.begin(), more.end());
+    for (const ruvo::DiagDevice& device : more) {
+        // A device already listed by name takes the other category's record in its place,
+        // the one its command captures with; the index `list` printed stays valid.
+        bool replaced = false;
+        for (ruvo::DiagDevice& listed : m_devices) {
+            if (listed.name() == device.name()) {
+                listed = device;
+                replaced = true;
+                break;
+            }
+        }
+        if (!replaced) m_devices.push_back(device);
+    }
 }
 
 bool CommandContext::chooseDevice(const ruvo::DeviceCapability& fitting, const std::wstring& kind,

@@ -31,7 +31,8 @@ public:
     // first use; record i is capture device i.
     const std::vector<ruvo::DiagDevice>& devices();
     const kel::Array<CaptureDevice>& captureDevices();
-    // Devices of another category a command chooses among too, after those of devices().
+    // Devices of another category a command chooses among too, after those of devices(); a
+    // device of the same name already listed takes the new record in its place.
     void addDevices(const std::vector<ruvo::DiagDevice>& more);
     // The device given by --device, or the first with `fitting`; `kind` names it for a
     // person ("webcam"). False, with the reason printed and reported, when there is none.

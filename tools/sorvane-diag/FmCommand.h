@@ -18,6 +18,7 @@ protected:
     void applyDefaults(CommandContext& context) const override;
     void scan(const ruvo::DiagDevice& device, const std::wstring& title) const override;
     std::wstring rangeProblem() const override;
+    bool refusesWithoutTuner() const override { return true; }
     std::wstring foundAt(const std::wstring& channel) const override;
 };
 

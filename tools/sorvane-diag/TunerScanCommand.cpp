@@ -11,7 +11,7 @@ ruvo::TestResult TunerScanCommand::run(CommandContext& context)
 {
     ruvo::DiagDevice device;
     if (!context.chooseDevice(fitting(), kind(), device)) return ruvo::TestResult::NODEVICE();
-    if (!device.deviceCapabilities().isCapable(fitting())) {
+    if (refusesWithoutTuner() && !device.deviceCapabilities().isCapable(fitting())) {
         // The library would answer with its analog TV warning even for a missing FM tuner.
         context.say(device.name().wstr() + L" has no " + kind() + L", so the " + name() +
                     L" scan cannot run on it (`sorvane-diag list` shows each device's capabilities).");

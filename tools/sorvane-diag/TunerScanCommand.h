@@ -20,6 +20,10 @@ protected:
     virtual std::wstring kind() const = 0;
     virtual void applyDefaults(CommandContext& context) const = 0;
     virtual void scan(const ruvo::DiagDevice& device, const std::wstring& title) const = 0;
+    // True when the host refuses a device without the tuner before the library runs (the
+    // library's warning for a missing FM tuner speaks of analog TV); false leaves it to the
+    // library's own result and event.
+    virtual bool refusesWithoutTuner() const { return false; }
     // Why the range set for the scan cannot work (BADPARAMS before the library runs); empty
     // when it can.
     virtual std::wstring rangeProblem() const { return std::wstring(); }
