@@ -3,6 +3,7 @@
 // the transport stream, and the failures of the DVB-T set-up through lab faults.
 #include "CountryDialogDriver.h"
 #include "FrameworkTest.h"
+#include "LabLocator.h"
 #include "ManualClock.h"
 #include "Outcome.h"
 #include "TunerLab.h"

@@ -2,6 +2,7 @@
 #include "HostProgram.h"
 #include "JsonValue.h"
 #include "ScratchFolder.h"
+#include "SharedConsole.h"
 
 #include <gtest/gtest.h>
 #include <windows.h>
@@ -10,6 +11,7 @@ using sorvane::test::HostProgram;
 using sorvane::test::contains;
 using sorvane::test::JsonValue;
 using sorvane::test::ScratchFolder;
+using sorvane::test::SharedConsole;
 
 namespace {
 
@@ -27,37 +29,6 @@ std::vector<std::string> progressTexts(const JsonValue& report)
     }
     return texts;
 }
-
-// A console of the test's own, inherited by the programs it starts, so that Ctrl+C can be
-// pressed on it. The programs start in process groups of their own (HostProgram), and Ctrl+C
-// is sent to one group; this process ignores it all the same.
-class SharedConsole {
-public:
-    SharedConsole()
-    {
-        // Started from a shell, the test may already sit on a console Wine made for it, and
-        // AllocConsole refuses while it does.
-        FreeConsole();
-        m_ready = AllocConsole() != FALSE;
-    }
-    ~SharedConsole()
-    {
-        SetConsoleCtrlHandler(nullptr, FALSE);
-        FreeConsole();
-    }
-    SharedConsole(const SharedConsole&) = delete;
-    SharedConsole& operator=(const SharedConsole&) = delete;
-
-    bool ready() const { return m_ready; }
-    // Call after the program has started: it would inherit the ignoring.
-    bool pressCtrlC(DWORD processGroup)
-    {
-        return SetConsoleCtrlHandler(nullptr, TRUE) && GenerateConsoleCtrlEvent(CTRL_C_EVENT, processGroup);
-    }
-
-private:
-    bool m_ready = false;
-};
 
 } // namespace
 

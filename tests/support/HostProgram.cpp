@@ -120,21 +120,35 @@ DWORD WINAPI HostProgram::readAll(void* context)
     return 0;
 }
 
-std::string HostProgram::outputSoFar()
+std::string HostProgram::textSoFar(Reader& reader)
 {
-    std::lock_guard<std::mutex> guard(m_out->lock);
-    return m_out->text;
+    std::lock_guard<std::mutex> guard(reader.lock);
+    return reader.text;
+}
+
+std::string HostProgram::outputSoFar() { return textSoFar(*m_out); }
+
+std::string HostProgram::errorSoFar() { return textSoFar(*m_err); }
+
+bool HostProgram::waitForText(Reader& reader, const std::string& text, DWORD milliseconds)
+{
+    const ULONGLONG deadline = GetTickCount64() + milliseconds;
+    while (textSoFar(reader).find(text) == std::string::npos) {
+        if (GetTickCount64() > deadline || WaitForSingleObject(m_process.hProcess, 0) == WAIT_OBJECT_0)
+            return textSoFar(reader).find(text) != std::string::npos;
+        Sleep(20);
+    }
+    return true;
 }
 
 bool HostProgram::waitForOutput(const std::string& text, DWORD milliseconds)
 {
-    const ULONGLONG deadline = GetTickCount64() + milliseconds;
-    while (outputSoFar().find(text) == std::string::npos) {
-        if (GetTickCount64() > deadline || WaitForSingleObject(m_process.hProcess, 0) == WAIT_OBJECT_0)
-            return outputSoFar().find(text) != std::string::npos;
-        Sleep(20);
-    }
-    return true;
+    return waitForText(*m_out, text, milliseconds);
+}
+
+bool HostProgram::waitForError(const std::string& text, DWORD milliseconds)
+{
+    return waitForText(*m_err, text, milliseconds);
 }
 
 HostProgram::Outcome HostProgram::wait(DWORD milliseconds)

@@ -28,8 +28,12 @@ public:
     DWORD processId() const { return m_process.dwProcessId; }
     // Standard output so far.
     std::string outputSoFar();
+    // Standard error so far.
+    std::string errorSoFar();
     // Waits until standard output contains `text`; false after `milliseconds`.
     bool waitForOutput(const std::string& text, DWORD milliseconds);
+    // The same for standard error.
+    bool waitForError(const std::string& text, DWORD milliseconds);
     Outcome wait(DWORD milliseconds);
 
     // Starts, waits up to two minutes, returns what happened.
@@ -41,6 +45,8 @@ private:
     static const DWORD kGraceMs = 5000;
     static DWORD WINAPI readAll(void* reader);
     static bool finishReading(Reader& reader);
+    static std::string textSoFar(Reader& reader);
+    bool waitForText(Reader& reader, const std::string& text, DWORD milliseconds);
 
     PROCESS_INFORMATION m_process;
     Reader* m_out;

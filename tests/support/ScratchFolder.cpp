@@ -16,17 +16,25 @@ ScratchFolder::ScratchFolder(const std::wstring& name)
 
 ScratchFolder::~ScratchFolder() { removeAll(); }
 
-void ScratchFolder::removeAll()
+void ScratchFolder::removeAll() { removeTree(m_path); }
+
+// Subfolders too: a program under test writes folders of its own here (`--out`), and a
+// later test of the same process must find the scratch folder empty.
+void ScratchFolder::removeTree(const std::wstring& folder)
 {
     WIN32_FIND_DATAW found;
-    HANDLE search = FindFirstFileW((m_path + L"\\*").c_str(), &found);
+    HANDLE search = FindFirstFileW((folder + L"\\*").c_str(), &found);
     if (search != INVALID_HANDLE_VALUE) {
         do {
-            if (!(found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY)) DeleteFileW(file(found.cFileName).c_str());
+            const std::wstring name = found.cFileName;
+            if (name == L"." || name == L"..") continue;
+            const std::wstring path = folder + L"\\" + name;
+            if (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) removeTree(path);
+            else DeleteFileW(path.c_str());
         } while (FindNextFileW(search, &found));
         FindClose(search);
     }
-    RemoveDirectoryW(m_path.c_str());
+    RemoveDirectoryW(folder.c_str());
 }
 
 std::string ScratchFolder::read(const std::wstring& path)

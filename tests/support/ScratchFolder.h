@@ -21,6 +21,7 @@ public:
 
 private:
     void removeAll();
+    static void removeTree(const std::wstring& folder);
     std::wstring m_path;
 };
 

@@ -2,9 +2,12 @@
 #include "CaptureClasses.h"
 #include "DeviceChooser.h"
 #include "DeviceRecords.h"
+#include "FailureExplanation.h"
+#include "LibraryErrors.h"
 #include "HostError.h"
 #include "RunReport.h"
 #include "Terminal.h"
+#include "UsageError.h"
 
 #include <CaptureException.h>
 #include <ModuleRegistration.h>
@@ -39,21 +42,39 @@ bool CommandContext::chooseDevice(const ruvo::DeviceCapability& fitting, const s
                                   ruvo::DiagDevice& chosen)
 {
     const DeviceChooser::Choice choice = DeviceChooser::choose(devices(), m_options.device, fitting, kind);
+    if (choice.ambiguous) throw UsageError(choice.problem);
     if (choice.index < 0) {
         say(choice.problem);
         return false;
     }
     chosen = m_devices[choice.index];
     m_report.setDevice(chosen, choice.index);
-    m_terminal.line(L"Device " + std::to_wstring(choice.index) + L": " + chosen.name().wstr());
+    const std::wstring why = m_options.device.empty() ? L" (the first " + kind + L"; --device chooses another)" : L"";
+    m_terminal.line(L"Device " + std::to_wstring(choice.index) + L": " + chosen.name().wstr() + why);
     return true;
 }
 
 ruvo::TestResult CommandContext::chooseCaptureDevice(ruvo::DiagDevice& chosen)
 {
-    if (!chooseDevice(ruvo::DeviceCapability::VideoCapture(), L"video capture device", chosen))
+    // Without --device a person most likely means a webcam, not a capture card's black
+    // picture; any video capture device when there is no webcam.
+    bool webcam = false;
+    for (const ruvo::DiagDevice& device : devices())
+        webcam = webcam || device.deviceCapabilities().isCapable(ruvo::DeviceCapability::Webcam());
+    const bool preferWebcam = m_options.device.empty() && webcam;
+    if (!chooseDevice(preferWebcam ? ruvo::DeviceCapability::Webcam() : ruvo::DeviceCapability::VideoCapture(),
+                      preferWebcam ? L"webcam" : L"video capture device", chosen) ||
+        !canCapture(chosen))
         return ruvo::TestResult::NODEVICE();
     return ruvo::TestResult::PASS();
+}
+
+bool CommandContext::canCapture(const ruvo::DiagDevice& device)
+{
+    if (device.deviceCapabilities().isCapable(ruvo::DeviceCapability::VideoCapture())) return true;
+    say(device.name().wstr() + L" is listed, but Windows could not open it as a video capture device: it may "
+                               L"have been unplugged (`sorvane-diag list --verbose` shows its record).");
+    return false;
 }
 
 std::wstring CommandContext::windowTitle(const ruvo::DiagDevice& device)
@@ -64,17 +85,30 @@ std::wstring CommandContext::windowTitle(const ruvo::DiagDevice& device)
 ruvo::TestResult CommandContext::runTest(const std::wstring& phase, const std::function<void()>& test)
 {
     RunReport::Phase timing(m_report, phase);
+    const size_t eventsBefore = m_report.eventCount();
+    const size_t errorsBefore = LibraryErrors::count();
     try {
         test();
         m_terminal.finishProgress();
         return ruvo::TestResult::PASS();
     } catch (const CaptureException& failure) {
+        // A range scanned to its end without a signal is finished: its bar ends full, although
+        // the library's last report is that of the last channel's start.
+        if (failure.getResult() == ruvo::TestResult::NOSIGNAL()) {
+            m_report.addPercent(100);
+            m_terminal.fillProgress();
+        }
         m_terminal.finishProgress();
         failure.postEvents();
         if (failure.getErrorCode() != 0) {
             m_report.setErrorCode(failure.getErrorCode());
             m_terminal.line(L"Windows code " + HostError::describe(static_cast<HRESULT>(failure.getErrorCode())));
         }
+        const FailureExplanation::Facts facts = {failure.getResult(), m_report.eventsSince(eventsBefore),
+                                                 static_cast<long>(failure.getErrorCode()),
+                                                 LibraryErrors::since(errorsBefore)};
+        const std::wstring explanation = FailureExplanation::of(facts);
+        if (!explanation.empty()) say(explanation);
         return failure.getResult();
     }
 }

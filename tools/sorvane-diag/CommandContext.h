@@ -34,6 +34,9 @@ public:
     // The device given by --device, or the first with `fitting`; `kind` names it for a
     // person ("webcam"). False, with the reason printed and reported, when there is none.
     bool chooseDevice(const ruvo::DeviceCapability& fitting, const std::wstring& kind, ruvo::DiagDevice& chosen);
+    // True when the library can capture video from `device`; otherwise false, with the
+    // reason said (a listed camera whose filter no longer binds has no capabilities).
+    bool canCapture(const ruvo::DiagDevice& device);
     // Any video capture device, for preview and recording. PASS when this build of the
     // library has the class that captures it, otherwise the result to end with.
     ruvo::TestResult chooseCaptureDevice(ruvo::DiagDevice& chosen);

@@ -66,7 +66,10 @@ DeviceChooser::Choice DeviceChooser::byName(const std::vector<ruvo::DiagDevice>&
     if (partial.empty()) return none(L"No device is called \"" + selector + L"\" (see `sorvane-diag list`).");
     std::wstring names;
     for (const int index : partial) names += (names.empty() ? L"" : L", ") + devices[index].name().wstr();
-    return none(L"\"" + selector + L"\" fits several devices (" + names + L"); give more of the name or an index.");
+    Choice choice = none(L"--device \"" + selector + L"\" fits several devices (" + names +
+                         L"); give more of the name or an index.");
+    choice.ambiguous = true;
+    return choice;
 }
 
 DeviceChooser::Choice DeviceChooser::firstFitting(const std::vector<ruvo::DiagDevice>& devices,

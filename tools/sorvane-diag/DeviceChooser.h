@@ -14,6 +14,7 @@ public:
     struct Choice {
         int index;            // -1 when nothing was chosen
         std::wstring problem; // why not, as a sentence
+        bool ambiguous = false; // the name fits several devices: a command-line mistake
     };
 
     // `selector`: empty for the first device with `fitting`; all digits for an index as

@@ -1,6 +1,7 @@
 #include "FmCommand.h"
 #include "CaptureClasses.h"
 #include "CommandContext.h"
+#include "ScanRange.h"
 
 namespace sorvane {
 namespace diag {
@@ -15,8 +16,8 @@ std::wstring FmCommand::help() const
            L"in steps of 0.2 MHz. It passes on the first frequency with a station; a sweep without\n"
            L"one ends with NOSIGNAL. Ctrl+C stops the sweep at the next frequency: USERABORTED.\n"
            L"\n"
-           L"Parameters read: FMRadioStartChannel and FMRadioEndChannel (megahertz; the host uses\n"
-           L"87.5 and 108.0 when unset), ChecksPerChannel.\n";
+           L"Parameters read: FMRadioStartChannel and FMRadioEndChannel (megahertz, 76.0 to 108.0,\n"
+           L"the start at or below the end; the host uses 87.5 and 108.0 when unset), ChecksPerChannel.\n";
 }
 
 void FmCommand::applyDefaults(CommandContext& context) const
@@ -28,6 +29,16 @@ void FmCommand::applyDefaults(CommandContext& context) const
 void FmCommand::scan(const ruvo::DiagDevice& device, const std::wstring& title) const
 {
     CaptureClasses::checkFMRadioSignal(device, title);
+}
+
+std::wstring FmCommand::rangeProblem() const
+{
+    return ScanRange::frequencyProblem(L"FMRadioStartChannel", L"FMRadioEndChannel");
+}
+
+std::wstring FmCommand::foundAt(const std::wstring& channel) const
+{
+    return L"Station found at " + channel + L" MHz.";
 }
 
 } // namespace diag

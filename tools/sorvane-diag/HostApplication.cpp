@@ -5,6 +5,7 @@
 #include "HostError.h"
 #include "HostPaths.h"
 #include "HostSession.h"
+#include "OutputCheck.h"
 #include "ParameterSettings.h"
 #include "ResultCodes.h"
 #include "RunReport.h"
@@ -53,6 +54,7 @@ int HostApplication::run(const std::vector<std::wstring>& arguments)
             Terminal(false).line(commands.help(*command));
             return 0;
         }
+        OutputCheck::check(options);
         return runCommand(*command, options);
     } catch (const UsageError& error) {
         return usageFailure(error.message(), error.exitCode());
@@ -115,7 +117,11 @@ int HostApplication::runCommand(Command& command, const HostOptions& options)
 ruvo::TestResult HostApplication::runInSession(Command& command, const HostOptions& options, Terminal& terminal,
                                                RunReport& report)
 {
-    HostSession session(terminal, report, options.interactive);
+    HostSession session(terminal, report, options.interactive, [&options, &terminal, &report] {
+        report.addMessage(L"Quit at once by a second Ctrl+C: the test did not finish.");
+        report.setExitCode(ResultCodes::FORCED_QUIT);
+        writeReport(options, terminal, report);
+    });
     CommandContext context(options, terminal, report);
     return command.run(context);
 }

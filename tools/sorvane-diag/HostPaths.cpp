@@ -57,7 +57,17 @@ std::wstring HostPaths::defaultOutputFolder(const std::wstring& command)
     wchar_t stamp[32];
     swprintf(stamp, 32, L"-%04u%02u%02u-%02u%02u%02u", now.wYear, now.wMonth, now.wDay, now.wHour, now.wMinute,
              now.wSecond);
-    return join(join(tempFolder(), L"sorvane-diag"), command + stamp);
+    const std::wstring parent = join(tempFolder(), L"sorvane-diag");
+    createFolder(parent);
+    // Two runs in the same second get folders of their own: the first to create a name owns it.
+    const std::wstring base = join(parent, command + stamp);
+    for (unsigned attempt = 1;; ++attempt) {
+        const std::wstring folder = attempt == 1 ? base : base + L"-" + std::to_wstring(attempt);
+        if (CreateDirectoryW(folder.c_str(), nullptr)) return folder;
+        const DWORD error = GetLastError();
+        if (error != ERROR_ALREADY_EXISTS)
+            throw HostError(L"Creating the folder " + folder, HRESULT_FROM_WIN32(error));
+    }
 }
 
 std::wstring HostPaths::hostSystemPath(const std::wstring& path)

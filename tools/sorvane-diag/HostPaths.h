@@ -17,7 +17,8 @@ public:
     static void writeFile(const std::wstring& path, const void* data, size_t size);
     // The Windows temporary folder, with a trailing backslash.
     static std::wstring tempFolder();
-    // "<temp>\sorvane-diag\<command>-20260121-141700", for a command's files.
+    // "<temp>\sorvane-diag\<command>-20260121-141700", created new for a command's files
+    // ("...-141700-2" when an earlier run of the same second has that one).
     static std::wstring defaultOutputFolder(const std::wstring& command);
     // Under Wine, the path of the same file on the host system ("/root/.wine/..."), so a
     // person can open it there; empty on Windows.

@@ -1,5 +1,6 @@
 #include "HostSession.h"
 #include "HostError.h"
+#include "LibraryErrors.h"
 #include "StopRequest.h"
 
 #include <ModuleRegistration.h>
@@ -10,7 +11,8 @@
 namespace sorvane {
 namespace diag {
 
-HostSession::HostSession(Terminal& terminal, RunReport& report, bool interactive)
+HostSession::HostSession(Terminal& terminal, RunReport& report, bool interactive,
+                         const StopRequest::QuitAction& beforeQuit)
     : m_backend(terminal, report, interactive)
 {
     // The capture objects own windows and pump messages on this thread, as on a test
@@ -18,13 +20,15 @@ HostSession::HostSession(Terminal& terminal, RunReport& report, bool interactive
     const HRESULT hr = CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
     if (FAILED(hr)) throw HostError(L"Starting COM", hr);
     ruvo::DiagModule::setBackend(&m_backend);
+    LibraryErrors::start();
     sorvane::init();
-    StopRequest::install(terminal);
+    StopRequest::install(terminal, beforeQuit);
 }
 
 HostSession::~HostSession()
 {
     StopRequest::uninstall();
+    LibraryErrors::stop();
     ruvo::DiagModule::setBackend(nullptr);
     CoUninitialize();
 }

@@ -2,6 +2,7 @@
 // the terminal backend installed, the library registered, Ctrl+C turned into stop requests.
 #pragma once
 
+#include "StopRequest.h"
 #include "TerminalBackend.h"
 
 namespace sorvane {
@@ -10,7 +11,8 @@ namespace diag {
 class HostSession {
 public:
     // Throws HostError when COM does not start.
-    HostSession(Terminal& terminal, RunReport& report, bool interactive);
+    // `beforeQuit` runs when a second Ctrl+C ends the program at once.
+    HostSession(Terminal& terminal, RunReport& report, bool interactive, const StopRequest::QuitAction& beforeQuit);
     ~HostSession();
     HostSession(const HostSession&) = delete;
     HostSession& operator=(const HostSession&) = delete;

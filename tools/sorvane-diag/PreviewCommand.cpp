@@ -13,8 +13,9 @@ std::wstring PreviewCommand::help() const
 {
     return L"Usage: sorvane-diag preview [--device DEVICE] [--set TestRunTime=SECONDS]\n"
            L"\n"
-           L"Shows the device's live video in a window (the first device when none is given): a\n"
-           L"TV tuner shows its TV picture, any other device is previewed as a webcam.\n"
+           L"Shows the device's live video in a window (the first webcam when none is given): a\n"
+           L"TV tuner shows its TV picture, any other device is previewed as a webcam. Ctrl+C ends\n"
+           L"the preview early: USERABORTED.\n"
            L"\n"
            L"Parameters read: TestRunTime (seconds, default 3); Interactive (when true, the library\n"
            L"asks in a Windows message box whether the picture was right: it needs a display);\n"

@@ -19,9 +19,10 @@ std::wstring RecordCommand::help() const
 {
     return L"Usage: sorvane-diag record [--device DEVICE] [--name NAME]\n"
            L"\n"
-           L"Records about three seconds of the device's video (the first device when none is\n"
+           L"Records about three seconds of the device's video (the first webcam when none is\n"
            L"given) into %TEMP%\\NAME.avi, replacing an earlier file of that name, and prints the\n"
            L"file's path. A TV tuner records its TV picture, any other device is recorded as a webcam.\n"
+           L"Ctrl+C ends the recording early: USERABORTED, and no path is printed.\n"
            L"\n"
            L"      --name NAME         the file name without folder or extension (default\n"
            L"                          \"sorvane-diag\")\n"

@@ -57,6 +57,8 @@ std::wstring ResultCodes::table()
     text += L"  " + padded(std::to_wstring(USAGE_ERROR), 20) + L"the command line is wrong (nothing was run)\n";
     text += L"  " + padded(std::to_wstring(HOST_ERROR), 20) +
             L"the host itself failed (a file could not be written, COM did not start)\n";
+    text += L"  " + padded(std::to_wstring(FORCED_QUIT), 20) +
+            L"quit at once by a second Ctrl+C (the test did not finish; --json still writes the report)\n";
     return text;
 }
 

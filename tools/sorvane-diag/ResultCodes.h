@@ -14,6 +14,8 @@ public:
     // results start at 10 and can never be mistaken for one.
     static const int USAGE_ERROR = 2;
     static const int HOST_ERROR = 3;
+    // A second Ctrl+C ended the program before the test did.
+    static const int FORCED_QUIT = 4;
 
     static int exitCode(const ruvo::TestResult& result);
     // "the test passed", "no signal was found" ...

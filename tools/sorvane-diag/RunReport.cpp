@@ -69,15 +69,43 @@ int64_t RunReport::elapsedMs() const
     return std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() - m_start).count();
 }
 
-void RunReport::setCommand(const std::wstring& command) { m_command = command; }
+size_t RunReport::eventCount() const
+{
+    const Hold hold(m_lock);
+    return m_events.size();
+}
+
+std::vector<ruvo::PostedEvent> RunReport::eventsSince(size_t first) const
+{
+    const Hold hold(m_lock);
+    if (first >= m_events.size()) return std::vector<ruvo::PostedEvent>();
+    return std::vector<ruvo::PostedEvent>(m_events.begin() + static_cast<std::ptrdiff_t>(first), m_events.end());
+}
+
+std::wstring RunReport::lastProgressText() const
+{
+    const Hold hold(m_lock);
+    for (auto entry = m_progress.rbegin(); entry != m_progress.rend(); ++entry) {
+        if (entry->kind == ProgressEntry::TEXT) return entry->text;
+    }
+    return std::wstring();
+}
+
+void RunReport::setCommand(const std::wstring& command)
+{
+    const Hold hold(m_lock);
+    m_command = command;
+}
 
 void RunReport::addParameter(const std::wstring& key, const std::wstring& value)
 {
+    const Hold hold(m_lock);
     m_parameters.push_back(std::make_pair(key, value));
 }
 
 void RunReport::setDevice(const ruvo::DiagDevice& device, int index)
 {
+    const Hold hold(m_lock);
     m_hasDevice = true;
     m_device.record = device;
     m_device.index = index;
@@ -85,6 +113,7 @@ void RunReport::setDevice(const ruvo::DiagDevice& device, int index)
 
 void RunReport::setDevices(const std::vector<ruvo::DiagDevice>& devices)
 {
+    const Hold hold(m_lock);
     m_listed = true;
     m_devices.clear();
     for (size_t i = 0; i < devices.size(); ++i) {
@@ -93,30 +122,42 @@ void RunReport::setDevices(const std::vector<ruvo::DiagDevice>& devices)
     }
 }
 
-void RunReport::setIdentities(const std::vector<DeviceIdentity>& identities) { m_identities = identities; }
+void RunReport::setIdentities(const std::vector<DeviceIdentity>& identities)
+{
+    const Hold hold(m_lock);
+    m_identities = identities;
+}
 
-void RunReport::addEvent(const ruvo::PostedEvent& event) { m_events.push_back(event); }
+void RunReport::addEvent(const ruvo::PostedEvent& event)
+{
+    const Hold hold(m_lock);
+    m_events.push_back(event);
+}
 
 void RunReport::addProgressText(const std::wstring& text)
 {
+    const Hold hold(m_lock);
     ProgressEntry entry = {elapsedMs(), ProgressEntry::TEXT, text, 0};
     m_progress.push_back(entry);
 }
 
 void RunReport::addPercent(int percent)
 {
+    const Hold hold(m_lock);
     ProgressEntry entry = {elapsedMs(), ProgressEntry::PERCENT, std::wstring(), percent};
     m_progress.push_back(entry);
 }
 
 void RunReport::addPercentReset()
 {
+    const Hold hold(m_lock);
     ProgressEntry entry = {elapsedMs(), ProgressEntry::RESET, std::wstring(), 0};
     m_progress.push_back(entry);
 }
 
 void RunReport::addFile(const std::wstring& path, const std::wstring& kind)
 {
+    const Hold hold(m_lock);
     FileEntry entry = {path, kind, fileSize(path)};
     m_fileEntries.push_back(entry);
     m_files.push_back(path);
@@ -124,29 +165,41 @@ void RunReport::addFile(const std::wstring& path, const std::wstring& kind)
 
 void RunReport::addTiming(const std::wstring& name, int64_t milliseconds)
 {
+    const Hold hold(m_lock);
     m_timings.push_back(std::make_pair(name, milliseconds));
 }
 
 void RunReport::setErrorCode(long code)
 {
+    const Hold hold(m_lock);
     m_hasErrorCode = true;
     m_errorCode = code;
 }
 
-void RunReport::addMessage(const std::wstring& message) { m_messages.push_back(message); }
+void RunReport::addMessage(const std::wstring& message)
+{
+    const Hold hold(m_lock);
+    m_messages.push_back(message);
+}
 
 void RunReport::addSection(const std::wstring& key, const std::function<void(JsonWriter&)>& write)
 {
+    const Hold hold(m_lock);
     m_sections.push_back(std::make_pair(key, write));
 }
 
 void RunReport::setResult(const ruvo::TestResult& result)
 {
+    const Hold hold(m_lock);
     m_hasResult = true;
     m_result = result;
 }
 
-void RunReport::setExitCode(int exitCode) { m_exitCode = exitCode; }
+void RunReport::setExitCode(int exitCode)
+{
+    const Hold hold(m_lock);
+    m_exitCode = exitCode;
+}
 
 void RunReport::writeDevice(JsonWriter& json, const Device& device, const DeviceIdentity* identity)
 {
@@ -228,6 +281,7 @@ void RunReport::writeTimings(JsonWriter& json) const
 
 void RunReport::setStreamHealth(const StreamHealth& health, int quality)
 {
+    const Hold hold(m_lock);
     m_hasStreamHealth = true;
     m_streamHealth = health;
     m_streamQuality = quality;
@@ -254,6 +308,7 @@ void RunReport::writeStreamHealth(JsonWriter& json) const
 
 std::string RunReport::toJson() const
 {
+    const Hold hold(m_lock);
     JsonWriter json;
     json.beginObject();
     json.field(L"program", L"sorvane-diag");

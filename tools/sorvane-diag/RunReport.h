@@ -13,6 +13,7 @@
 #include <chrono>
 #include <cstdint>
 #include <functional>
+#include <mutex>
 #include <string>
 #include <utility>
 #include <vector>
@@ -64,10 +65,17 @@ public:
     void setStreamHealth(const StreamHealth& health, int quality);
 
     int64_t elapsedMs() const;
+    size_t eventCount() const;
+    std::vector<ruvo::PostedEvent> eventsSince(size_t first) const;
+    // The last progress text the library reported ("Testing channel 3"); empty when none.
+    std::wstring lastProgressText() const;
     const std::vector<std::wstring>& files() const { return m_files; }
     std::string toJson() const;
 
 private:
+    // The second Ctrl+C writes the report from the console's own thread while the test runs.
+    typedef std::lock_guard<std::recursive_mutex> Hold;
+
     struct ProgressEntry {
         int64_t atMs;
         enum Kind { TEXT, PERCENT, RESET } kind;
@@ -114,6 +122,7 @@ private:
     void writeStreamHealth(JsonWriter& json) const;
     ruvo::TestResult m_result;
     int m_exitCode;
+    mutable std::recursive_mutex m_lock;
 };
 
 } // namespace diag

@@ -82,6 +82,14 @@ void Terminal::progress(int percent, const std::wstring& text)
         write(m_people, ProgressBar::render(percent, text, 0) + L"\n");
 }
 
+void Terminal::fillProgress()
+{
+    std::lock_guard<std::mutex> guard(m_lock);
+    if (!m_barActive) return;
+    m_percent = 100;
+    if (m_people.console) drawBar();
+}
+
 void Terminal::finishProgress()
 {
     std::lock_guard<std::mutex> guard(m_lock);

@@ -21,6 +21,8 @@ public:
     // Always on standard error.
     void problem(const std::wstring& text);
     void progress(int percent, const std::wstring& text);
+    // Shows the bar full: the work it measures ran to its end.
+    void fillProgress();
     // Leaves the bar's last state on its own line.
     void finishProgress();
     // Bytes for machines, on standard output.

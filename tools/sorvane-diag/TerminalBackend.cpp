@@ -13,7 +13,7 @@ namespace diag {
 
 TerminalBackend::TerminalBackend(Terminal& terminal, RunReport& report, bool interactive)
     : m_terminal(terminal), m_report(report), m_interactive(interactive), m_hasPercent(false), m_percent(0),
-      m_hasText(false)
+      m_hasText(false), m_attempts(0)
 {
 }
 
@@ -37,11 +37,14 @@ void TerminalBackend::progress(const kel::String& text)
 
 void TerminalBackend::percentDone(int percent)
 {
-    if (m_hasPercent && percent == m_percent) return;
+    const std::wstring note = m_hasText ? std::wstring() : m_wait.note();
+    const bool samePercent = m_hasPercent && percent == m_percent;
+    if (samePercent && note == m_note) return;
+    if (!samePercent) m_report.addPercent(percent);
     m_hasPercent = true;
     m_percent = percent;
-    m_report.addPercent(percent);
-    m_terminal.progress(m_percent, m_text);
+    m_note = note;
+    m_terminal.progress(m_percent, m_hasText ? m_text : m_note);
 }
 
 void TerminalBackend::resetPercentDone()
@@ -50,7 +53,11 @@ void TerminalBackend::resetPercentDone()
     m_hasPercent = false;
     m_hasText = false;
     m_percent = 0;
+    m_note.clear();
+    m_wait.restart();
     m_report.addPercentReset();
+    if (++m_attempts > 1)
+        m_terminal.line(L"Attempt " + std::to_wstring(m_attempts) + L": the test starts again and the bar restarts.");
 }
 
 bool TerminalBackend::checkForStop() { return StopRequest::requested(); }

@@ -3,6 +3,8 @@
 // asked at the prompt (only with --interactive). Everything is also kept for the report.
 #pragma once
 
+#include "WaitNote.h"
+
 #include <ruvo/DiagBackend.h>
 
 namespace sorvane {
@@ -39,6 +41,10 @@ private:
     int m_percent;
     bool m_hasText;
     std::wstring m_text;
+    // Shown instead of a text while the library reports only a percentage.
+    WaitNote m_wait;
+    std::wstring m_note;
+    int m_attempts;
 };
 
 } // namespace diag

@@ -1,5 +1,7 @@
 #include "TunerScanCommand.h"
 #include "CommandContext.h"
+#include "JsonWriter.h"
+#include "RunReport.h"
 #include "Terminal.h"
 
 namespace sorvane {
@@ -9,12 +11,42 @@ ruvo::TestResult TunerScanCommand::run(CommandContext& context)
 {
     ruvo::DiagDevice device;
     if (!context.chooseDevice(fitting(), kind(), device)) return ruvo::TestResult::NODEVICE();
+    if (refusesWithoutTuner() && !device.deviceCapabilities().isCapable(fitting())) {
+        // The library would answer with its analog TV warning even for a missing FM tuner.
+        context.say(device.name().wstr() + L" has no " + kind() + L", so the " + name() +
+                    L" scan cannot run on it (`sorvane-diag list` shows each device's capabilities).");
+        return ruvo::TestResult::NOTSUPPORTED();
+    }
     applyDefaults(context);
+    const std::wstring problem = rangeProblem();
+    if (!problem.empty()) {
+        context.say(problem);
+        return ruvo::TestResult::BADPARAMS();
+    }
     context.terminal().line(L"Scanning... (Ctrl+C stops the scan)");
-    const ruvo::TestResult result =
-        context.runTest(L"scan", [&] { scan(device, CommandContext::windowTitle(device)); });
-    if (result == ruvo::TestResult::PASS()) afterPass(context);
+    const std::wstring note = scanNote();
+    if (!note.empty()) context.terminal().line(note);
+    const ruvo::TestResult result = context.runTest(L"scan", [&] { scan(device, CommandContext::windowTitle(device)); });
+    const std::wstring last = context.report().lastProgressText();
+    if (result == ruvo::TestResult::PASS()) {
+        if (!last.empty()) {
+            const std::wstring channel = last.substr(last.find_last_of(L' ') + 1);
+            reportFound(context, foundAt(channel), channel);
+        }
+        afterPass(context);
+    }
     return result;
+}
+
+void TunerScanCommand::reportFound(CommandContext& context, const std::wstring& sentence, const std::wstring& channel)
+{
+    context.terminal().line(sentence);
+    context.report().addSection(L"signalFound", [sentence, channel](JsonWriter& json) {
+        json.beginObject();
+        json.field(L"channel", channel);
+        json.field(L"text", sentence);
+        json.endObject();
+    });
 }
 
 } // namespace diag

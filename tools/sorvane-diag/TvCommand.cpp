@@ -1,6 +1,9 @@
 #include "TvCommand.h"
 #include "CaptureClasses.h"
 #include "CommandContext.h"
+#include "ScanRange.h"
+
+#include <ruvo/DiagModule.h>
 
 namespace sorvane {
 namespace diag {
@@ -17,8 +20,8 @@ std::wstring TvCommand::help() const
            L"more pass (with --interactive the library first asks you to check the cable).\n"
            L"Ctrl+C stops the scan at the next channel: USERABORTED.\n"
            L"\n"
-           L"Parameters read: TVStartChannel and TVEndChannel (2 to 60; the host uses 2 and 60\n"
-           L"when unset), SignalType (ANTENNA or CABLE for one input only), ChecksPerChannel,\n"
+           L"Parameters read: TVStartChannel and TVEndChannel (2 to 60, the end at or above the\n"
+           L"start; the host uses 2 and 60 when unset), SignalType (ANTENNA or CABLE for one input only), ChecksPerChannel,\n"
            L"CheckTVCable, MsgBoxTimeout (seconds to wait for an answer; 0 or unset: no limit),\n"
            L"AskCountryCode1, AskCountryCode2.\n";
 }
@@ -32,6 +35,18 @@ void TvCommand::applyDefaults(CommandContext& context) const
 void TvCommand::scan(const ruvo::DiagDevice& device, const std::wstring& title) const
 {
     CaptureClasses::checkTVSignal(device, title);
+}
+
+std::wstring TvCommand::rangeProblem() const { return ScanRange::channelProblem(L"TVStartChannel", L"TVEndChannel"); }
+
+std::wstring TvCommand::scanNote() const
+{
+    // The library tries both inputs on every channel unless SignalType names one.
+    const ruvo::Parameter* type = ruvo::DiagModule::findParameter(kel::String(L"SignalType"));
+    const std::wstring only = type && type->isset() ? type->value().toKELString().toUpper().wstr() : std::wstring();
+    if (only == L"ANTENNA") return L"Each channel is checked on the antenna input only.";
+    if (only == L"CABLE") return L"Each channel is checked on the cable input only.";
+    return L"Each channel is checked on the antenna input, then on the cable input.";
 }
 
 } // namespace diag

@@ -20,12 +20,15 @@ std::wstring WebcamCommand::help() const
     return L"Usage: sorvane-diag webcam [--device DEVICE] [--frames N] [--out FOLDER]\n"
            L"\n"
            L"Captures N frames from a webcam (the first one when no device is given) and saves\n"
-           L"them in FOLDER: frame-001.png ... for raw formats (RGB24, YUY2, UYVY), the camera's\n"
-           L"own JPEG bytes as frame-001.jpg ... for MJPG, and contact-sheet.png with all frames.\n"
+           L"them in FOLDER as frame-001.png ..., whatever the format the library hands them over\n"
+           L"in (RGB24, YUY2, UYVY: an MJPG camera's frames arrive decoded by the system's MJPEG\n"
+           L"decoder), or as the JPEG bytes in frame-001.jpg ... should they arrive still\n"
+           L"compressed; and contact-sheet.png with all frames.\n"
            L"\n"
            L"  -n, --frames N          frames to capture, 1 to 500 (default 5)\n"
-           L"  -o, --out FOLDER        where the images go (default: a new folder under\n"
-           L"                          %TEMP%\\sorvane-diag\\)\n"
+           L"  -o, --out FOLDER        where the images go, created when missing; a folder with\n"
+           L"                          an earlier run's images is refused (default: a new folder\n"
+           L"                          under %TEMP%\\sorvane-diag\\ for every run)\n"
            L"      --strict            a bad picture (black, flat, noise, frozen) fails the test\n"
            L"\n"
            L"Parameters read: CaptureDelay (milliseconds of video dropped first while the camera\n"
@@ -47,7 +50,7 @@ std::vector<std::wstring> WebcamCommand::ownOptions() const
 ruvo::TestResult WebcamCommand::run(CommandContext& context)
 {
     ruvo::DiagDevice device;
-    if (!context.chooseDevice(ruvo::DeviceCapability::Webcam(), L"webcam", device))
+    if (!context.chooseDevice(ruvo::DeviceCapability::Webcam(), L"webcam", device) || !context.canCapture(device))
         return ruvo::TestResult::NODEVICE();
 
     const unsigned count = context.options().frames;
@@ -63,7 +66,8 @@ ruvo::TestResult WebcamCommand::run(CommandContext& context)
 
 void WebcamCommand::save(CommandContext& context, const CapturedFrames& frames)
 {
-    context.terminal().line(L"Got " + std::to_wstring(frames.buffers.size()) + L" frames of " +
+    context.terminal().line(L"Got " + std::to_wstring(frames.buffers.size()) +
+                            (frames.buffers.size() == 1 ? L" frame of " : L" frames of ") +
                             std::to_wstring(frames.width) + L"x" + std::to_wstring(frames.height) + L" " +
                             CapturedFrames::layoutName(frames.layout) + L".");
     const std::wstring folder = context.options().outputFolder.empty()
@@ -73,7 +77,9 @@ void WebcamCommand::save(CommandContext& context, const CapturedFrames& frames)
     const FrameSaver::SavedFiles saved = FrameSaver::save(frames, folder);
     for (const std::wstring& path : saved.frames) context.report().addFile(path, L"frame");
     if (!saved.contactSheet.empty()) context.report().addFile(saved.contactSheet, L"contactSheet");
-    context.terminal().line(L"Saved " + std::to_wstring(saved.frames.size()) + L" images and a contact sheet in " +
+    const size_t count = saved.frames.size();
+    context.terminal().line(L"Saved " + std::to_wstring(count) + (count == 1 ? L" image" : L" images") +
+                            L" and a contact sheet in " +
                             HostPaths::shown(folder));
 }
 

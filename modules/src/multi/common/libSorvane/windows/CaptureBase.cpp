@@ -17,6 +17,7 @@
 #include <kel/FileSystem.h>
 #include <kel/Stopwatch.h>
 #include <kel/System.h>
+#include <ruvo/DiagModule.h>
 
 SORVANE_LOG_CATEGORY(SORVANE_CAPTURE_CATEGORY)
 
@@ -58,6 +59,17 @@ kel::String identifierFromPath(const kel::String& path)
 bool isElapsed(const kel::Stopwatch* watch, double limitSeconds)
 {
     return watch->elapsedSeconds() > limitSeconds;
+}
+
+// A preview or recording also ends early when the person asks the test to stop.
+bool isElapsedOrStopped(const kel::Stopwatch* watch, double limitSeconds)
+{
+    return ruvo::DiagModule::checkForStop() || isElapsed(watch, limitSeconds);
+}
+
+void throwIfStopRequested()
+{
+    if (ruvo::DiagModule::checkForStop()) THROW_ERROR(TestResult::USERABORTED(), 0, nullptr);
 }
 
 // Run failures that mean another program holds the device.
@@ -158,7 +170,8 @@ void CaptureBase::doCaptureToScreen()
 
     const double limit = g_testRunTime->isset() ? static_cast<double>(g_testRunTime->value().valueUint32()) : 3.0;
     kel::Stopwatch watch;
-    run(boost::bind(&isElapsed, &watch, limit), true, false);
+    run(boost::bind(&isElapsedOrStopped, &watch, limit), true, false);
+    throwIfStopRequested();
 
     if (g_interactive->isset() && g_interactive->value().valueBool()) askWhetherTestPassed();
 }
@@ -183,7 +196,8 @@ void CaptureBase::doCaptureToFile(const kel::String& fileName)
 
     // A recording always lasts the same, whatever the preview time is set to.
     kel::Stopwatch watch;
-    run(boost::bind(&isElapsed, &watch, kRecordingSeconds), false, true);
+    run(boost::bind(&isElapsedOrStopped, &watch, kRecordingSeconds), false, true);
+    throwIfStopRequested();
 }
 
 void CaptureBase::setupGraph()

@@ -1,0 +1,63 @@
+#include "FailureExplanation.h"
+#include "HostError.h"
+#include "ResultCodes.h"
+
+namespace sorvane {
+namespace diag {
+
+std::wstring FailureExplanation::of(const Facts& facts)
+{
+    if (posted(facts, "WarningDeviceNotFound"))
+        return L"What happened: the device is listed but Windows could not open it" + codeText(facts.errorCode) +
+               L"; it may have been unplugged. The library reports that as " + ResultCodes::name(facts.result) +
+               L". Check the device is connected and run `sorvane-diag list`.";
+    if (posted(facts, "ErrorCapturingFrames") || posted(facts, "ErrorNoSignal")) {
+        const std::wstring frames = framesNotDelivered(facts);
+        if (!frames.empty()) return frames;
+    }
+    if (facts.result == ruvo::TestResult::FAIL() && facts.events.empty() && !facts.libraryErrors.empty())
+        return L"What happened: the library reported \"" + facts.libraryErrors.front() + L"\".";
+    return std::wstring();
+}
+
+// One event stands for several failures; the library's error lines tell them apart.
+std::wstring FailureExplanation::framesNotDelivered(const Facts& facts)
+{
+    const std::wstring run = errorLine(facts, L"IMediaControl::Run() failed");
+    if (!run.empty())
+        return L"What happened: the device refused to start streaming (" + run +
+               L"), so no frame came. Another program or a driver problem may hold it.";
+    const std::wstring format = errorLine(facts, L"SetFormat failed");
+    if (!format.empty())
+        return L"What happened: the device refused the video format the library asked for (" + format +
+               L"), so no frame came.";
+    if (posted(facts, "ErrorNoSignal"))
+        return L"What happened: the device started but delivered no frame before the library's time-out.";
+    if (!facts.libraryErrors.empty())
+        return L"What happened: the library reported \"" + facts.libraryErrors.front() + L"\".";
+    return L"What happened: the device started but delivered fewer frames than asked for.";
+}
+
+bool FailureExplanation::posted(const Facts& facts, const char* key)
+{
+    for (const ruvo::PostedEvent& event : facts.events) {
+        if (event.key == kel::String(key)) return true;
+    }
+    return false;
+}
+
+std::wstring FailureExplanation::errorLine(const Facts& facts, const wchar_t* part)
+{
+    for (const std::wstring& line : facts.libraryErrors) {
+        if (line.find(part) != std::wstring::npos) return line;
+    }
+    return std::wstring();
+}
+
+std::wstring FailureExplanation::codeText(long code)
+{
+    return code ? L" (" + HostError::describe(static_cast<HRESULT>(code)) + L")" : std::wstring();
+}
+
+} // namespace diag
+} // namespace sorvane

@@ -1,0 +1,35 @@
+// What the host says beside the library's events when a test did not pass: what happened,
+// in words that match the result and the event, from the events and their variables, the
+// Windows code and the library's error lines. Empty when the events already say it all.
+#pragma once
+
+#include <ruvo/DiagBackend.h>
+#include <ruvo/TestResult.h>
+
+#include <string>
+#include <vector>
+
+namespace sorvane {
+namespace diag {
+
+class FailureExplanation {
+public:
+    struct Facts {
+        ruvo::TestResult result;
+        std::vector<ruvo::PostedEvent> events;
+        long errorCode;
+        std::vector<std::wstring> libraryErrors;
+    };
+
+    static std::wstring of(const Facts& facts);
+
+private:
+    static bool posted(const Facts& facts, const char* key);
+    // The first library error line containing `part`; empty when none does.
+    static std::wstring errorLine(const Facts& facts, const wchar_t* part);
+    static std::wstring framesNotDelivered(const Facts& facts);
+    static std::wstring codeText(long code);
+};
+
+} // namespace diag
+} // namespace sorvane

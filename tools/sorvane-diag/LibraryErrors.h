@@ -1,0 +1,23 @@
+// The error lines the library writes to its log while a command runs, kept in memory so that
+// the host can say what went wrong when the posted event alone does not (the same "frames
+// not delivered" event stands for a refused start, a refused format and a silent camera).
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace sorvane {
+namespace diag {
+
+class LibraryErrors {
+public:
+    // Starts keeping the lines (installs the log's observer); stop() ends it.
+    static void start();
+    static void stop();
+    static size_t count();
+    // The lines from index `first` on, each its first line without the source line number.
+    static std::vector<std::wstring> since(size_t first);
+};
+
+} // namespace diag
+} // namespace sorvane
