@@ -20,15 +20,16 @@
 
 namespace {
 
-kel::String bagText(IPropertyBag* bag, const wchar_t* name)
+kel::String bagText(IPropertyBag *bag, const wchar_t *name)
 {
     sorvane::ScopedVariant value;
-    if (FAILED(bag->Read(name, value.get(), nullptr))) return kel::String();
+    if (FAILED(bag->Read(name, value.get(), nullptr)))
+        return kel::String();
     return value.text();
 }
 
 // The record of a lab BDA tuner, as the host's digital catalogue builds it.
-bool findTuner(const wchar_t* friendlyName, ruvo::DiagDevice& device)
+bool findTuner(const wchar_t *friendlyName, ruvo::DiagDevice &device)
 {
     CComPtr<ICreateDevEnum> devices;
     CComPtr<IEnumMoniker> monikers;
@@ -40,11 +41,13 @@ bool findTuner(const wchar_t* friendlyName, ruvo::DiagDevice& device)
         CComPtr<IPropertyBag> bag;
         moniker->BindToStorage(nullptr, nullptr, IID_PPV_ARGS(&bag));
         moniker.Release();
-        if (!bag || bagText(bag, L"FriendlyName") != kel::String(friendlyName)) continue;
+        if (!bag || bagText(bag, L"FriendlyName") != kel::String(friendlyName))
+            continue;
         const kel::String path = bagText(bag, L"DevicePath");
         const int marker = path.find(kel::String(L"?\\"));
         const kel::String locator =
-            marker < 0 ? kel::String() : path.substring(marker + 2).toUpper().replace(kel::String(L"#"), kel::String(L"\\"));
+            marker < 0 ? kel::String()
+                       : path.substring(marker + 2).toUpper().replace(kel::String(L"#"), kel::String(L"\\"));
         device = ruvo::DiagDevice(kel::String(friendlyName), bagText(bag, L"Description"), locator,
                                   ruvo::DeviceCapability::VideoCapture() | ruvo::DeviceCapability::DigitalTVTuner());
         device.setProperty("DeviceLocator", ruvo::Value(locator));
@@ -53,13 +56,14 @@ bool findTuner(const wchar_t* friendlyName, ruvo::DiagDevice& device)
     return false;
 }
 
-void setParameter(const char* key, const ruvo::Value& value)
+void setParameter(const char *key, const ruvo::Value &value)
 {
-    ruvo::Parameter* parameter = ruvo::DiagModule::findParameter(kel::String(key));
-    if (parameter) parameter->set(value);
+    ruvo::Parameter *parameter = ruvo::DiagModule::findParameter(kel::String(key));
+    if (parameter)
+        parameter->set(value);
 }
 
-void measure(const char* what, const wchar_t* tuner, const std::function<void(const ruvo::DiagDevice&)>& scan)
+void measure(const char *what, const wchar_t *tuner, const std::function<void(const ruvo::DiagDevice &)> &scan)
 {
     ruvo::DiagDevice device;
     if (!findTuner(tuner, device)) {
@@ -72,14 +76,14 @@ void measure(const char* what, const wchar_t* tuner, const std::function<void(co
     bool passed = true;
     try {
         scan(device);
-    } catch (const sorvane::CaptureException&) {
+    } catch (const sorvane::CaptureException &) {
         passed = false;
     }
-    const double wallMs =
-        std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
+    const double wallMs = std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
     double sleptMs = 0;
     const kel::Array<uint32_t> sleeps = kel::Clock::recordedSleeps();
-    for (int i = 0; i < sleeps.size(); ++i) sleptMs += sleeps[i];
+    for (int i = 0; i < sleeps.size(); ++i)
+        sleptMs += sleeps[i];
     kel::Clock::useManualClock(false);
     std::printf("  %-44s wall %8.0f ms, required sleeps %8.0f ms, overhead %5.1f %%%s\n", what, wallMs, sleptMs,
                 sleptMs > 0 ? (wallMs - sleptMs) * 100.0 / sleptMs : 0.0, passed ? "" : " (did not pass)");
@@ -89,7 +93,8 @@ void measure(const char* what, const wchar_t* tuner, const std::function<void(co
 
 int main()
 {
-    if (FAILED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED))) return 1;
+    if (FAILED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED)))
+        return 1;
     ruvo::RecordingBackend backend;
     ruvo::DiagModule::setBackend(&backend);
     setParameter("CheckTVCable", ruvo::Value::fromBool(false));
@@ -97,16 +102,15 @@ int main()
 
     setParameter("DigitalStartChannel", ruvo::Value(3u));
     setParameter("DigitalEndChannel", ruvo::Value(4u));
-    measure("Clear QAM, cable channels 3-4", L"Lab ATSC QAM Tuner", [](const ruvo::DiagDevice& device) {
+    measure("Clear QAM, cable channels 3-4", L"Lab ATSC QAM Tuner", [](const ruvo::DiagDevice &device) {
         sorvane::ClearQAMTuner(device, kel::String(L"bench")).checkTVSignal();
     });
 
     setParameter("Country", ruvo::Value(kel::String(L"de")));
     setParameter("DigitalStartChannel", ruvo::Value(8u));
     setParameter("DigitalEndChannel", ruvo::Value(9u));
-    measure("DVB-T, Germany channels 8-9", L"Lab DVB-T Tuner", [](const ruvo::DiagDevice& device) {
-        sorvane::DVBTuner(device, kel::String(L"bench")).checkTVSignal();
-    });
+    measure("DVB-T, Germany channels 8-9", L"Lab DVB-T Tuner",
+            [](const ruvo::DiagDevice &device) { sorvane::DVBTuner(device, kel::String(L"bench")).checkTVSignal(); });
 
     ruvo::DiagModule::setBackend(nullptr);
     CoUninitialize();

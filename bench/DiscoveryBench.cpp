@@ -27,10 +27,13 @@ namespace {
 const int kDeviceCounts[] = {1, 16, 64, 256};
 const int kRepeats = 3;
 
-double nowSeconds() { return static_cast<double>(kel::Clock::nowMicroseconds()) / 1e6; }
+double nowSeconds()
+{
+    return static_cast<double>(kel::Clock::nowMicroseconds()) / 1e6;
+}
 
 // The median of kRepeats runs, in seconds.
-double timed(const std::function<void()>& run)
+double timed(const std::function<void()> &run)
 {
     std::vector<double> times;
     for (int i = 0; i < kRepeats; ++i) {
@@ -45,8 +48,9 @@ double timed(const std::function<void()>& run)
 std::wstring hex4(int value)
 {
     wchar_t digits[5];
-    const wchar_t* const hex = L"0123456789abcdef";
-    for (int i = 3; i >= 0; --i, value >>= 4) digits[i] = hex[value & 0xF];
+    const wchar_t *const hex = L"0123456789abcdef";
+    for (int i = 3; i >= 0; --i, value >>= 4)
+        digits[i] = hex[value & 0xF];
     digits[4] = L'\0';
     return digits;
 }
@@ -59,7 +63,8 @@ std::wstring webcams(int count)
         description += L"[webcam]\nname = Bench Camera " + std::to_wstring(i) + L"\n";
         description += L"path = \\\\?\\usb#vid_7e57&pid_" + hex4(i) + L"&mi_00#7&" + hex4(i) +
                        L"&0&0000#{65e8773d-8f56-11d0-a3b9-00a0c9223196}\\global\n";
-        description += L"manufacturer = Bench Maker\ndriver.file = benchcam.sys\nformat = YUY2 320x240 30\nprivacy = none\n";
+        description +=
+            L"manufacturer = Bench Maker\ndriver.file = benchcam.sys\nformat = YUY2 320x240 30\nprivacy = none\n";
     }
     return description;
 }
@@ -105,7 +110,8 @@ int main()
         return 1;
     }
     std::printf("CaptureDevice::enumerateDevices, median of %d runs\n", kRepeats);
-    for (int count : kDeviceCounts) measure(count);
+    for (int count : kDeviceCounts)
+        measure(count);
     com.uninitialize();
     return 0;
 }

@@ -27,7 +27,10 @@ const size_t kStreamBytes = 64u * 1024u * 1024u;
 const int kRepeats = 5;
 const double kMegabyte = 1e6;
 
-double nowSeconds() { return static_cast<double>(kel::Clock::nowMicroseconds()) / 1e6; }
+double nowSeconds()
+{
+    return static_cast<double>(kel::Clock::nowMicroseconds()) / 1e6;
+}
 
 // PAT and PMTs every 100 packets, video and audio of two programs in between.
 Bytes makeStream()
@@ -36,7 +39,8 @@ Bytes makeStream()
     unit.addSection(0, TsStreamBuilder::pat({{1, 0x30}, {2, 0x40}}));
     unit.addSection(0x30, TsStreamBuilder::pmt(1, {{0x02, 0x31, false}, {0x81, 0x34, false}}));
     unit.addSection(0x40, TsStreamBuilder::pmt(2, {{0x02, 0x41, false}, {0x81, 0x44, false}}));
-    for (int i = 0; i < 97; ++i) unit.addPayload(i % 4 == 0 ? 0x34 : (i % 2 ? 0x31 : 0x41), false);
+    for (int i = 0; i < 97; ++i)
+        unit.addPayload(i % 4 == 0 ? 0x34 : (i % 2 ? 0x31 : 0x41), false);
     Bytes stream;
     stream.reserve(kStreamBytes);
     while (stream.size() + unit.bytes().size() <= kStreamBytes) {
@@ -46,7 +50,7 @@ Bytes makeStream()
 }
 
 // The best of several runs, in MB/s.
-double rate(size_t bytes, const std::function<void()>& work)
+double rate(size_t bytes, const std::function<void()> &work)
 {
     std::vector<double> seconds;
     for (int i = 0; i < kRepeats; ++i) {
@@ -73,20 +77,21 @@ int main()
         std::memcpy(copy.data(), stream.data(), stream.size());
         g_sink = copy[copy.size() / 2];
     });
-    const double qualityRate = rate(stream.size(), [&] {
-        g_sink = sorvane::Mpeg2StreamAnalyzer::signalQuality(stream.data(), length);
-    });
+    const double qualityRate =
+        rate(stream.size(), [&] { g_sink = sorvane::Mpeg2StreamAnalyzer::signalQuality(stream.data(), length); });
     const double searchRate = rate(stream.size(), [&] {
         int32_t readPosition = 0;
         unsigned char packet[188];
         int found = 0;
-        while (sorvane::TsPacketSearch::findPacket(stream.data(), readPosition, length, packet)) ++found;
+        while (sorvane::TsPacketSearch::findPacket(stream.data(), readPosition, length, packet))
+            ++found;
         g_sink = found;
     });
     const double programRate = rate(stream.size(), [&] {
         sorvane::ClearProgramSearch search;
         int answer = 0;
-        for (int at = 0; at + 188 <= length; at += 188) answer = search.addPacket(stream.data() + at);
+        for (int at = 0; at + 188 <= length; at += 188)
+            answer = search.addPacket(stream.data() + at);
         g_sink = answer;
     });
     const double healthRate = rate(stream.size(), [&] {
@@ -95,7 +100,8 @@ int main()
 
     std::printf("Transport stream: %.1f MiB, best of %d runs\n", stream.size() / 1048576.0, kRepeats);
     std::printf("  %-34s %9.1f MB/s\n", "memcpy of the same bytes", memcpyRate);
-    std::printf("  %-34s %9.1f MB/s  (%.2f x memcpy)\n", "signalQuality (log off)", qualityRate, qualityRate / memcpyRate);
+    std::printf("  %-34s %9.1f MB/s  (%.2f x memcpy)\n", "signalQuality (log off)", qualityRate,
+                qualityRate / memcpyRate);
     std::printf("  %-34s %9.1f MB/s  (%.2f x memcpy)\n", "packet search (getNextPacket core)", searchRate,
                 searchRate / memcpyRate);
     std::printf("  %-34s %9.1f MB/s  (%.2f x memcpy)\n", "processTransportStream, all packets", programRate,

@@ -33,7 +33,10 @@ struct Size {
 const Size kSizes[] = {{640, 480}, {1280, 720}, {1920, 1080}};
 
 // Real time: kel::Clock runs on the real clock unless a test switches it.
-double nowSeconds() { return static_cast<double>(kel::Clock::nowMicroseconds()) / 1e6; }
+double nowSeconds()
+{
+    return static_cast<double>(kel::Clock::nowMicroseconds()) / 1e6;
+}
 
 double median(std::vector<double> values)
 {
@@ -41,15 +44,16 @@ double median(std::vector<double> values)
     return values[values.size() / 2];
 }
 
-kel::String bagText(IPropertyBag* bag, const wchar_t* name)
+kel::String bagText(IPropertyBag *bag, const wchar_t *name)
 {
     sorvane::ScopedVariant value;
-    if (FAILED(bag->Read(name, value.get(), nullptr))) return kel::String();
+    if (FAILED(bag->Read(name, value.get(), nullptr)))
+        return kel::String();
     return value.text();
 }
 
 // The framework's record of the lab camera, from its moniker.
-bool findCamera(ruvo::DiagDevice& device)
+bool findCamera(ruvo::DiagDevice &device)
 {
     CComPtr<ICreateDevEnum> devices;
     CComPtr<IEnumMoniker> monikers;
@@ -61,7 +65,8 @@ bool findCamera(ruvo::DiagDevice& device)
         CComPtr<IPropertyBag> bag;
         moniker->BindToStorage(nullptr, nullptr, IID_PPV_ARGS(&bag));
         moniker.Release();
-        if (!bag || bagText(bag, L"FriendlyName") != kel::String(kCamera)) continue;
+        if (!bag || bagText(bag, L"FriendlyName") != kel::String(kCamera))
+            continue;
         const kel::String path = bagText(bag, L"DevicePath");
         const kel::String locator =
             path.substring(path.find(kel::String(L"?\\")) + 2).toUpper().replace(kel::String(L"#"), kel::String(L"\\"));
@@ -74,13 +79,13 @@ bool findCamera(ruvo::DiagDevice& device)
 }
 
 // Seconds one captureFrames(count) takes, from the call to its return; negative on failure.
-double timeCapture(const ruvo::DiagDevice& device, unsigned long long count)
+double timeCapture(const ruvo::DiagDevice &device, unsigned long long count)
 {
     sorvane::Webcam webcam(device, kel::String(L"Webcam benchmark"), 0);
     const double start = nowSeconds();
     try {
         webcam.captureFrames(count);
-    } catch (const sorvane::CaptureException& e) {
+    } catch (const sorvane::CaptureException &e) {
         std::printf("  capture of %llu frames failed: %s\n", count, e.toString().toUtf8().c_str());
         return -1.0;
     }
@@ -92,12 +97,15 @@ class AllocatedSample {
 public:
     explicit AllocatedSample(long bytes)
     {
-        if (FAILED(m_allocator.CoCreateInstance(CLSID_MemoryAllocator, nullptr, CLSCTX_INPROC_SERVER))) return;
+        if (FAILED(m_allocator.CoCreateInstance(CLSID_MemoryAllocator, nullptr, CLSCTX_INPROC_SERVER)))
+            return;
         ALLOCATOR_PROPERTIES wanted = {1, bytes, 1, 0};
         ALLOCATOR_PROPERTIES actual = {};
-        if (FAILED(m_allocator->SetProperties(&wanted, &actual)) || FAILED(m_allocator->Commit())) return;
-        if (FAILED(m_allocator->GetBuffer(&m_sample, nullptr, nullptr, 0))) return;
-        BYTE* data = nullptr;
+        if (FAILED(m_allocator->SetProperties(&wanted, &actual)) || FAILED(m_allocator->Commit()))
+            return;
+        if (FAILED(m_allocator->GetBuffer(&m_sample, nullptr, nullptr, 0)))
+            return;
+        BYTE *data = nullptr;
         m_sample->GetPointer(&data);
         std::memset(data, 0x80, static_cast<size_t>(bytes));
         m_sample->SetActualDataLength(bytes);
@@ -105,9 +113,10 @@ public:
     ~AllocatedSample()
     {
         m_sample.Release();
-        if (m_allocator) m_allocator->Decommit();
+        if (m_allocator)
+            m_allocator->Decommit();
     }
-    IMediaSample* get() const { return m_sample; }
+    IMediaSample *get() const { return m_sample; }
 
 private:
     CComPtr<IMemAllocator> m_allocator;
@@ -115,13 +124,13 @@ private:
 };
 
 struct CallbackCost {
-    double microseconds;  // per kept frame, median of the rounds
-    int dropped;          // frame periods a camera would have had to skip, worst round
+    double microseconds; // per kept frame, median of the rounds
+    int dropped;         // frame periods a camera would have had to skip, worst round
 };
 
 // What the callback spends keeping `frames` frames of the sample, and the frames a camera at
 // `fps` would drop meanwhile: each call longer than a frame period lets that many frames pass.
-CallbackCost callbackCost(IMediaSample* sample, int frames, int fps)
+CallbackCost callbackCost(IMediaSample *sample, int frames, int fps)
 {
     const double periodSeconds = 1.0 / fps;
     std::vector<double> rounds;
@@ -143,9 +152,9 @@ CallbackCost callbackCost(IMediaSample* sample, int frames, int fps)
 
 // The floor of keeping a frame: one fresh new[] and one copy per frame, each kept in a
 // shared_ptr until the round ends, as the callback keeps its frames.
-double freshCopyMicroseconds(IMediaSample* sample, int frames)
+double freshCopyMicroseconds(IMediaSample *sample, int frames)
 {
-    BYTE* data = nullptr;
+    BYTE *data = nullptr;
     sample->GetPointer(&data);
     const size_t bytes = static_cast<size_t>(sample->GetActualDataLength());
     std::vector<double> rounds;
@@ -154,7 +163,7 @@ double freshCopyMicroseconds(IMediaSample* sample, int frames)
         kept.reserve(static_cast<size_t>(frames));
         const double start = nowSeconds();
         for (int i = 0; i < frames; ++i) {
-            unsigned char* copy = new unsigned char[bytes];
+            unsigned char *copy = new unsigned char[bytes];
             std::memcpy(copy, data, bytes);
             kept.push_back(boost::shared_ptr<unsigned char>(copy, boost::checked_array_deleter<unsigned char>()));
         }
@@ -163,7 +172,7 @@ double freshCopyMicroseconds(IMediaSample* sample, int frames)
     return median(rounds);
 }
 
-void benchSize(const ruvo::DiagDevice& device, const Size& size)
+void benchSize(const ruvo::DiagDevice &device, const Size &size)
 {
     lab::DeviceOverride capability(kCamera, L"format",
                                    L"YUY2 " + std::to_wstring(size.width) + L"x" + std::to_wstring(size.height) + L" " +
@@ -205,25 +214,28 @@ void benchSize(const ruvo::DiagDevice& device, const Size& size)
 } // namespace
 
 // Optional argument: a file for the library's detailed log.
-int main(int argc, char** argv)
+int main(int argc, char **argv)
 {
     if (argc > 1) {
         kel::LogFactory::setLogFile(kel::String::fromUtf8(argv[1]));
         kel::LogFactory::setPriority(kel::LOG_DETAIL);
     }
-    if (FAILED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED))) return 1;
+    if (FAILED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED)))
+        return 1;
     ruvo::DiagDevice device;
     if (!findCamera(device)) {
         std::printf("the lab camera \"%ls\" is not registered in this prefix\n", kCamera);
         CoUninitialize();
         return 1;
     }
-    std::printf("Webcam capture on \"%ls\", median of %d runs. Kept fps: the frames a long capture keeps beyond\n"
-                "a 10-frame one, over the time it takes beyond it. First kept frame: captureFrames(1), call to return.\n"
-                "Floor: a fresh new[] and a copy per kept frame, kept as the callback keeps them. Dropped: frames a\n"
-                "camera at that rate passes while the callback keeps one (calls longer than a frame period).\n",
-                kCamera, kRepeats);
-    for (const Size& size : kSizes) benchSize(device, size);
+    std::printf(
+        "Webcam capture on \"%ls\", median of %d runs. Kept fps: the frames a long capture keeps beyond\n"
+        "a 10-frame one, over the time it takes beyond it. First kept frame: captureFrames(1), call to return.\n"
+        "Floor: a fresh new[] and a copy per kept frame, kept as the callback keeps them. Dropped: frames a\n"
+        "camera at that rate passes while the callback keeps one (calls longer than a frame period).\n",
+        kCamera, kRepeats);
+    for (const Size &size : kSizes)
+        benchSize(device, size);
     CoUninitialize();
     return 0;
 }

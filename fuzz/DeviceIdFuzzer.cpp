@@ -12,21 +12,23 @@ namespace {
 using sorvane::DeviceIdParser;
 
 // Two bytes a character, so every UTF-16 code unit can occur.
-kel::String textOf(const uint8_t* data, size_t size)
+kel::String textOf(const uint8_t *data, size_t size)
 {
     std::wstring text;
-    for (size_t i = 0; i + 1 < size; i += 2) text += static_cast<wchar_t>(data[i] | (data[i + 1] << 8));
+    for (size_t i = 0; i + 1 < size; i += 2)
+        text += static_cast<wchar_t>(data[i] | (data[i + 1] << 8));
     return kel::String(text);
 }
 
-void requireCode(const kel::String& code)
+void requireCode(const kel::String &code)
 {
     for (int i = 0; i < code.length(); ++i) {
-        if (!DeviceIdParser::isAlphaNum(code[i])) std::abort();
+        if (!DeviceIdParser::isAlphaNum(code[i]))
+            std::abort();
     }
 }
 
-void requireCodes(const DeviceIdParser::Codes& codes)
+void requireCodes(const DeviceIdParser::Codes &codes)
 {
     requireCode(codes.vendor);
     requireCode(codes.device);
@@ -36,7 +38,7 @@ void requireCodes(const DeviceIdParser::Codes& codes)
 
 } // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     const kel::String text = textOf(data, size);
 
@@ -54,10 +56,13 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     const kel::String candidate = text.toUpper();
     if (DeviceIdParser::readDevicePath(candidate, identity)) {
         // The instance ID is the enumerator and the next two parts, so it holds two more "\".
-        if (identity.guid.isEmpty() || identity.guid.length() > candidate.length()) std::abort();
+        if (identity.guid.isEmpty() || identity.guid.length() > candidate.length())
+            std::abort();
         int separators = 0;
-        for (int i = 0; i < identity.deviceInstanceId.length(); ++i) separators += identity.deviceInstanceId[i] == L'\\';
-        if (separators < 2) std::abort();
+        for (int i = 0; i < identity.deviceInstanceId.length(); ++i)
+            separators += identity.deviceInstanceId[i] == L'\\';
+        if (separators < 2)
+            std::abort();
     } else if (!identity.guid.isEmpty()) {
         std::abort();
     }

@@ -13,9 +13,9 @@ namespace {
 const long kBitsPerSecond = 4000000;
 const std::size_t kSlots = 200;
 
-void write(const std::string& path, const std::vector<std::uint8_t>& bytes)
+void write(const std::string &path, const std::vector<std::uint8_t> &bytes)
 {
-    FILE* file = std::fopen(path.c_str(), "wb");
+    FILE *file = std::fopen(path.c_str(), "wb");
     if (!file) {
         std::perror(path.c_str());
         return;
@@ -26,7 +26,7 @@ void write(const std::string& path, const std::vector<std::uint8_t>& bytes)
 
 } // namespace
 
-int main(int argc, char** argv)
+int main(int argc, char **argv)
 {
     if (argc != 3) {
         std::fprintf(stderr, "usage: %s BROADCAST-DESCRIPTION SEED-FOLDER\n", argv[0]);
@@ -39,11 +39,12 @@ int main(int argc, char** argv)
         return 1;
     }
     const std::string folder = argv[2];
-    for (const lab::Multiplex& multiplex : broadcast.multiplexes()) {
+    for (const lab::Multiplex &multiplex : broadcast.multiplexes()) {
         lab::TransportStreamGenerator generator(multiplex, kBitsPerSecond);
         std::vector<std::uint8_t> stream;
         generator.generate(kSlots, stream);
-        if (stream.empty()) continue;
+        if (stream.empty())
+            continue;
         const std::string name = "lab-" + multiplex.network + "-" + std::to_string(multiplex.channel);
         write(folder + "/quality/" + name, stream);
         write(folder + "/streamhealth/" + name, stream);

@@ -13,9 +13,9 @@ using sorvane::test::TsStreamBuilder;
 
 namespace {
 
-void write(const std::string& path, const Bytes& bytes)
+void write(const std::string &path, const Bytes &bytes)
 {
-    FILE* file = std::fopen(path.c_str(), "wb");
+    FILE *file = std::fopen(path.c_str(), "wb");
     if (!file) {
         std::perror(path.c_str());
         return;
@@ -36,7 +36,8 @@ std::vector<Bytes> streams()
     clear.addSection(0, TsStreamBuilder::pat({{0, 0x10}, {1, 0x30}, {2, 0x40}}));
     clear.addSection(0x30, TsStreamBuilder::pmt(1, av(0x100)));
     clear.addSection(0x40, TsStreamBuilder::pmt(2, av(0x200)));
-    for (int i = 0; i < 4; ++i) clear.addPayload(0x100, false).addPayload(0x101, false).addPayload(0x200, false);
+    for (int i = 0; i < 4; ++i)
+        clear.addPayload(0x100, false).addPayload(0x101, false).addPayload(0x200, false);
     out.push_back(clear.bytes());
 
     TsStreamBuilder scrambled;
@@ -59,10 +60,11 @@ std::vector<Bytes> streams()
 
 } // namespace
 
-int main(int argc, char** argv)
+int main(int argc, char **argv)
 {
     if (argc != 2) {
-        std::fprintf(stderr, "usage: %s SEED-FOLDER (gets quality/, packetsearch/, programsearch/, streamhealth/)\n", argv[0]);
+        std::fprintf(stderr, "usage: %s SEED-FOLDER (gets quality/, packetsearch/, programsearch/, streamhealth/)\n",
+                     argv[0]);
         return 2;
     }
     const std::string folder = argv[1];

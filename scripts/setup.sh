@@ -8,6 +8,8 @@ packages+=(clang libclang-rt-14-dev)
 missing=()
 # Header-only libraries: JSON for the host and the tests, JPEG for the lab.
 packages+=(nlohmann-json3-dev libstb-dev)
+# One code style for the whole tree, checked by scripts/check-format.sh.
+packages+=(clang-format)
 for package in "${packages[@]}"; do
     dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q "install ok installed" || missing+=("$package")
 done

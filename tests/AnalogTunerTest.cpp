@@ -38,8 +38,14 @@ protected:
         setParameter("FMRadioEndChannel", ruvo::Value::fromDouble(end));
     }
 
-    CaptureException checkTV() { return outcomeOf([this] { tuner.checkTVSignal(); }); }
-    CaptureException checkFM() { return outcomeOf([this] { tuner.checkFMRadioSignal(); }); }
+    CaptureException checkTV()
+    {
+        return outcomeOf([this] { tuner.checkTVSignal(); });
+    }
+    CaptureException checkFM()
+    {
+        return outcomeOf([this] { tuner.checkFMRadioSignal(); });
+    }
 
     sorvane::test::ManualClock clock;
     AnalogTuner tuner{sorvane::test::labTVCard(), kel::String(L"Analog test")};
@@ -49,14 +55,16 @@ protected:
 std::vector<long> tunedFrequencies()
 {
     std::vector<long> frequencies;
-    for (const std::wstring& entry : tunedChannels(kLabTVCard)) frequencies.push_back(std::wcstol(entry.c_str() + 8, nullptr, 10));
+    for (const std::wstring &entry : tunedChannels(kLabTVCard))
+        frequencies.push_back(std::wcstol(entry.c_str() + 8, nullptr, 10));
     return frequencies;
 }
 
-void expectRaster(const std::vector<long>& tuned, const std::vector<long>& expected)
+void expectRaster(const std::vector<long> &tuned, const std::vector<long> &expected)
 {
     ASSERT_EQ(tuned.size(), expected.size());
-    for (size_t i = 0; i < tuned.size(); ++i) EXPECT_LE(std::labs(tuned[i] - expected[i]), 1) << "frequency " << i;
+    for (size_t i = 0; i < tuned.size(); ++i)
+        EXPECT_LE(std::labs(tuned[i] - expected[i]), 1) << "frequency " << i;
 }
 
 TEST_F(AnalogTunerTest, AntennaIsTriedBeforeCableOnEveryChannel)
@@ -65,9 +73,8 @@ TEST_F(AnalogTunerTest, AntennaIsTriedBeforeCableOnEveryChannel)
     setTVRange(2, 3);
 
     EXPECT_EQ(checkTV().getResult(), TestResult::PASS());
-    EXPECT_EQ(tunedChannels(kLabTVCard),
-              (std::vector<std::wstring>{L"Channel 2 antenna TV", L"Channel 2 cable TV", L"Channel 3 antenna TV",
-                                         L"Channel 3 cable TV"}));
+    EXPECT_EQ(tunedChannels(kLabTVCard), (std::vector<std::wstring>{L"Channel 2 antenna TV", L"Channel 2 cable TV",
+                                                                    L"Channel 3 antenna TV", L"Channel 3 cable TV"}));
     // Each tune selects the input type of the connected input and asks the tuner to fine-tune.
     EXPECT_EQ(journalOf(kLabTVCard, L"InputType ").size(), 4u);
     EXPECT_EQ(journalOf(kLabTVCard, L"AutoTune ").size(), 4u);
@@ -79,7 +86,7 @@ TEST_F(AnalogTunerTest, SignalTypeLimitsTheInputsInAnyCase)
     card.set(L"channels", L"3:cable, 3:antenna");
     setTVRange(2, 3);
     struct Case {
-        const char* signalType;
+        const char *signalType;
         std::vector<std::wstring> tuned;
     };
     const Case cases[] = {
@@ -87,7 +94,7 @@ TEST_F(AnalogTunerTest, SignalTypeLimitsTheInputsInAnyCase)
         {"ANTENNA", {L"Channel 2 antenna TV", L"Channel 3 antenna TV"}},
         {"Both", {L"Channel 2 antenna TV", L"Channel 2 cable TV", L"Channel 3 antenna TV"}},
     };
-    for (const Case& c : cases) {
+    for (const Case &c : cases) {
         SCOPED_TRACE(c.signalType);
         lab::clearJournal(kLabTVCard);
         setParameter("SignalType", ruvo::Value(c.signalType));
@@ -138,9 +145,9 @@ TEST_F(AnalogTunerTest, DefaultCountryFromTheLocaleIsSet)
     setTVRange(2, 2);
 
     EXPECT_EQ(checkTV().getResult(), TestResult::PASS());
-    EXPECT_EQ(journalOf(kLabTVCard, L"CountryCode "),
-              (std::vector<std::wstring>{L"CountryCode " +
-                                         std::to_wstring(sorvane::CaptureUtil::getDefaultCountryCode())}));
+    EXPECT_EQ(
+        journalOf(kLabTVCard, L"CountryCode "),
+        (std::vector<std::wstring>{L"CountryCode " + std::to_wstring(sorvane::CaptureUtil::getDefaultCountryCode())}));
 }
 
 TEST_F(AnalogTunerTest, CrossbarRoutesTheFirstTunerInputToTheFirstOutputThatTakesIt)
@@ -148,16 +155,16 @@ TEST_F(AnalogTunerTest, CrossbarRoutesTheFirstTunerInputToTheFirstOutputThatTake
     card.set(L"channels", L"2:antenna").set(L"crossbar-inputs", L"composite, tuner, svideo, tuner, tuner-audio");
     setTVRange(2, 2);
     struct Case {
-        const wchar_t* outputs;
-        const wchar_t* refused;
-        const wchar_t* route;
+        const wchar_t *outputs;
+        const wchar_t *refused;
+        const wchar_t *route;
     };
     const Case cases[] = {
         {L"video-decoder, audio-decoder", L"", L"Route 0 1"},
         {L"audio-decoder, video-decoder", L"", L"Route 1 1"},
         {L"video-decoder, audio-decoder", L"1", L"Route 0 3"},
     };
-    for (const Case& c : cases) {
+    for (const Case &c : cases) {
         SCOPED_TRACE(std::string(c.outputs, c.outputs + wcslen(c.outputs)));
         lab::clearJournal(kLabTVCard);
         card.set(L"crossbar-outputs", c.outputs).set(L"fault.canroute", c.refused);
@@ -173,7 +180,7 @@ TEST_F(AnalogTunerTest, HardwareWithoutAnalogTVIsNotSupported)
                                   kel::String(L"No TV"));
     AnalogTuner withoutTuner(sorvane::test::labDevice(kLabCaptureCard, kAnalogTV), kel::String(L"No tuner"));
 
-    for (AnalogTuner* candidate : {&withoutCapability, &withoutTuner}) {
+    for (AnalogTuner *candidate : {&withoutCapability, &withoutTuner}) {
         const CaptureException e = outcomeOf([candidate] { candidate->checkTVSignal(); });
         EXPECT_EQ(e.getResult(), TestResult::NOTSUPPORTED());
         EXPECT_EQ(e.getErrorEvent(), nullptr);
@@ -199,7 +206,7 @@ TEST_F(AnalogTunerTest, RefusedInputSelectionIsNoSignalOnThatChannel)
 {
     card.set(L"channels", L"2:antenna, 2:cable");
     setTVRange(2, 2);
-    for (const wchar_t* fault : {L"fault.get_ConnectInput", L"fault.put_InputType"}) {
+    for (const wchar_t *fault : {L"fault.get_ConnectInput", L"fault.put_InputType"}) {
         SCOPED_TRACE(sorvane::test::narrow(kel::String(fault)));
         lab::clearJournal(kLabTVCard);
         lab::DeviceOverride refused(kLabTVCard, fault, L"0x80004005");
@@ -241,7 +248,7 @@ TEST_F(AnalogTunerTest, NothingRenderingFailsTheGraphAfterEveryChoiceWasTried)
     EXPECT_NE(e.getErrorCode(), 0);
     EXPECT_TRUE(tunedChannels(kLabTVCard).empty());
     // Each choice is logged by its media type.
-    for (const wchar_t* type : {L"MEDIATYPE_Interleaved", L"MEDIATYPE_Video", L"MEDIATYPE_Stream"}) {
+    for (const wchar_t *type : {L"MEDIATYPE_Interleaved", L"MEDIATYPE_Video", L"MEDIATYPE_Stream"}) {
         const kel::String line = kel::String(L"RenderStream(") + type + L", m_srcFilter, NULL, NULL) returns ";
         EXPECT_TRUE(log().contains(line)) << sorvane::test::narrow(line);
     }
@@ -256,7 +263,8 @@ TEST_F(AnalogTunerTest, FMSweepTunesHertzInFifthsOfAMegahertzAndFindsAStation)
     EXPECT_EQ(checkFM().getResult(), TestResult::PASS());
 
     expectRaster(tunedFrequencies(), {88000000, 88200000, 88400000});
-    for (const std::wstring& entry : tunedChannels(kLabTVCard)) EXPECT_NE(entry.find(L" FM"), std::wstring::npos);
+    for (const std::wstring &entry : tunedChannels(kLabTVCard))
+        EXPECT_NE(entry.find(L" FM"), std::wstring::npos);
     EXPECT_EQ(journalOf(kLabTVCard, L"Mode "), (std::vector<std::wstring>{L"Mode FM"}));
     // The input is left alone: no input type, no fine-tuning, no crossbar route.
     EXPECT_TRUE(journalOf(kLabTVCard, L"InputType").empty());

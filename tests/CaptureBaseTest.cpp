@@ -19,10 +19,10 @@ namespace {
 
 using ruvo::TestResult;
 using sorvane::CaptureException;
-using sorvane::test::PlainCapture;
-using sorvane::test::WindowWatcher;
 using sorvane::test::narrow;
 using sorvane::test::outcomeOf;
+using sorvane::test::PlainCapture;
+using sorvane::test::WindowWatcher;
 
 const wchar_t kCamera[] = L"Lab Webcam RGB24 Top-Down";
 const wchar_t kCameraDescription[] = L"Lab USB camera, RGB24 top-down, no camera control";
@@ -32,8 +32,7 @@ const wchar_t kCameraLocator[] =
     L"USB\\VID_046D&PID_0826&MI_00\\7&1A2C&0&0000\\{65E8773D-8F56-11D0-A3B9-00A0C9223196}\\GLOBAL";
 const wchar_t kTitle[] = L"Capture core test";
 const wchar_t kWindowClass[] = L"KEL_CaptureBase_Window";
-const wchar_t kVideoInputInstances[] =
-    L"Software\\Classes\\CLSID\\{860BB310-5D01-11D0-BD3B-00A0C911CE86}\\Instance";
+const wchar_t kVideoInputInstances[] = L"Software\\Classes\\CLSID\\{860BB310-5D01-11D0-BD3B-00A0C911CE86}\\Instance";
 
 class CaptureBaseTest : public sorvane::test::FrameworkTest {
 protected:
@@ -53,15 +52,16 @@ protected:
         FrameworkTest::TearDown();
     }
 
-    static ruvo::DiagDevice camera(const wchar_t* name = kCamera, const wchar_t* locator = kCameraLocator)
+    static ruvo::DiagDevice camera(const wchar_t *name = kCamera, const wchar_t *locator = kCameraLocator)
     {
         return sorvane::test::captureDevice(kel::String(name), kel::String(kCameraDescription), kel::String(locator));
     }
 
-    int journalCount(const std::wstring& prefix) const
+    int journalCount(const std::wstring &prefix) const
     {
         int count = 0;
-        for (const std::wstring& entry : lab::journal(kCamera)) count += entry.compare(0, prefix.size(), prefix) == 0;
+        for (const std::wstring &entry : lab::journal(kCamera))
+            count += entry.compare(0, prefix.size(), prefix) == 0;
         return count;
     }
 
@@ -103,7 +103,7 @@ TEST_F(CaptureBaseTest, MissingDeviceIsNoDeviceWithAWarning)
 {
     // Identifiers compare exactly: the same device under a lower-case locator is not it.
     const std::wstring lowerLocator = kel::String(kCameraLocator).toLower().c_str();
-    for (const ruvo::DiagDevice& device :
+    for (const ruvo::DiagDevice &device :
          {camera(L"Lab Webcam That Is Not There"), camera(kCamera, lowerLocator.c_str())}) {
         PlainCapture capture(device, kel::String(kTitle));
         capture.setupGraph();
@@ -121,15 +121,17 @@ public:
     EmptyVideoInputCategory() : m_moved(move(kVideoInputInstances, m_aside.c_str())) {}
     ~EmptyVideoInputCategory()
     {
-        if (m_moved) move(m_aside.c_str(), kVideoInputInstances);
+        if (m_moved)
+            move(m_aside.c_str(), kVideoInputInstances);
     }
     bool moved() const { return m_moved; }
 
 private:
-    static bool move(const wchar_t* from, const wchar_t* to)
+    static bool move(const wchar_t *from, const wchar_t *to)
     {
         HKEY target = nullptr;
-        if (RegCreateKeyExW(HKEY_LOCAL_MACHINE, to, 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &target, nullptr)) return false;
+        if (RegCreateKeyExW(HKEY_LOCAL_MACHINE, to, 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &target, nullptr))
+            return false;
         const bool copied = RegCopyTreeW(HKEY_LOCAL_MACHINE, from, target) == ERROR_SUCCESS;
         RegCloseKey(target);
         return copied && RegDeleteTreeW(HKEY_LOCAL_MACHINE, from) == ERROR_SUCCESS;
@@ -163,21 +165,24 @@ TEST_F(CaptureBaseTest, PreviewShowsTheWindowUntilTheRunTimeIsPast)
         int runTime;
         uint64_t limitMs;
     } cases[] = {{-1, 3000}, {1, 1000}, {0, 0}};
-    for (const auto& c : cases) {
+    for (const auto &c : cases) {
         SCOPED_TRACE(c.runTime);
         ruvo::DiagModule::unsetAllParameters();
-        if (c.runTime >= 0) setParameter("TestRunTime", static_cast<uint32_t>(c.runTime));
+        if (c.runTime >= 0)
+            setParameter("TestRunTime", static_cast<uint32_t>(c.runTime));
         lab::clearJournal(kCamera);
         sorvane::test::ManualClock clock;
         PlainCapture capture(camera(), kel::String(kTitle));
         WindowWatcher watcher(kWindowClass, kTitle);
         bool stoppedAtTheLimit = true;
         {
-            sorvane::test::SideThread timekeeper([&](sorvane::test::SideThread& side) {
-                if (!side.waitUntil([&] { return lab::samplesDelivered(kCamera) > 0; })) return;
+            sorvane::test::SideThread timekeeper([&](sorvane::test::SideThread &side) {
+                if (!side.waitUntil([&] { return lab::samplesDelivered(kCamera) > 0; }))
+                    return;
                 clock.advance(c.limitMs);
                 const long long seen = lab::samplesDelivered(kCamera);
-                if (!side.waitUntil([seen] { return lab::samplesDelivered(kCamera) >= seen + 5; })) return;
+                if (!side.waitUntil([seen] { return lab::samplesDelivered(kCamera) >= seen + 5; }))
+                    return;
                 stoppedAtTheLimit = journalCount(L"Stop") > 0;
                 clock.advance(1);
             });
@@ -199,7 +204,8 @@ struct QuestionAnswer {
 
     void operator()(HWND box)
     {
-        for (int i = 0; i < 200 && WindowWatcher::itemText(box, IDYES) != L"Pass"; ++i) Sleep(10);
+        for (int i = 0; i < 200 && WindowWatcher::itemText(box, IDYES) != L"Pass"; ++i)
+            Sleep(10);
         pass = WindowWatcher::itemText(box, IDYES);
         fail = WindowWatcher::itemText(box, IDNO);
         cancel = WindowWatcher::itemText(box, IDCANCEL);
@@ -214,13 +220,13 @@ TEST_F(CaptureBaseTest, InteractivePreviewAsksWithRelabelledButtons)
     const struct {
         int button;
         TestResult result;
-        ruvo::Event* event;
+        ruvo::Event *event;
     } answers[] = {
         {IDYES, TestResult::PASS(), nullptr},
         {IDNO, TestResult::FAIL(), sorvane::g_userClickedFail},
         {IDCANCEL, TestResult::USERABORTED(), nullptr},
     };
-    for (const auto& answer : answers) {
+    for (const auto &answer : answers) {
         SCOPED_TRACE(answer.button);
         PlainCapture capture(camera(), kel::String(kTitle));
         QuestionAnswer script{answer.button, L"", L"", L""};
@@ -257,11 +263,13 @@ TEST_F(CaptureBaseTest, RecordingWritesTheLabsFramesToAnAviInTheTempFolder)
     // The recording ignores the preview time: it goes on at three seconds and stops past them.
     bool stoppedAtThreeSeconds = true;
     {
-        sorvane::test::SideThread timekeeper([&](sorvane::test::SideThread& side) {
-            if (!side.waitUntil([] { return lab::samplesDelivered(kCamera) > 0; })) return;
+        sorvane::test::SideThread timekeeper([&](sorvane::test::SideThread &side) {
+            if (!side.waitUntil([] { return lab::samplesDelivered(kCamera) > 0; }))
+                return;
             clock.advance(3000);
             const long long seen = lab::samplesDelivered(kCamera);
-            if (!side.waitUntil([seen] { return lab::samplesDelivered(kCamera) >= seen + 5; })) return;
+            if (!side.waitUntil([seen] { return lab::samplesDelivered(kCamera) >= seen + 5; }))
+                return;
             stoppedAtThreeSeconds = journalCount(L"Stop") > 0;
             clock.advance(1);
         });
@@ -280,7 +288,7 @@ TEST_F(CaptureBaseTest, RecordingWritesTheLabsFramesToAnAviInTheTempFolder)
     EXPECT_LE(avi.frameCount(), lab::samplesDelivered(kCamera));
     unsigned long previous = 0;
     for (int i = 0; i < avi.frameCount(); ++i) {
-        const lab::FrameView frame{avi.frameData(i), avi.frameLength(i), lab::PixelLayout::Rgb24, 320, 240,
+        const lab::FrameView frame{avi.frameData(i),         avi.frameLength(i), lab::PixelLayout::Rgb24, 320, 240,
                                    avi.format().biHeight > 0};
         unsigned long number = 0;
         ASSERT_TRUE(lab::readFrameNumber(frame, number)) << "frame " << i;
@@ -304,8 +312,10 @@ TEST_F(CaptureBaseTest, GraphEventsReachingTheWindowAreDrained)
     // The first check raises three events; the window's notification drains them before the next.
     capture.run(
         [&] {
-            if (checks++ > 0) return true;
-            for (long code = EC_USER; code < EC_USER + 3; ++code) sink->Notify(code, 0, 0);
+            if (checks++ > 0)
+                return true;
+            for (long code = EC_USER; code < EC_USER + 3; ++code)
+                sink->Notify(code, 0, 0);
             return false;
         },
         true, false);
@@ -367,7 +377,7 @@ TEST_F(CaptureBaseTest, RunRefusedBecauseTheDeviceIsInUseIsNotRetried)
 {
     sorvane::test::ManualClock clock;
     // 0x800400AA: the low word 170 counts under any facility.
-    for (const wchar_t* code : {L"0x800705AA", L"0x800700AA", L"0x80070057", L"0x800400AA"}) {
+    for (const wchar_t *code : {L"0x800705AA", L"0x800700AA", L"0x80070057", L"0x800400AA"}) {
         SCOPED_TRACE(narrow(kel::String(code)));
         lab::DeviceOverride fault(kCamera, L"fault.run", code);
         PlainCapture capture(camera(), kel::String(kTitle));

@@ -24,15 +24,19 @@ using sorvane::SetupApiDevType;
 using sorvane::SetupApiEnumType;
 using sorvane::test::ScopedMonikers;
 
-kel::String text(const wchar_t* value) { return kel::String(value); }
+kel::String text(const wchar_t *value)
+{
+    return kel::String(value);
+}
 
 const wchar_t kCardPath[] =
     L"\\\\?\\pci#ven_1131&dev_7160&subsys_12345678&rev_03#4&3a1b&0&0010#{65e8773d-8f56-11d0-a3b9-00a0c9223196}\\global";
 
-bool anyDeviceNamed(const kel::Array<CaptureDevice>& devices, const wchar_t* part)
+bool anyDeviceNamed(const kel::Array<CaptureDevice> &devices, const wchar_t *part)
 {
-    for (const CaptureDevice& device : devices) {
-        if (device.name().contains(text(part))) return true;
+    for (const CaptureDevice &device : devices) {
+        if (device.name().contains(text(part)))
+            return true;
     }
     return false;
 }
@@ -41,7 +45,8 @@ bool anyDeviceNamed(const kel::Array<CaptureDevice>& devices, const wchar_t* par
 const wchar_t kHybridCard[] =
     L"[analog-capture]\n"
     L"name = Own Hybrid Card Capture\n"
-    L"path = \\\\?\\pci#ven_1131&dev_7162&subsys_00011131&rev_01#4&77&0&0018#{65e8773d-8f56-11d0-a3b9-00a0c9223196}\\global\n"
+    L"path = "
+    L"\\\\?\\pci#ven_1131&dev_7162&subsys_00011131&rev_01#4&77&0&0018#{65e8773d-8f56-11d0-a3b9-00a0c9223196}\\global\n"
     L"manufacturer = Own Maker\n"
     L"device-description = Own Hybrid Card\n"
     L"driver.version = 2.3.4.5\n"
@@ -49,7 +54,8 @@ const wchar_t kHybridCard[] =
     L"[analog-capture]\n"
     L"name = Own Hybrid Card BDA Tuner\n"
     L"category = {71985F48-1CA1-11D3-9CC8-00C04F7971E0}\n"
-    L"path = \\\\?\\pci#ven_1131&dev_7162&subsys_00011131&rev_01#4&77&0&0018#{65e8773d-8f56-11d0-a3b9-00a0c9223196}\\global\n";
+    L"path = "
+    L"\\\\?\\pci#ven_1131&dev_7162&subsys_00011131&rev_01#4&77&0&0018#{65e8773d-8f56-11d0-a3b9-00a0c9223196}\\global\n";
 
 // MEDIA-class hardware on USB whose driver publishes no capture filter (a USB audio device).
 const wchar_t kHardwareWithoutFilter[] =
@@ -63,19 +69,22 @@ const wchar_t kHardwareWithoutFilter[] =
 const wchar_t kTwoCards[] =
     L"[analog-capture]\n"
     L"name = Own Card With Driver\n"
-    L"path = \\\\?\\pci#ven_fffe&dev_0001&subsys_00000000&rev_01#4&1&0&0001#{65e8773d-8f56-11d0-a3b9-00a0c9223196}\\global\n"
+    L"path = "
+    L"\\\\?\\pci#ven_fffe&dev_0001&subsys_00000000&rev_01#4&1&0&0001#{65e8773d-8f56-11d0-a3b9-00a0c9223196}\\global\n"
     L"manufacturer = Own Maker\n"
     L"driver.file = owncard.sys\n"
     L"[analog-capture]\n"
     L"name = Own Card Without Files\n"
-    L"path = \\\\?\\pci#ven_ffff&dev_0002&subsys_00000000&rev_01#4&2&0&0002#{65e8773d-8f56-11d0-a3b9-00a0c9223196}\\global\n"
+    L"path = "
+    L"\\\\?\\pci#ven_ffff&dev_0002&subsys_00000000&rev_01#4&2&0&0002#{65e8773d-8f56-11d0-a3b9-00a0c9223196}\\global\n"
     L"manufacturer = Other Maker\n"
     L"driver.file = none\n";
 
-const SetupApiDevice* findRecord(const kel::Array<SetupApiDevice>& records, const wchar_t* instanceId, int& index)
+const SetupApiDevice *findRecord(const kel::Array<SetupApiDevice> &records, const wchar_t *instanceId, int &index)
 {
     for (index = 0; index < records.size(); ++index) {
-        if (records[index].deviceInstanceId() == text(instanceId)) return &records[index];
+        if (records[index].deviceInstanceId() == text(instanceId))
+            return &records[index];
     }
     return nullptr;
 }
@@ -126,8 +135,9 @@ TEST_F(CaptureDeviceMergeTest, ACardWithoutSetupApiRecordAnswersFromItsMonikers)
     kel::Array<CaptureDevice> devices;
     CaptureDevice::enumerateDevices(devices);
     int cards = 0;
-    for (const CaptureDevice& device : devices) {
-        if (device.deviceInstanceId() != text(L"PCI\\VEN_1131&DEV_7160&SUBSYS_12345678&REV_03\\4&3A1B&0&0010")) continue;
+    for (const CaptureDevice &device : devices) {
+        if (device.deviceInstanceId() != text(L"PCI\\VEN_1131&DEV_7160&SUBSYS_12345678&REV_03\\4&3A1B&0&0010"))
+            continue;
         ++cards;
         EXPECT_EQ(device.monikers().size(), 2);
         EXPECT_EQ(device.name(), text(L"Own Hybrid Capture"));
@@ -152,8 +162,9 @@ TEST_F(CaptureDeviceMergeTest, AHybridCardIsOneDeviceWithOneSetupApiRecord)
     kel::Array<CaptureDevice> devices;
     CaptureDevice::enumerateDevices(devices);
     int found = 0;
-    for (const CaptureDevice& device : devices) {
-        if (device.deviceInstanceId() != text(L"PCI\\VEN_1131&DEV_7162&SUBSYS_00011131&REV_01\\4&77&0&0018")) continue;
+    for (const CaptureDevice &device : devices) {
+        if (device.deviceInstanceId() != text(L"PCI\\VEN_1131&DEV_7162&SUBSYS_00011131&REV_01\\4&77&0&0018"))
+            continue;
         ++found;
         EXPECT_EQ(device.name(), text(L"Own Hybrid Card Capture"));
         EXPECT_EQ(device.analogFilterName(), text(L"Own Hybrid Card Capture"));
@@ -197,8 +208,10 @@ TEST_F(CaptureDeviceMergeTest, ADriverThatCopiesNoFileKeepsTheFileOfTheDeviceBef
     SetupApiDevice::enumerateDevices(records, media, pci);
     int withDriver = 0;
     int withoutFiles = 0;
-    const SetupApiDevice* first = findRecord(records, L"PCI\\VEN_FFFE&DEV_0001&SUBSYS_00000000&REV_01\\4&1&0&0001", withDriver);
-    const SetupApiDevice* second = findRecord(records, L"PCI\\VEN_FFFF&DEV_0002&SUBSYS_00000000&REV_01\\4&2&0&0002", withoutFiles);
+    const SetupApiDevice *first =
+        findRecord(records, L"PCI\\VEN_FFFE&DEV_0001&SUBSYS_00000000&REV_01\\4&1&0&0001", withDriver);
+    const SetupApiDevice *second =
+        findRecord(records, L"PCI\\VEN_FFFF&DEV_0002&SUBSYS_00000000&REV_01\\4&2&0&0002", withoutFiles);
     ASSERT_NE(first, nullptr);
     ASSERT_NE(second, nullptr);
     ASSERT_EQ(withoutFiles, withDriver + 1) << "the two cards were not enumerated one after the other";

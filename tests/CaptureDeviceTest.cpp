@@ -19,27 +19,33 @@ using sorvane::SetupApiDevice;
 using sorvane::SetupApiDevType;
 using sorvane::SetupApiEnumType;
 
-kel::String text(const wchar_t* value) { return kel::String(value); }
-
-const CaptureDevice* findByName(const kel::Array<CaptureDevice>& devices, const wchar_t* name)
+kel::String text(const wchar_t *value)
 {
-    for (const CaptureDevice& device : devices) {
-        if (device.name() == text(name)) return &device;
+    return kel::String(value);
+}
+
+const CaptureDevice *findByName(const kel::Array<CaptureDevice> &devices, const wchar_t *name)
+{
+    for (const CaptureDevice &device : devices) {
+        if (device.name() == text(name))
+            return &device;
     }
     return nullptr;
 }
 
-int countNamed(const kel::Array<CaptureDevice>& devices, const wchar_t* name)
+int countNamed(const kel::Array<CaptureDevice> &devices, const wchar_t *name)
 {
     int count = 0;
-    for (const CaptureDevice& device : devices) count += device.name() == text(name) ? 1 : 0;
+    for (const CaptureDevice &device : devices)
+        count += device.name() == text(name) ? 1 : 0;
     return count;
 }
 
-std::vector<std::string> capabilityTexts(const kel::Array<CaptureCapability>& capabilities)
+std::vector<std::string> capabilityTexts(const kel::Array<CaptureCapability> &capabilities)
 {
     std::vector<std::string> texts;
-    for (const CaptureCapability& capability : capabilities) texts.push_back(capability.toString().toUtf8());
+    for (const CaptureCapability &capability : capabilities)
+        texts.push_back(capability.toString().toUtf8());
     return texts;
 }
 
@@ -69,10 +75,11 @@ TEST_F(CaptureDeviceTest, EveryLabCaptureDeviceIsOneDeviceNamedByItsMoniker)
     kel::Array<CaptureDevice> devices;
     CaptureDevice::enumerateDevices(devices);
     ASSERT_GE(devices.size(), 10);
-    for (const wchar_t* name : {L"Lab Webcam RGB24", L"Lab Webcam MJPG", L"Lab Analog TV Tuner", L"Lab Analog Capture Card"})
+    for (const wchar_t *name :
+         {L"Lab Webcam RGB24", L"Lab Webcam MJPG", L"Lab Analog TV Tuner", L"Lab Analog Capture Card"})
         EXPECT_EQ(countNamed(devices, name), 1) << kel::String(name).toUtf8();
 
-    const CaptureDevice* webcam = findByName(devices, L"Lab Webcam RGB24");
+    const CaptureDevice *webcam = findByName(devices, L"Lab Webcam RGB24");
     ASSERT_NE(webcam, nullptr);
     EXPECT_EQ(webcam->guid(), text(L"USB\\VID_046D&PID_0825&MI_00\\7&1A2B&0&0000\\"
                                    L"{65E8773D-8F56-11D0-A3B9-00A0C9223196}\\GLOBAL"));
@@ -85,7 +92,7 @@ TEST_F(CaptureDeviceTest, EveryLabCaptureDeviceIsOneDeviceNamedByItsMoniker)
     EXPECT_EQ(capabilityTexts(webcam->capabilities()),
               (std::vector<std::string>{"Analog Capture (None)", "Analog WebCamControl (None)"}));
 
-    const CaptureDevice* card = findByName(devices, L"Lab Analog TV Tuner");
+    const CaptureDevice *card = findByName(devices, L"Lab Analog TV Tuner");
     ASSERT_NE(card, nullptr);
     EXPECT_EQ(card->deviceInstanceId(), text(L"PCI\\VEN_14F1&DEV_8800&SUBSYS_88010070&REV_05\\4&2F6A4BD6&0&2008"));
     EXPECT_EQ(card->subsysIdCode(), text(L"88010070"));
@@ -106,10 +113,10 @@ TEST_F(CaptureDeviceTest, AWebcamTakesItsDriverFactsFromSetupApi)
 {
     kel::Array<CaptureDevice> devices;
     CaptureDevice::enumerateDevices(devices);
-    const CaptureDevice* webcam = findByName(devices, L"Lab Webcam YUY2");
+    const CaptureDevice *webcam = findByName(devices, L"Lab Webcam YUY2");
     ASSERT_NE(webcam, nullptr);
     ASSERT_EQ(webcam->setupApiDevices().size(), 1);
-    const SetupApiDevice& record = webcam->setupApiDevices()[0];
+    const SetupApiDevice &record = webcam->setupApiDevices()[0];
     EXPECT_EQ(record.name(), text(L"Microsoft LifeCam Studio"));
     EXPECT_EQ(record.deviceType(), SetupApiDevType::IMAGE());
     EXPECT_EQ(record.enumeratorType(), SetupApiEnumType::USB());
@@ -126,10 +133,11 @@ TEST_F(CaptureDeviceTest, AWebcamTakesItsDriverFactsFromSetupApi)
     EXPECT_EQ(webcam->name(), text(L"Lab Webcam YUY2"));
 }
 
-const SetupApiDevice* findRecord(const kel::Array<SetupApiDevice>& records, const wchar_t* instanceId)
+const SetupApiDevice *findRecord(const kel::Array<SetupApiDevice> &records, const wchar_t *instanceId)
 {
-    for (const SetupApiDevice& record : records) {
-        if (record.deviceInstanceId() == text(instanceId)) return &record;
+    for (const SetupApiDevice &record : records) {
+        if (record.deviceInstanceId() == text(instanceId))
+            return &record;
     }
     return nullptr;
 }
@@ -144,7 +152,7 @@ TEST_F(CaptureDeviceTest, AllClassesAndAllEnumeratorsHoldTheLabDevicesWithTheirD
     // A device with no installed driver has an empty list, and its details are refused.
     EXPECT_TRUE(log().contains(text(L"536 SetupDiGetDriverInfoDetail: 87")));
 
-    const SetupApiDevice* webcam = findRecord(records, L"USB\\VID_045E&PID_0772&MI_00\\7&2B3C&0&0000");
+    const SetupApiDevice *webcam = findRecord(records, L"USB\\VID_045E&PID_0772&MI_00\\7&2B3C&0&0000");
     ASSERT_NE(webcam, nullptr);
     EXPECT_EQ(webcam->name(), text(L"Microsoft LifeCam Studio"));
     EXPECT_EQ(webcam->driverProvider(), text(L"Microsoft"));
@@ -152,7 +160,8 @@ TEST_F(CaptureDeviceTest, AllClassesAndAllEnumeratorsHoldTheLabDevicesWithTheirD
     EXPECT_FALSE(webcam->driverDate().isEmpty());
     EXPECT_TRUE(webcam->driverInfFile().toLower().endsWith(text(L".inf"))) << webcam->driverInfFile().toUtf8();
 
-    const SetupApiDevice* tuner = findRecord(records, L"PCI\\VEN_14F1&DEV_8800&SUBSYS_88010070&REV_05\\4&2F6A4BD6&0&2008");
+    const SetupApiDevice *tuner =
+        findRecord(records, L"PCI\\VEN_14F1&DEV_8800&SUBSYS_88010070&REV_05\\4&2F6A4BD6&0&2008");
     ASSERT_NE(tuner, nullptr);
     EXPECT_FALSE(tuner->driverProvider().isEmpty());
     EXPECT_FALSE(tuner->driverVersion().isEmpty());

@@ -14,7 +14,7 @@ using sorvane::test::narrow;
 
 class CaptureExceptionTest : public sorvane::test::FrameworkTest {};
 
-bool endsWith(const std::string& text, const std::string& suffix)
+bool endsWith(const std::string &text, const std::string &suffix)
 {
     return text.size() >= suffix.size() && text.compare(text.size() - suffix.size(), suffix.size(), suffix) == 0;
 }
@@ -46,8 +46,8 @@ TEST_F(CaptureExceptionTest, PostsErrorBeforeWarningFromTwoLinesAndNothingWhenEm
     CaptureException(ruvo::TestResult::DEVICEBUSY(), 0, sorvane::g_errorDeviceInUse, sorvane::g_fastAccessRunning)
         .postEvents();
     ASSERT_EQ(recorder().events.size(), 2u);
-    const ruvo::PostedEvent& error = recorder().events[0];
-    const ruvo::PostedEvent& warning = recorder().events[1];
+    const ruvo::PostedEvent &error = recorder().events[0];
+    const ruvo::PostedEvent &warning = recorder().events[1];
     EXPECT_EQ(error.severity, ruvo::PostedEvent::ERROR_EVENT);
     EXPECT_EQ(narrow(error.key), "ErrorDeviceInUse");
     EXPECT_EQ(warning.severity, ruvo::PostedEvent::WARNING_EVENT);
@@ -84,7 +84,7 @@ TEST_F(CaptureExceptionTest, ThrowFormsLogTheirLineAndThrowByValue)
     try {
         errorLine = __LINE__ + 1;
         THROW_ERROR(ruvo::TestResult::FAIL(), E_FAIL, sorvane::g_errorCreatingFilterGraph);
-    } catch (const CaptureException& e) {
+    } catch (const CaptureException &e) {
         EXPECT_EQ(e.getErrorEvent(), sorvane::g_errorCreatingFilterGraph);
         EXPECT_EQ(e.getWarningEvent(), nullptr);
         EXPECT_EQ(e.getErrorCode(), static_cast<long>(E_FAIL));
@@ -95,12 +95,13 @@ TEST_F(CaptureExceptionTest, ThrowFormsLogTheirLineAndThrowByValue)
     const std::string line = narrow(errorLines[0].message);
     EXPECT_EQ(narrow(errorLines[0].category), "libSorvane.Capture");
     EXPECT_EQ(errorLines[0].priority, kel::LOG_DETAIL);
-    EXPECT_NE(line.find("CaptureExceptionTest.cpp:" + std::to_string(errorLine) + " : FAIL, error: "), std::string::npos)
+    EXPECT_NE(line.find("CaptureExceptionTest.cpp:" + std::to_string(errorLine) + " : FAIL, error: "),
+              std::string::npos)
         << line;
 
     try {
         THROW_WARNING(ruvo::TestResult::NODEVICE(), 0, sorvane::g_warningDeviceNotFound);
-    } catch (const CaptureException& e) {
+    } catch (const CaptureException &e) {
         EXPECT_EQ(e.getErrorEvent(), nullptr);
         EXPECT_EQ(e.getWarningEvent(), sorvane::g_warningDeviceNotFound);
     }
@@ -112,7 +113,7 @@ TEST_F(CaptureExceptionTest, ThrowLineIsNotComposedWhenTheLogDoesNotAdmitDetail)
     kel::LogFactory::setPriority(kel::LOG_ERROR);
     try {
         THROW_ERROR(ruvo::TestResult::FAIL(), 0, nullptr);
-    } catch (const CaptureException&) {
+    } catch (const CaptureException &) {
     }
     EXPECT_FALSE(log().contains(kel::String(L"THROW_ERROR")));
 }

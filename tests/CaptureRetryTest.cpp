@@ -11,18 +11,18 @@ namespace {
 
 using ruvo::TestResult;
 using sorvane::CaptureException;
-using sorvane::test::PlainCapture;
 using sorvane::test::captureDevice;
+using sorvane::test::PlainCapture;
 
 class CaptureRetryTest : public sorvane::test::FrameworkTest {
 public:
-    PlainCapture capture{captureDevice(kel::String(L"No Such Camera"), kel::String(L"None"),
-                                       kel::String(L"USB\\VID_0000&PID_0000\\0")),
-                         kel::String(L"Retry test")};
+    PlainCapture capture{
+        captureDevice(kel::String(L"No Such Camera"), kel::String(L"None"), kel::String(L"USB\\VID_0000&PID_0000\\0")),
+        kel::String(L"Retry test")};
     sorvane::test::ManualClock clock;
     int calls = 0;
 
-    void failWith(const CaptureException& failure)
+    void failWith(const CaptureException &failure)
     {
         ++calls;
         throw failure;
@@ -35,7 +35,7 @@ TEST_F(CaptureRetryTest, RecoverableFailureIsTriedElevenTimesHundredMilliseconds
     try {
         capture.callMethodWithRetries(boost::bind(&CaptureRetryTest::failWith, this, failure));
         ADD_FAILURE() << "no exception";
-    } catch (const CaptureException& e) {
+    } catch (const CaptureException &e) {
         EXPECT_EQ(e.getResult(), TestResult::FAIL());
         EXPECT_EQ(e.getErrorCode(), static_cast<long>(E_FAIL));
     }
@@ -54,7 +54,7 @@ TEST_F(CaptureRetryTest, FinalResultsAbortedCodeAndUserFailAreNotRetried)
         CaptureException(TestResult::FAIL(), 995, nullptr, nullptr),
         CaptureException(TestResult::FAIL(), 0, sorvane::g_userClickedFail, nullptr),
     };
-    for (const CaptureException& failure : finals) {
+    for (const CaptureException &failure : finals) {
         SCOPED_TRACE(sorvane::test::narrow(failure.toString()));
         calls = 0;
         EXPECT_THROW(capture.callMethodWithRetries(boost::bind(&CaptureRetryTest::failWith, this, failure)),
@@ -72,7 +72,8 @@ TEST_F(CaptureRetryTest, SuccessAfterFailuresReturnsNormally)
     int remainingFailures = 3;
     capture.callMethodWithRetries([&] {
         ++calls;
-        if (remainingFailures-- > 0) THROW_ERROR(TestResult::FAIL(), E_FAIL, nullptr);
+        if (remainingFailures-- > 0)
+            THROW_ERROR(TestResult::FAIL(), E_FAIL, nullptr);
     });
     EXPECT_EQ(calls, 4);
     EXPECT_EQ(clock.sleeps().size(), 3u);
@@ -93,7 +94,7 @@ TEST_F(CaptureRetryTest, MissingDeviceFailsInsideTheLibraryAndIsCaughtHereByRefe
     try {
         capture.captureToScreen();
         ADD_FAILURE() << "no exception";
-    } catch (const CaptureException& e) {
+    } catch (const CaptureException &e) {
         EXPECT_EQ(e.getResult(), TestResult::NODEVICE());
         EXPECT_EQ(e.getWarningEvent(), sorvane::g_warningDeviceNotFound);
         EXPECT_EQ(e.getErrorEvent(), nullptr);

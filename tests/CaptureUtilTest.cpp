@@ -22,11 +22,13 @@ using sorvane::MediaTypeOwner;
 // An owner object for media types whose reference count the test can read.
 class CountedUnknown : public IUnknown {
 public:
-    STDMETHODIMP QueryInterface(REFIID iid, void** out) override
+    STDMETHODIMP QueryInterface(REFIID iid, void **out) override
     {
-        if (!out) return E_POINTER;
+        if (!out)
+            return E_POINTER;
         *out = nullptr;
-        if (!IsEqualIID(iid, IID_IUnknown)) return E_NOINTERFACE;
+        if (!IsEqualIID(iid, IID_IUnknown))
+            return E_NOINTERFACE;
         *out = this;
         AddRef();
         return S_OK;
@@ -57,18 +59,19 @@ struct VideoType {
         type.bFixedSizeSamples = TRUE;
         type.lSampleSize = 640 * 480 * 2;
         type.cbFormat = sizeof(format);
-        type.pbFormat = reinterpret_cast<BYTE*>(&format);
+        type.pbFormat = reinterpret_cast<BYTE *>(&format);
     }
 };
 
 // What IPin::ConnectionMediaType does to its argument: a task-memory format block and a
 // reference on the owner, both handed to the caller.
-void fillAsACallWould(AM_MEDIA_TYPE* slot, const AM_MEDIA_TYPE& source)
+void fillAsACallWould(AM_MEDIA_TYPE *slot, const AM_MEDIA_TYPE &source)
 {
     *slot = source;
-    slot->pbFormat = static_cast<BYTE*>(CoTaskMemAlloc(source.cbFormat));
+    slot->pbFormat = static_cast<BYTE *>(CoTaskMemAlloc(source.cbFormat));
     std::memcpy(slot->pbFormat, source.pbFormat, source.cbFormat);
-    if (slot->pUnk) slot->pUnk->AddRef();
+    if (slot->pUnk)
+        slot->pUnk->AddRef();
 }
 
 class CaptureUtilTest : public sorvane::test::FrameworkTest {
@@ -88,11 +91,14 @@ protected:
 
 class ScopedLanguage {
 public:
-    explicit ScopedLanguage(const wchar_t* tag) { kel::KELLocale::setGlobalLocale(kel::KELLocale(kel::Language(kel::String(tag)))); }
+    explicit ScopedLanguage(const wchar_t *tag)
+    {
+        kel::KELLocale::setGlobalLocale(kel::KELLocale(kel::Language(kel::String(tag))));
+    }
     ~ScopedLanguage() { kel::KELLocale::resetGlobalLocale(); }
 };
 
-int countryFor(const wchar_t* tag)
+int countryFor(const wchar_t *tag)
 {
     ScopedLanguage language(tag);
     return CaptureUtil::getDefaultCountryCode();
@@ -100,18 +106,21 @@ int countryFor(const wchar_t* tag)
 
 TEST_F(CaptureUtilTest, AlphaNumIsAsciiOnly)
 {
-    for (wchar_t c : std::wstring(L"09AZaz")) EXPECT_TRUE(CaptureUtil::isAlphaNum(c)) << c;
-    for (wchar_t c : std::wstring(L"&#_-/ @[`{\x00e9\x00c4\x0660")) EXPECT_FALSE(CaptureUtil::isAlphaNum(c)) << c;
+    for (wchar_t c : std::wstring(L"09AZaz"))
+        EXPECT_TRUE(CaptureUtil::isAlphaNum(c)) << c;
+    for (wchar_t c : std::wstring(L"&#_-/ @[`{\x00e9\x00c4\x0660"))
+        EXPECT_FALSE(CaptureUtil::isAlphaNum(c)) << c;
 }
 
 const std::wstring kNoMarker = L"<no marker>";
 
 // The code found after a marker, or kNoMarker when the marker is absent (and the code
 // argument was left alone).
-std::wstring codeAfter(const wchar_t* marker, const wchar_t* text)
+std::wstring codeAfter(const wchar_t *marker, const wchar_t *text)
 {
     kel::String code(L"untouched");
-    if (CaptureUtil::getCodeAfter(kel::String(marker), kel::String(text), code)) return code.wstr();
+    if (CaptureUtil::getCodeAfter(kel::String(marker), kel::String(text), code))
+        return code.wstr();
     EXPECT_EQ(code, kel::String(L"untouched"));
     return kNoMarker;
 }
@@ -158,7 +167,7 @@ TEST_F(CaptureUtilTest, CopyIsDeepAndHoldsAReferenceOnTheOwner)
     CountedUnknown owner;
     source.type.pUnk = &owner;
 
-    AM_MEDIA_TYPE* copy = CaptureUtil::createMediaType(&source.type);
+    AM_MEDIA_TYPE *copy = CaptureUtil::createMediaType(&source.type);
     ASSERT_NE(copy, nullptr);
     EXPECT_EQ(owner.count(), 2);
     EXPECT_EQ(copy->pUnk, &owner);
@@ -170,7 +179,7 @@ TEST_F(CaptureUtilTest, CopyIsDeepAndHoldsAReferenceOnTheOwner)
 
     // Changing the source afterwards leaves the copy alone.
     source.format.bmiHeader.biWidth = 320;
-    EXPECT_EQ(reinterpret_cast<VIDEOINFOHEADER*>(copy->pbFormat)->bmiHeader.biWidth, 640);
+    EXPECT_EQ(reinterpret_cast<VIDEOINFOHEADER *>(copy->pbFormat)->bmiHeader.biWidth, 640);
 
     CaptureUtil::deleteMediaType(copy);
     EXPECT_EQ(owner.count(), 1);
@@ -212,7 +221,7 @@ TEST_F(CaptureUtilTest, OwnersReleaseWhatTheyHold)
     }
     EXPECT_EQ(owner.count(), 1);
 
-    AM_MEDIA_TYPE* kept = nullptr;
+    AM_MEDIA_TYPE *kept = nullptr;
     {
         MediaTypeOwner released(CaptureUtil::createMediaType(&source.type));
         kept = released.release();
@@ -303,8 +312,9 @@ TEST_F(WineFiltersTest, NamesAndDumpsDescribeTheGraph)
 
     connectGrabber();
     const std::string dump = sorvane::test::narrow(CaptureUtil::graphToString(graph));
-    EXPECT_NE(dump.find("\"Source\" CLSID_AsyncReader\n    out \"Output\" -> \"Grabber\".\"Input\" [MEDIATYPE_Stream, "),
-              std::string::npos)
+    EXPECT_NE(
+        dump.find("\"Source\" CLSID_AsyncReader\n    out \"Output\" -> \"Grabber\".\"Input\" [MEDIATYPE_Stream, "),
+        std::string::npos)
         << dump;
     EXPECT_NE(dump.find("\"Grabber\" CLSID_SampleGrabber\n"), std::string::npos) << dump;
     EXPECT_NE(dump.find("    in  \"Input\" (connected)\n"), std::string::npos) << dump;

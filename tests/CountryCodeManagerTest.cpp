@@ -20,7 +20,7 @@ protected:
 TEST_F(CountryCodeManagerTest, HoldsEveryRowButTheSecondAn)
 {
     ASSERT_EQ(manager.countryCodeCount(), 238);
-    const CountryCode* antilles = manager.countryCodeByString(kel::String(L"an"));
+    const CountryCode *antilles = manager.countryCodeByString(kel::String(L"an"));
     ASSERT_NE(antilles, nullptr);
     EXPECT_EQ(antilles->name(), kel::String(L"French Antilles"));
     EXPECT_EQ(antilles->countryCode(), 590);
@@ -31,7 +31,7 @@ TEST_F(CountryCodeManagerTest, HoldsEveryRowButTheSecondAn)
 
 TEST_F(CountryCodeManagerTest, KeepsInsertionOrderWithTheUsaFirst)
 {
-    const CountryCode* usa = manager.countryCodeAtIndex(0);
+    const CountryCode *usa = manager.countryCodeAtIndex(0);
     EXPECT_EQ(usa->name(), kel::String(L"USA"));
     EXPECT_EQ(usa->language(), 1033);
     EXPECT_EQ(manager.countryCodeAtIndex(1)->name(), kel::String::fromUtf8("Afghanistan افغانستان"));
@@ -45,7 +45,7 @@ TEST_F(CountryCodeManagerTest, KeepsInsertionOrderWithTheUsaFirst)
 
 TEST_F(CountryCodeManagerTest, KeysAreExactAndCaseSensitive)
 {
-    const CountryCode* usa = manager.countryCodeByString(kel::String(L"us"));
+    const CountryCode *usa = manager.countryCodeByString(kel::String(L"us"));
     ASSERT_NE(usa, nullptr);
     EXPECT_EQ(usa->name(), kel::String(L"USA"));
     EXPECT_EQ(usa->countryCode(), 1);
@@ -60,8 +60,8 @@ TEST_F(CountryCodeManagerTest, KeysAreExactAndCaseSensitive)
 
 TEST_F(CountryCodeManagerTest, KoreanKeysStayReversed)
 {
-    const CountryCode* kr = manager.countryCodeByString(kel::String(L"kr"));
-    const CountryCode* kp = manager.countryCodeByString(kel::String(L"kp"));
+    const CountryCode *kr = manager.countryCodeByString(kel::String(L"kr"));
+    const CountryCode *kp = manager.countryCodeByString(kel::String(L"kp"));
     ASSERT_NE(kr, nullptr);
     ASSERT_NE(kp, nullptr);
     EXPECT_EQ(kr->name(), kel::String::fromUtf8("Korea (North) (대한민국)"));
@@ -91,7 +91,7 @@ TEST_F(CountryCodeManagerTest, EveryRecordIsReachableByItsKeyWithOneNameForBothA
 {
     std::set<std::wstring> keys;
     for (int i = 0; i < manager.countryCodeCount(); ++i) {
-        const CountryCode* record = manager.countryCodeAtIndex(i);
+        const CountryCode *record = manager.countryCodeAtIndex(i);
         EXPECT_EQ(record->name(), record->localizedName());
         EXPECT_EQ(record->key().length(), 2);
         EXPECT_EQ(manager.countryCodeByString(record->key()), record);

@@ -61,24 +61,29 @@ public:
     explicit DialogDriver(std::function<void(HWND)> answer) : m_thread([this, answer] { drive(answer); }) {}
     ~DialogDriver()
     {
-        if (m_thread.joinable()) m_thread.join();
+        if (m_thread.joinable())
+            m_thread.join();
     }
-    const Seen& seen()
+    const Seen &seen()
     {
-        if (m_thread.joinable()) m_thread.join();
+        if (m_thread.joinable())
+            m_thread.join();
         return m_seen;
     }
 
 private:
-    void drive(const std::function<void(HWND)>& answer)
+    void drive(const std::function<void(HWND)> &answer)
     {
         HWND dialog = nullptr;
         for (int i = 0; i < 1000 && !dialog; ++i) {
             dialog = FindWindowW(L"#32770", L"Please select a country");
-            if (dialog && !IsWindowVisible(dialog)) dialog = nullptr;
-            if (!dialog) Sleep(10);
+            if (dialog && !IsWindowVisible(dialog))
+                dialog = nullptr;
+            if (!dialog)
+                Sleep(10);
         }
-        if (!dialog) return;
+        if (!dialog)
+            return;
         m_seen.shown = true;
         m_seen.caption = windowText(dialog);
         m_seen.prompt = windowText(GetDlgItem(dialog, kPromptId));
@@ -86,7 +91,8 @@ private:
         const HWND list = GetDlgItem(dialog, kListId);
         m_seen.items = listItems(list);
         const LRESULT selected = SendMessageW(list, CB_GETCURSEL, 0, 0);
-        if (selected >= 0 && selected < static_cast<LRESULT>(m_seen.items.size())) m_seen.selected = m_seen.items[selected];
+        if (selected >= 0 && selected < static_cast<LRESULT>(m_seen.items.size()))
+            m_seen.selected = m_seen.items[selected];
         m_seen.fieldHeight = SendMessageW(list, CB_GETITEMHEIGHT, static_cast<WPARAM>(-1), 0);
         RECT client;
         GetClientRect(dialog, &client);
@@ -101,14 +107,16 @@ private:
     std::thread m_thread;
 };
 
-std::function<void(HWND)> choose(const std::wstring& country)
+std::function<void(HWND)> choose(const std::wstring &country)
 {
     return [country](HWND dialog) {
         const HWND list = GetDlgItem(dialog, kListId);
-        SendMessageW(list, CB_SETCURSEL, SendMessageW(list, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1),
-                                                      reinterpret_cast<LPARAM>(country.c_str())),
-                     0);
-        PostMessageW(dialog, WM_COMMAND, MAKEWPARAM(IDOK, BN_CLICKED), reinterpret_cast<LPARAM>(GetDlgItem(dialog, IDOK)));
+        SendMessageW(
+            list, CB_SETCURSEL,
+            SendMessageW(list, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(country.c_str())),
+            0);
+        PostMessageW(dialog, WM_COMMAND, MAKEWPARAM(IDOK, BN_CLICKED),
+                     reinterpret_cast<LPARAM>(GetDlgItem(dialog, IDOK)));
     };
 }
 
@@ -142,7 +150,7 @@ TEST_F(CountryDialogTest, ChosenCountryGoesToTheTuner)
 
     EXPECT_EQ(checkTV().getResult(), TestResult::PASS());
 
-    const Seen& seen = driver.seen();
+    const Seen &seen = driver.seen();
     ASSERT_TRUE(seen.shown);
     EXPECT_EQ(seen.caption, L"Please select a country");
     EXPECT_EQ(seen.prompt, L"Please select your country:");
@@ -154,7 +162,8 @@ TEST_F(CountryDialogTest, ChosenCountryGoesToTheTuner)
     const sorvane::CountryCodeManager table;
     ASSERT_EQ(seen.items.size(), static_cast<size_t>(table.countryCodeCount()));
     std::vector<std::wstring> names;
-    for (int i = 0; i < table.countryCodeCount(); ++i) names.push_back(table.countryCodeAtIndex(i)->name().wstr());
+    for (int i = 0; i < table.countryCodeCount(); ++i)
+        names.push_back(table.countryCodeAtIndex(i)->name().wstr());
     EXPECT_TRUE(std::is_permutation(seen.items.begin(), seen.items.end(), names.begin()));
     for (size_t i = 1; i < seen.items.size(); ++i) {
         EXPECT_LE(lstrcmpiW(seen.items[i - 1].c_str(), seen.items[i].c_str()), 0) << "item " << i;
@@ -208,8 +217,7 @@ TEST_F(CountryDialogTest, DialogThatCannotBeShownHandsItsAnswerToTheTuner)
     }
     // The tuner refuses country -1 and keeps its own; the channel test runs all the same.
     EXPECT_EQ(e.getResult(), TestResult::PASS());
-    EXPECT_EQ(journalOf(kLabTVCard, L"CountryCode "),
-              (std::vector<std::wstring>{L"CountryCode -1 failed 0x80070057"}));
+    EXPECT_EQ(journalOf(kLabTVCard, L"CountryCode "), (std::vector<std::wstring>{L"CountryCode -1 failed 0x80070057"}));
     EXPECT_EQ(sorvane::test::tunedChannels(kLabTVCard).size(), 1u);
 }
 

@@ -25,27 +25,33 @@ using sorvane::test::ScopedMonikers;
 // A device category nobody but this program publishes in.
 const GUID kOwnCategory = {0x7e57ca7e, 0x5017, 0x4a4e, {0x9d, 0x1c, 0x00, 0x00, 0x00, 0x00, 0x05, 0x04}};
 
-kel::String text(const wchar_t* value) { return kel::String(value); }
+kel::String text(const wchar_t *value)
+{
+    return kel::String(value);
+}
 
-std::wstring numbered(const wchar_t* prefix, int n)
+std::wstring numbered(const wchar_t *prefix, int n)
 {
     std::wstring digits = std::to_wstring(n);
-    while (digits.size() < 3) digits.insert(digits.begin(), L'0');
+    while (digits.size() < 3)
+        digits.insert(digits.begin(), L'0');
     return prefix + digits;
 }
 
-const DSMoniker* findByName(const kel::Array<DSMoniker>& monikers, const wchar_t* name)
+const DSMoniker *findByName(const kel::Array<DSMoniker> &monikers, const wchar_t *name)
 {
-    for (const DSMoniker& moniker : monikers) {
-        if (moniker.filterName() == text(name)) return &moniker;
+    for (const DSMoniker &moniker : monikers) {
+        if (moniker.filterName() == text(name))
+            return &moniker;
     }
     return nullptr;
 }
 
-std::vector<std::string> capabilityTexts(const DSMoniker& moniker)
+std::vector<std::string> capabilityTexts(const DSMoniker &moniker)
 {
     std::vector<std::string> texts;
-    for (const CaptureCapability& capability : moniker.capabilities()) texts.push_back(capability.toString().toUtf8());
+    for (const CaptureCapability &capability : moniker.capabilities())
+        texts.push_back(capability.toString().toUtf8());
     return texts;
 }
 
@@ -67,13 +73,14 @@ protected:
 
     // The monikers of the test's own category, read as `typeName` (Analog and Digital probe
     // the filters; any other name does not).
-    kel::Array<DSMoniker> ownMonikers(const wchar_t* typeName)
+    kel::Array<DSMoniker> ownMonikers(const wchar_t *typeName)
     {
         const CaptureStreamType type(text(typeName), &kOwnCategory, false);
         CComPtr<ICreateDevEnum> devices;
         EXPECT_HRESULT_SUCCEEDED(devices.CoCreateInstance(CLSID_SystemDeviceEnum, nullptr, CLSCTX_INPROC_SERVER));
         kel::Array<DSMoniker> found;
-        if (devices) DSMoniker::enumerateMonikersOfType(type, devices, found);
+        if (devices)
+            DSMoniker::enumerateMonikersOfType(type, devices, found);
         return found;
     }
 
@@ -95,7 +102,7 @@ TEST_F(DSMonikerTest, LabVideoInputsCarryTheirPathIdentityAndProbedCapabilities)
         EXPECT_EQ(monikers[i].captureStreamType(), CaptureStreamType::ANALOG());
     }
 
-    const DSMoniker* webcam = findByName(monikers, L"Lab Webcam RGB24");
+    const DSMoniker *webcam = findByName(monikers, L"Lab Webcam RGB24");
     ASSERT_NE(webcam, nullptr);
     EXPECT_EQ(webcam->guid(), text(L"USB\\VID_046D&PID_0825&MI_00\\7&1A2B&0&0000\\"
                                    L"{65E8773D-8F56-11D0-A3B9-00A0C9223196}\\GLOBAL"));
@@ -105,16 +112,18 @@ TEST_F(DSMonikerTest, LabVideoInputsCarryTheirPathIdentityAndProbedCapabilities)
     EXPECT_TRUE(webcam->subsysIdCode().isEmpty());
     EXPECT_EQ(webcam->busType(), CaptureBusType::USB());
     EXPECT_EQ(webcam->description(), text(L"Lab USB camera, RGB24 bottom-up, privacy shutter"));
-    EXPECT_TRUE(webcam->filterDriverName().toLower().endsWith(text(L"sorvanelab.dll"))) << webcam->filterDriverName().toUtf8();
+    EXPECT_TRUE(webcam->filterDriverName().toLower().endsWith(text(L"sorvanelab.dll")))
+        << webcam->filterDriverName().toUtf8();
     EXPECT_TRUE(webcam->monikerName().startsWith(text(L"@device:")));
-    EXPECT_EQ(capabilityTexts(*webcam), (std::vector<std::string>{"Analog Capture (None)", "Analog WebCamControl (None)"}));
+    EXPECT_EQ(capabilityTexts(*webcam),
+              (std::vector<std::string>{"Analog Capture (None)", "Analog WebCamControl (None)"}));
 
-    const DSMoniker* noControl = findByName(monikers, L"Lab Webcam RGB24 Top-Down");
+    const DSMoniker *noControl = findByName(monikers, L"Lab Webcam RGB24 Top-Down");
     ASSERT_NE(noControl, nullptr);
     EXPECT_EQ(capabilityTexts(*noControl), (std::vector<std::string>{"Analog Capture (None)"}));
 
     // PAL (G) has no standard of its own and is dropped.
-    const DSMoniker* card = findByName(monikers, L"Lab Analog TV Tuner");
+    const DSMoniker *card = findByName(monikers, L"Lab Analog TV Tuner");
     ASSERT_NE(card, nullptr);
     EXPECT_EQ(card->deviceInstanceId(), text(L"PCI\\VEN_14F1&DEV_8800&SUBSYS_88010070&REV_05\\4&2F6A4BD6&0&2008"));
     EXPECT_EQ(card->busType(), CaptureBusType::PCI());
@@ -139,7 +148,7 @@ TEST_F(DSMonikerTest, BdaTunersAreProbedThroughTheAtscTuningSpace)
         EXPECT_EQ(monikers[i].enumIndex(), i + 1);
         EXPECT_EQ(monikers[i].captureStreamType(), CaptureStreamType::DIGITAL());
     }
-    const DSMoniker* tuner = findByName(monikers, L"Lab ATSC QAM Tuner");
+    const DSMoniker *tuner = findByName(monikers, L"Lab ATSC QAM Tuner");
     ASSERT_NE(tuner, nullptr);
     EXPECT_EQ(tuner->deviceInstanceId(), text(L"PCI\\VEN_14F1&DEV_8852&SUBSYS_D0120070&REV_04\\4&3A1B2C3D&0&00E1"));
     EXPECT_EQ(tuner->busType(), CaptureBusType::PCI());
@@ -148,7 +157,7 @@ TEST_F(DSMonikerTest, BdaTunersAreProbedThroughTheAtscTuningSpace)
     const std::vector<std::wstring> asked = lab::journal(spaces);
     EXPECT_NE(std::find(asked.begin(), asked.end(), L"Item ATSC found"), asked.end());
 
-    const DSMoniker* openCable = findByName(monikers, L"Lab OpenCable Tuner");
+    const DSMoniker *openCable = findByName(monikers, L"Lab OpenCable Tuner");
     ASSERT_NE(openCable, nullptr);
     EXPECT_EQ(capabilityTexts(*openCable), (std::vector<std::string>{"Digital TVTuning (None)"}));
 }
@@ -158,12 +167,12 @@ TEST_F(DSMonikerTest, WithoutAnAtscTuningSpaceNoTunerIsDigitalButOpenCableStill)
     lab::DeviceOverride spaces(L"System Tuning Spaces", L"spaces", L"DVB-T");
     kel::Array<DSMoniker> monikers;
     DSMoniker::enumerateMonikers(monikers, CaptureStreamType::DIGITAL());
-    const DSMoniker* tuner = findByName(monikers, L"Lab ATSC QAM Tuner");
+    const DSMoniker *tuner = findByName(monikers, L"Lab ATSC QAM Tuner");
     ASSERT_NE(tuner, nullptr);
     EXPECT_EQ(tuner->capabilities().size(), 0);
     EXPECT_TRUE(log().contains(text(L"ITuningSpaceContainer::get_Item failed: ")));
     EXPECT_FALSE(log().contains(text(L" append capability ")));
-    const DSMoniker* openCable = findByName(monikers, L"Lab OpenCable Tuner");
+    const DSMoniker *openCable = findByName(monikers, L"Lab OpenCable Tuner");
     ASSERT_NE(openCable, nullptr);
     EXPECT_EQ(capabilityTexts(*openCable), (std::vector<std::string>{"Digital TVTuning (None)"}));
 }
@@ -172,7 +181,7 @@ TEST_F(DSMonikerTest, RecordsPrintEveryFieldWithTheBusTypeTwiceInTheFormattedTex
 {
     kel::Array<DSMoniker> monikers;
     DSMoniker::enumerateMonikers(monikers, CaptureStreamType::ANALOG());
-    const DSMoniker* card = findByName(monikers, L"Lab Analog TV Tuner");
+    const DSMoniker *card = findByName(monikers, L"Lab Analog TV Tuner");
     ASSERT_NE(card, nullptr);
     const std::string formatted = card->toFormattedString(text(L"> ")).toUtf8();
     EXPECT_NE(formatted.find("> Moniker Name: @device:"), std::string::npos) << formatted;
@@ -202,18 +211,21 @@ TEST_F(DSMonikerTest, SoftwareFiltersGetASyntheticIdentityByPosition)
 {
     ASSERT_TRUE(own.add({L"Own Software Source A", L"", L"", L""}));
     ASSERT_TRUE(own.add({L"Own Software Source B", L"", L"", L""}));
-    ASSERT_TRUE(own.add({L"Own USB Source", L"\\\\?\\usb#vid_1234&pid_5678#5&1#{65e8773d-8f56-11d0-a3b9-00a0c9223196}\\global",
-                         L"", L""}));
+    ASSERT_TRUE(
+        own.add({L"Own USB Source", L"\\\\?\\usb#vid_1234&pid_5678#5&1#{65e8773d-8f56-11d0-a3b9-00a0c9223196}\\global",
+                 L"", L""}));
     const kel::Array<DSMoniker> found = ownMonikers(L"Analog");
     ASSERT_EQ(found.size(), 3);
-    for (const DSMoniker& moniker : found) {
-        if (!moniker.devicePath().isEmpty()) continue;
+    for (const DSMoniker &moniker : found) {
+        if (!moniker.devicePath().isEmpty())
+            continue;
         EXPECT_EQ(moniker.guid(), text(L"KELR\\Analog:") + kel::String::fromInt(moniker.enumIndex()));
         EXPECT_TRUE(moniker.deviceInstanceId().isEmpty());
         EXPECT_EQ(moniker.busType(), CaptureBusType::NOTSET());
-        EXPECT_TRUE(log().contains(text(L"899 set m_guid to KELR\\Analog:") + kel::String::fromInt(moniker.enumIndex())));
+        EXPECT_TRUE(
+            log().contains(text(L"899 set m_guid to KELR\\Analog:") + kel::String::fromInt(moniker.enumIndex())));
     }
-    const DSMoniker* usb = findByName(found, L"Own USB Source");
+    const DSMoniker *usb = findByName(found, L"Own USB Source");
     ASSERT_NE(usb, nullptr);
     EXPECT_EQ(usb->deviceInstanceId(), text(L"USB\\VID_1234&PID_5678\\5&1"));
     // A filter whose server is not registered cannot be probed, and has no driver file.
@@ -227,13 +239,13 @@ TEST_F(DSMonikerTest, OpenCableReceiversAreDigitalTunersWithoutAProbe)
     ASSERT_TRUE(own.add({L"Own opencable Receiver", L"\\\\?\\pci#ven_1111&dev_2222#1#{x}", L"", L""}));
     ASSERT_TRUE(own.add({L"Own BDA Tuner", L"\\\\?\\pci#ven_3333&dev_4444#1#{x}", L"", L""}));
     const kel::Array<DSMoniker> found = ownMonikers(L"Digital");
-    const DSMoniker* receiver = findByName(found, L"Own opencable Receiver");
+    const DSMoniker *receiver = findByName(found, L"Own opencable Receiver");
     ASSERT_NE(receiver, nullptr);
     EXPECT_EQ(capabilityTexts(*receiver), (std::vector<std::string>{"Digital TVTuning (None)"}));
 
     // The other filter is probed through the ATSC tuning space and, being no working tuner,
     // gets nothing; the probe says where it stopped.
-    const DSMoniker* tuner = findByName(found, L"Own BDA Tuner");
+    const DSMoniker *tuner = findByName(found, L"Own BDA Tuner");
     ASSERT_NE(tuner, nullptr);
     EXPECT_EQ(tuner->capabilities().size(), 0);
     CComPtr<ITuningSpaceContainer> spaces;
@@ -246,12 +258,15 @@ TEST_F(DSMonikerTest, OpenCableReceiversAreDigitalTunersWithoutAProbe)
 
 TEST_F(DSMonikerTest, ACategoryGivesAtMost256Records)
 {
-    for (int i = 1; i <= 300; ++i) ASSERT_TRUE(own.add({numbered(L"Own Source ", i), L"", L"", L""}));
+    for (int i = 1; i <= 300; ++i)
+        ASSERT_TRUE(own.add({numbered(L"Own Source ", i), L"", L"", L""}));
     const kel::Array<DSMoniker> found = ownMonikers(L"Bulk");
     ASSERT_EQ(found.size(), DSMoniker::kMaxMonikersPerCategory);
-    for (int i = 0; i < found.size(); ++i) EXPECT_EQ(found[i].enumIndex(), i + 1);
+    for (int i = 0; i < found.size(); ++i)
+        EXPECT_EQ(found[i].enumIndex(), i + 1);
     EXPECT_EQ(found[255].guid(), text(L"KELR\\Bulk:256"));
-    const std::vector<sorvane::test::LogCapture::Line> stop = log().find(text(L"Finished enum loop due to exceeded max devices"));
+    const std::vector<sorvane::test::LogCapture::Line> stop =
+        log().find(text(L"Finished enum loop due to exceeded max devices"));
     ASSERT_EQ(stop.size(), 1u);
     EXPECT_EQ(stop[0].priority, kel::LOG_ERROR);
     EXPECT_TRUE(log().contains(text(L"Unknown capture stream type: Bulk")));

@@ -10,7 +10,10 @@ namespace {
 using sorvane::CaptureBusType;
 using sorvane::DeviceIdParser;
 
-kel::String text(const wchar_t* value) { return kel::String(value); }
+kel::String text(const wchar_t *value)
+{
+    return kel::String(value);
+}
 
 class DeviceIdParserTest : public sorvane::test::FrameworkTest {};
 
@@ -64,13 +67,15 @@ TEST_F(DeviceIdParserTest, ADevicePathGivesItsInstanceIdBusAndCodes)
     ASSERT_TRUE(DeviceIdParser::readDevicePath(
         text(L"\\\\?\\USB#VID_046D&PID_0825&MI_00#7&1A2B&0&0000#{65E8773D-8F56-11D0-A3B9-00A0C9223196}\\GLOBAL"), usb));
     EXPECT_EQ(usb.deviceInstanceId, text(L"USB\\VID_046D&PID_0825&MI_00\\7&1A2B&0&0000"));
-    EXPECT_EQ(usb.guid, text(L"USB\\VID_046D&PID_0825&MI_00\\7&1A2B&0&0000\\{65E8773D-8F56-11D0-A3B9-00A0C9223196}\\GLOBAL"));
+    EXPECT_EQ(usb.guid,
+              text(L"USB\\VID_046D&PID_0825&MI_00\\7&1A2B&0&0000\\{65E8773D-8F56-11D0-A3B9-00A0C9223196}\\GLOBAL"));
     EXPECT_EQ(usb.busType, CaptureBusType::USB());
     EXPECT_EQ(usb.codes.vendor, text(L"046D"));
     EXPECT_EQ(usb.codes.device, text(L"0825"));
 
     DeviceIdParser::PathIdentity ngene;
-    ASSERT_TRUE(DeviceIdParser::readDevicePath(text(L"\\\\?\\NGENE#VEN_18C3&DEV_0720&SUBSYS_DD001DD4&REV_01#4&1#{X}"), ngene));
+    ASSERT_TRUE(
+        DeviceIdParser::readDevicePath(text(L"\\\\?\\NGENE#VEN_18C3&DEV_0720&SUBSYS_DD001DD4&REV_01#4&1#{X}"), ngene));
     EXPECT_EQ(ngene.busType, CaptureBusType::PCI());
     EXPECT_EQ(ngene.codes.subsys, text(L"DD001DD4"));
     EXPECT_EQ(ngene.codes.rev, text(L"01"));
@@ -81,8 +86,8 @@ TEST_F(DeviceIdParserTest, TextsThatAreNoDevicePathsLeaveTheIdentityAlone)
     DeviceIdParser::PathIdentity identity;
     identity.busType = CaptureBusType::NOTSET();
     // A software filter's display name has no "#" parts.
-    EXPECT_FALSE(DeviceIdParser::readDevicePath(
-        text(L"@DEVICE:SW:{860BB310-5D01-11D0-BD3B-00A0C911CE86}\\LAB WEBCAM"), identity));
+    EXPECT_FALSE(DeviceIdParser::readDevicePath(text(L"@DEVICE:SW:{860BB310-5D01-11D0-BD3B-00A0C911CE86}\\LAB WEBCAM"),
+                                                identity));
     // Three parts but no "\" before the enumerator: the codes are read, the identity is not.
     EXPECT_FALSE(DeviceIdParser::readDevicePath(text(L"USB#VID_1111&PID_2222#1"), identity));
     EXPECT_TRUE(identity.guid.isEmpty());

@@ -36,7 +36,7 @@ const wchar_t kProvider[] = L"Network Provider";
 const wchar_t kSpaces[] = L"System Tuning Spaces";
 
 // The framework's record of a lab BDA tuner, as the host's digital catalogue builds it.
-ruvo::DiagDevice bdaDevice(const wchar_t* friendlyName)
+ruvo::DiagDevice bdaDevice(const wchar_t *friendlyName)
 {
     const HRESULT init = CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
     ruvo::DiagDevice found;
@@ -50,23 +50,26 @@ ruvo::DiagDevice bdaDevice(const wchar_t* friendlyName)
                 CComPtr<IPropertyBag> bag;
                 moniker->BindToStorage(nullptr, nullptr, IID_PPV_ARGS(&bag));
                 moniker.Release();
-                if (!bag || sorvane::test::monikerText(bag, L"FriendlyName") != kel::String(friendlyName)) continue;
+                if (!bag || sorvane::test::monikerText(bag, L"FriendlyName") != kel::String(friendlyName))
+                    continue;
                 const kel::String locator = sorvane::test::locatorOf(sorvane::test::monikerText(bag, L"DevicePath"));
-                found = ruvo::DiagDevice(kel::String(friendlyName), sorvane::test::monikerText(bag, L"Description"), locator,
-                                         ruvo::DeviceCapability::VideoCapture() | ruvo::DeviceCapability::DigitalTVTuner());
+                found = ruvo::DiagDevice(
+                    kel::String(friendlyName), sorvane::test::monikerText(bag, L"Description"), locator,
+                    ruvo::DeviceCapability::VideoCapture() | ruvo::DeviceCapability::DigitalTVTuner());
                 found.setProperty("DigitalFriendlyName", ruvo::Value(kel::String(friendlyName)));
                 break;
             }
         }
     }
-    if (SUCCEEDED(init)) CoUninitialize();
+    if (SUCCEEDED(init))
+        CoUninitialize();
     return found;
 }
 
-bool contains(const std::vector<std::wstring>& entries, const std::wstring& text)
+bool contains(const std::vector<std::wstring> &entries, const std::wstring &text)
 {
     return std::any_of(entries.begin(), entries.end(),
-                       [&](const std::wstring& entry) { return entry.find(text) != std::wstring::npos; });
+                       [&](const std::wstring &entry) { return entry.find(text) != std::wstring::npos; });
 }
 
 class DigitalTunerLabTest : public sorvane::test::FrameworkTest {
@@ -74,7 +77,7 @@ protected:
     void SetUp() override
     {
         FrameworkTest::SetUp();
-        for (const wchar_t* device : {kQamTuner, kDvbtTuner, kDtmbTuner, kOcurTuner, kProvider, kSpaces}) {
+        for (const wchar_t *device : {kQamTuner, kDvbtTuner, kDtmbTuner, kOcurTuner, kProvider, kSpaces}) {
             lab::clearJournal(device);
         }
         m_liveObjectsBefore = lab::liveObjects();
@@ -97,7 +100,7 @@ protected:
     }
 
     template <class Tuner>
-    CaptureException scan(const wchar_t* device)
+    CaptureException scan(const wchar_t *device)
     {
         const ruvo::DiagDevice record = bdaDevice(device);
         EXPECT_FALSE(record.name().isEmpty()) << "no lab device";
@@ -149,7 +152,8 @@ TEST_F(DigitalTunerLabTest, ClearQAMScanFindsTheFirstChannelWithAClearProgram)
     EXPECT_EQ(scan<sorvane::ClearQAMTuner>(kQamTuner).getResult(), TestResult::PASS());
     EXPECT_TRUE(log().contains(L"found signal on channel 4"));
     EXPECT_TRUE(log().contains(L"processTransportStream returns 2"));
-    EXPECT_TRUE(contains(journalOf(kProvider, L"TuneRequest "), L"67250 kHz 256QAM 6 MHz channel 4 minor -1 program 2"));
+    EXPECT_TRUE(
+        contains(journalOf(kProvider, L"TuneRequest "), L"67250 kHz 256QAM 6 MHz channel 4 minor -1 program 2"));
     EXPECT_FALSE(contains(journalOf(kQamTuner, L"Tune "), L"77250"));
 }
 
@@ -211,19 +215,20 @@ TEST_F(DigitalTunerLabTest, DVBTSetUpFailuresThroughLabFaults)
 {
     setParameter("Country", ruvo::Value(kel::String(L"de")));
     struct Row {
-        const wchar_t* device;
-        const wchar_t* key;
-        const wchar_t* value;
-        const wchar_t* logged;
+        const wchar_t *device;
+        const wchar_t *key;
+        const wchar_t *value;
+        const wchar_t *logged;
     };
     const Row rows[] = {
         {kSpaces, L"spaces", L"ATSC, ATSCCable", L"Cannot get DVB-T tuning space"},
         {kSpaces, L"fault.put_SystemType", L"0x80004005", L"DVBTuningSpace2::put_SystemType(DVB_Terrestrial) failed: "},
         {kProvider, L"fault.get_CountryCodeList", L"0x80004005", L"IFrequencyMap:get_CountryCodeList failed: "},
         {kProvider, L"fault.put_CountryCode", L"0x80070057", L"***ERROR: IFrequencyMap::put_CountryCode failed: "},
-        {kProvider, L"fault.get_DefaultFrequencyMapping", L"0x8007000E", L"IFrequencyMap:get_DefaultFrequencyMapping failed: "},
+        {kProvider, L"fault.get_DefaultFrequencyMapping", L"0x8007000E",
+         L"IFrequencyMap:get_DefaultFrequencyMapping failed: "},
     };
-    for (const Row& row : rows) {
+    for (const Row &row : rows) {
         lab::DeviceOverride fault(row.device, row.key, row.value);
         const CaptureException e = scan<sorvane::DVBTuner>(kDvbtTuner);
         EXPECT_EQ(e.getResult(), TestResult::FAIL()) << row.key;

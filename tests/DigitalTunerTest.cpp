@@ -23,7 +23,7 @@ using ruvo::TestResult;
 using sorvane::CaptureException;
 using sorvane::test::outcomeOf;
 
-ruvo::DiagDevice device(const wchar_t* name, const DeviceCapability& capabilities)
+ruvo::DiagDevice device(const wchar_t *name, const DeviceCapability &capabilities)
 {
     return ruvo::DiagDevice(kel::String(name), kel::String(L"a test device"),
                             kel::String(L"PCI\\VEN_1234&DEV_5678\\4&1&0&00E0"), capabilities);
@@ -32,12 +32,13 @@ ruvo::DiagDevice device(const wchar_t* name, const DeviceCapability& capabilitie
 // Reaches the DVB-T tuner's country choice and DTMB test without a graph.
 class DVBTProbe : public sorvane::DVBTuner {
 public:
-    explicit DVBTProbe(const ruvo::DiagDevice& record) : DVBTuner(record, kel::String(L"DVB-T probe")) {}
+    explicit DVBTProbe(const ruvo::DiagDevice &record) : DVBTuner(record, kel::String(L"DVB-T probe")) {}
     int country() { return askForCountry(); }
-    bool isDTMBName(const wchar_t* name) { return containsDTMB(kel::String(name)); }
-    void supports(const std::vector<int>& codes)
+    bool isDTMBName(const wchar_t *name) { return containsDTMB(kel::String(name)); }
+    void supports(const std::vector<int> &codes)
     {
-        for (int code : codes) m_supportedCountryCodes.add(code);
+        for (int code : codes)
+            m_supportedCountryCodes.add(code);
     }
 };
 
@@ -45,11 +46,13 @@ public:
 int locationCountry()
 {
     const GEOID location = GetUserGeoID(GEOCLASS_NATION);
-    if (location == GEOID_NOT_AVAILABLE) return -1;
+    if (location == GEOID_NOT_AVAILABLE)
+        return -1;
     wchar_t text[8] = L"";
-    if (GetGeoInfoW(location, GEO_ISO2, text, 8, 0) <= 0) return -1;
+    if (GetGeoInfoW(location, GEO_ISO2, text, 8, 0) <= 0)
+        return -1;
     const sorvane::CountryCodeManager table;
-    const sorvane::CountryCode* record = table.countryCodeByString(kel::String(text).toLower());
+    const sorvane::CountryCode *record = table.countryCodeByString(kel::String(text).toLower());
     return record ? record->countryCode() : -1;
 }
 
@@ -60,7 +63,8 @@ protected:
 
 TEST_F(DigitalTunerTest, DeviceWithoutTheDigitalCapabilityIsNotSupportedBeforeAnyFilterIsMade)
 {
-    const ruvo::DiagDevice analog = device(L"Analog only", DeviceCapability::VideoCapture() | DeviceCapability::AnalogTVTuner());
+    const ruvo::DiagDevice analog =
+        device(L"Analog only", DeviceCapability::VideoCapture() | DeviceCapability::AnalogTVTuner());
     const kel::String title(L"Digital test");
     const std::vector<std::function<void()>> checks = {
         [&] { sorvane::ClearQAMTuner(analog, title).checkTVSignal(); },
@@ -68,7 +72,7 @@ TEST_F(DigitalTunerTest, DeviceWithoutTheDigitalCapabilityIsNotSupportedBeforeAn
         [&] { sorvane::OcurTuner(analog, title).checkTVSignal(); },
         [&] { sorvane::DVBTuner(analog, title).checkTVSignal(); },
     };
-    for (const std::function<void()>& check : checks) {
+    for (const std::function<void()> &check : checks) {
         const CaptureException e = outcomeOf(check);
         EXPECT_EQ(e.getResult(), TestResult::NOTSUPPORTED());
         EXPECT_EQ(e.getErrorEvent(), nullptr);

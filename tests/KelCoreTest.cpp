@@ -108,9 +108,9 @@ class KelLogTest : public sorvane::test::FrameworkTest {};
 
 TEST_F(KelLogTest, LoggerThresholdsDecideWhatIsWritten)
 {
-    kel::Logger* logger = nullptr;
+    kel::Logger *logger = nullptr;
     kel::LogFactory::createLogger(String(L"test.Category"), logger);
-    kel::Logger* again = nullptr;
+    kel::Logger *again = nullptr;
     kel::LogFactory::createLogger(String(L"test.Category"), again);
     EXPECT_EQ(logger, again);
 

@@ -11,7 +11,7 @@ using sorvane::test::narrow;
 
 struct Expected {
     ruvo::Declaration::Kind kind;
-    const char* key;
+    const char *key;
     ruvo::DataType::Type type;
     bool flagA;
     bool flagB;
@@ -114,8 +114,9 @@ TEST_F(ModuleRegistrationTest, InitRegistersTheLibraryByName)
 
 TEST_F(ModuleRegistrationTest, EveryKeyReadsAsASentence)
 {
-    for (const Expected& entry : kDeclarations) {
-        if (entry.kind == PARAMETER) continue;
+    for (const Expected &entry : kDeclarations) {
+        if (entry.kind == PARAMETER)
+            continue;
         SCOPED_TRACE(entry.key);
         EXPECT_TRUE(ruvo::MessageCatalog::has(kel::String(entry.key)));
     }

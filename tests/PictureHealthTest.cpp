@@ -29,8 +29,9 @@ Image scene(int offset)
     for (int y = 0; y < image.height; ++y) {
         for (int x = 0; x < image.width; ++x) {
             unsigned char level = static_cast<unsigned char>((x / 20) * 30);
-            if (x >= offset && x < offset + 16 && y >= 40 && y < 56) level = 255;
-            unsigned char* pixel = image.row(y) + x * 3;
+            if (x >= offset && x < offset + 16 && y >= 40 && y < 56)
+                level = 255;
+            unsigned char *pixel = image.row(y) + x * 3;
             pixel[0] = pixel[1] = pixel[2] = level;
         }
     }
@@ -40,14 +41,14 @@ Image scene(int offset)
 Image noise(uint32_t seed)
 {
     Image image(160, 120);
-    for (unsigned char& value : image.bgr) {
+    for (unsigned char &value : image.bgr) {
         seed = seed * 1664525u + 1013904223u;
         value = static_cast<unsigned char>(seed >> 24);
     }
     return image;
 }
 
-PictureHealth::Verdict verdictOf(const std::vector<Image>& frames)
+PictureHealth::Verdict verdictOf(const std::vector<Image> &frames)
 {
     return PictureHealth::judge(PictureHealth::measure(frames));
 }
@@ -78,7 +79,8 @@ TEST(PictureHealthTest, BlackAndOneColourPicturesAreNamed)
     EXPECT_EQ(PictureHealth::FLAT, verdictOf({filled(64, 48, 128, 128, 128)}));
     // Two colours side by side are no longer flat, and the spread measures it.
     Image halves = filled(64, 48, 128, 128, 128);
-    for (int y = 0; y < halves.height; ++y) std::fill(halves.row(y), halves.row(y) + 32 * 3, 0);
+    for (int y = 0; y < halves.height; ++y)
+        std::fill(halves.row(y), halves.row(y) + 32 * 3, 0);
     const PictureHealth::Measures measures = PictureHealth::measure({halves});
     EXPECT_NEAR(64.0, measures.spread, 1.0);
     EXPECT_EQ(PictureHealth::GOOD, PictureHealth::judge(measures));

@@ -16,12 +16,12 @@
 
 namespace {
 
-using sorvane::test::DepthProbe;
-using sorvane::test::SavedRegistryValue;
-using sorvane::test::StandInRuntime;
 using sorvane::test::binFolder;
 using sorvane::test::contains;
+using sorvane::test::DepthProbe;
 using sorvane::test::narrow;
+using sorvane::test::SavedRegistryValue;
+using sorvane::test::StandInRuntime;
 
 const wchar_t kDispatch[] = L"Software\\Intel\\RSSDK\\Dispatch";
 const wchar_t kWow64Dispatch[] = L"Software\\Wow6432Node\\Intel\\RSSDK\\Dispatch";
@@ -31,14 +31,15 @@ const char kOneCamera[] = "[realsense-capture]\nname = Capture\n[realsense-camer
 
 std::string lower(std::string text)
 {
-    for (char& c : text) c = static_cast<char>(tolower(static_cast<unsigned char>(c)));
+    for (char &c : text)
+        c = static_cast<char>(tolower(static_cast<unsigned char>(c)));
     return text;
 }
 
 // A folder tree under the temporary folder, removed with everything in it.
 class ScratchTree {
 public:
-    explicit ScratchTree(const std::wstring& name)
+    explicit ScratchTree(const std::wstring &name)
     {
         wchar_t temp[MAX_PATH] = {};
         GetTempPathW(MAX_PATH, temp);
@@ -49,7 +50,7 @@ public:
     ~ScratchTree() { removeTree(m_root); }
 
     // Creates the folder `relative` (with its parents) and returns its full path.
-    std::wstring folder(const std::wstring& relative) const
+    std::wstring folder(const std::wstring &relative) const
     {
         std::wstring path = m_root;
         size_t start = 0;
@@ -57,23 +58,27 @@ public:
             const size_t end = relative.find(L'\\', start);
             path += L"\\" + relative.substr(start, end == std::wstring::npos ? std::wstring::npos : end - start);
             CreateDirectoryW(path.c_str(), nullptr);
-            if (end == std::wstring::npos) break;
+            if (end == std::wstring::npos)
+                break;
             start = end + 1;
         }
         return path;
     }
 
 private:
-    static void removeTree(const std::wstring& path)
+    static void removeTree(const std::wstring &path)
     {
         WIN32_FIND_DATAW found;
         HANDLE search = FindFirstFileW((path + L"\\*").c_str(), &found);
         if (search != INVALID_HANDLE_VALUE) {
             do {
                 const std::wstring name = found.cFileName;
-                if (name == L"." || name == L"..") continue;
-                if (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) removeTree(path + L"\\" + name);
-                else DeleteFileW((path + L"\\" + name).c_str());
+                if (name == L"." || name == L"..")
+                    continue;
+                if (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY)
+                    removeTree(path + L"\\" + name);
+                else
+                    DeleteFileW((path + L"\\" + name).c_str());
             } while (FindNextFileW(search, &found));
             FindClose(search);
         }
@@ -86,7 +91,8 @@ private:
 class RealSenseDispatchTest : public sorvane::test::FrameworkTest {
 protected:
     RealSenseDispatchTest()
-        : m_dispatch(kDispatch, L"LocalRuntime"), m_wow64(kWow64Dispatch, L"LocalRuntime"), m_core(kCoreDispatch, L"Core")
+        : m_dispatch(kDispatch, L"LocalRuntime"), m_wow64(kWow64Dispatch, L"LocalRuntime"),
+          m_core(kCoreDispatch, L"Core")
     {
         m_runtime.describe(kOneCamera);
     }
@@ -100,13 +106,14 @@ protected:
         EXPECT_EQ(expectedCount, sorvane::enumIntelRealSenseDevice(devices));
         const std::vector<std::string> journal = m_runtime.journal();
         std::string call;
-        for (const std::string& entry : journal) {
-            if (entry.compare(0, 21, "PXCSession_CreateExt ") == 0) call = lower(entry.substr(21));
+        for (const std::string &entry : journal) {
+            if (entry.compare(0, 21, "PXCSession_CreateExt ") == 0)
+                call = lower(entry.substr(21));
         }
         return call;
     }
 
-    static std::string inBin(const char* relative) { return lower(narrow(binFolder()) + relative); }
+    static std::string inBin(const char *relative) { return lower(narrow(binFolder()) + relative); }
 
     SavedRegistryValue m_dispatch;
     SavedRegistryValue m_wow64;
@@ -171,8 +178,8 @@ TEST_F(RealSenseDispatchTest, ALocalRouteFallsBackToTheSdkFolderAboveTheWorkingF
 {
     ScratchTree tree(L"sorvane-realsense-sdk");
     const std::wstring runtimeFolder = tree.folder(L"sdk\\bin\\x64");
-    ASSERT_TRUE(CopyFileW((binFolder() + L"libpxcsession.dll").c_str(), (runtimeFolder + L"\\libpxcsession.dll").c_str(),
-                          FALSE));
+    ASSERT_TRUE(CopyFileW((binFolder() + L"libpxcsession.dll").c_str(),
+                          (runtimeFolder + L"\\libpxcsession.dll").c_str(), FALSE));
     m_dispatch.set(tree.folder(L"empty"));
     m_wow64.remove();
     m_core.remove();

@@ -17,11 +17,11 @@
 
 namespace {
 
-using sorvane::test::DepthProbe;
-using sorvane::test::StandInRuntime;
 using sorvane::test::binFolder;
 using sorvane::test::contains;
+using sorvane::test::DepthProbe;
 using sorvane::test::narrow;
+using sorvane::test::StandInRuntime;
 
 typedef kel::Array<PXCCapture::DeviceInfo> DeviceInfos;
 
@@ -46,36 +46,43 @@ const char kTwoCaptures[] = "[realsense-capture]\n"
                             "orientation = world-facing\n"
                             "streams = color, depth, left, right\n";
 
-std::string name(const PXCCapture::DeviceInfo& info) { return narrow(std::wstring(info.name)); }
+std::string name(const PXCCapture::DeviceInfo &info)
+{
+    return narrow(std::wstring(info.name));
+}
 
-std::vector<std::string> names(const DeviceInfos& devices)
+std::vector<std::string> names(const DeviceInfos &devices)
 {
     std::vector<std::string> result;
-    for (int i = 0; i < devices.size(); ++i) result.push_back(name(devices[i]));
+    for (int i = 0; i < devices.size(); ++i)
+        result.push_back(name(devices[i]));
     return result;
 }
 
 std::string lower(std::string text)
 {
-    for (char& c : text) c = static_cast<char>(tolower(static_cast<unsigned char>(c)));
+    for (char &c : text)
+        c = static_cast<char>(tolower(static_cast<unsigned char>(c)));
     return text;
 }
 
-std::string joined(const std::vector<std::string>& lines)
+std::string joined(const std::vector<std::string> &lines)
 {
     std::string text;
-    for (const std::string& line : lines) text += line + "\n";
+    for (const std::string &line : lines)
+        text += line + "\n";
     return text;
 }
 
 class RealSenseEnumerationTest : public sorvane::test::FrameworkTest {
 protected:
     // Log lines of the "libSorvane" logger that contain `text`.
-    size_t logged(const char* text)
+    size_t logged(const char *text)
     {
         size_t count = 0;
-        for (const auto& line : log().find(kel::String(text))) {
-            if (line.category == kel::String("libSorvane")) ++count;
+        for (const auto &line : log().find(kel::String(text))) {
+            if (line.category == kel::String("libSorvane"))
+                ++count;
         }
         return count;
     }
@@ -92,7 +99,7 @@ TEST_F(RealSenseEnumerationTest, TwoImplementationsGiveEveryRecordInOrderAndAreR
     EXPECT_EQ(3u, sorvane::enumIntelRealSenseDevice(devices));
     ASSERT_EQ((std::vector<std::string>{"Cam F200", "Cam SR300", "Cam R200"}), names(devices));
 
-    const PXCCapture::DeviceInfo& front = devices[0];
+    const PXCCapture::DeviceInfo &front = devices[0];
     EXPECT_EQ(L"F-1", std::wstring(front.serial));
     EXPECT_EQ(L"\\\\?\\usb#vid_8086&pid_0a66#1#{e5323777}\\global", std::wstring(front.did));
     EXPECT_EQ(2, front.firmware[0]);
@@ -111,12 +118,11 @@ TEST_F(RealSenseEnumerationTest, TwoImplementationsGiveEveryRecordInOrderAndAreR
     const std::vector<std::string> journal = m_runtime.journal();
     ASSERT_FALSE(journal.empty());
     EXPECT_EQ("pxcsession_createext 4 0 0 0 1 0 " + module, lower(journal[0]));
-    EXPECT_EQ((std::vector<std::string>{"Session created", "QueryImpl 0 Front", "CreateImpl Front",
-                                        "QueryDeviceInfo Front 0 Cam F200", "QueryDeviceInfo Front 1 Cam SR300",
-                                        "QueryDeviceInfo Front 2 failed -3", "Release capture Front",
-                                        "QueryImpl 1 World", "CreateImpl World", "QueryDeviceInfo World 0 Cam R200",
-                                        "QueryDeviceInfo World 1 failed -3", "Release capture World",
-                                        "QueryImpl 2 none", "Release session"}),
+    EXPECT_EQ((std::vector<std::string>{
+                  "Session created", "QueryImpl 0 Front", "CreateImpl Front", "QueryDeviceInfo Front 0 Cam F200",
+                  "QueryDeviceInfo Front 1 Cam SR300", "QueryDeviceInfo Front 2 failed -3", "Release capture Front",
+                  "QueryImpl 1 World", "CreateImpl World", "QueryDeviceInfo World 0 Cam R200",
+                  "QueryDeviceInfo World 1 failed -3", "Release capture World", "QueryImpl 2 none", "Release session"}),
               std::vector<std::string>(journal.begin() + 1, journal.end()));
     EXPECT_EQ(0u, logged("No sessions instantiable."));
 }
@@ -178,13 +184,16 @@ TEST_F(RealSenseEnumerationTest, WithoutASessionEveryRouteIsTriedInOrderAndNothi
     // the local runtime. The relative fallback after each local route finds nothing here.
     const std::string bin = lower(narrow(binFolder()));
     std::vector<std::string> calls;
-    for (const std::string& entry : m_runtime.journal()) {
-        if (entry.compare(0, 20, "PXCSession_CreateExt") == 0) calls.push_back(lower(entry));
-        else EXPECT_EQ("Session refused -503", entry);
+    for (const std::string &entry : m_runtime.journal()) {
+        if (entry.compare(0, 20, "PXCSession_CreateExt") == 0)
+            calls.push_back(lower(entry));
+        else
+            EXPECT_EQ("Session refused -503", entry);
     }
-    EXPECT_EQ((std::vector<std::string>{"pxcsession_createext 4 0 0 0 1 0 " + bin + "libpxcsession.dll",
-                                        "pxcsession_createext 4 0 0 0 1 0 " + bin + "realsense\\sdk\\bin\\x64\\libpxcsession.dll",
-                                        "pxcsession_createext 4 0 0 0 0 0 " + bin + "realsense\\core\\libpxcsession.dll"}),
+    EXPECT_EQ((std::vector<std::string>{
+                  "pxcsession_createext 4 0 0 0 1 0 " + bin + "libpxcsession.dll",
+                  "pxcsession_createext 4 0 0 0 1 0 " + bin + "realsense\\sdk\\bin\\x64\\libpxcsession.dll",
+                  "pxcsession_createext 4 0 0 0 0 0 " + bin + "realsense\\core\\libpxcsession.dll"}),
               calls);
 }
 
@@ -193,7 +202,7 @@ TEST_F(RealSenseEnumerationTest, TheDotRouteFollowsTheLibraryToAnotherFolder)
 {
     m_runtime.describe(kTwoCaptures);
     sorvane::test::ScratchFolder elsewhere(L"sorvane-realsense-elsewhere");
-    for (const wchar_t* file : {L"depthprobe.exe", L"libSorvane.dll", L"libpxcsession.dll"})
+    for (const wchar_t *file : {L"depthprobe.exe", L"libSorvane.dll", L"libpxcsession.dll"})
         ASSERT_TRUE(CopyFileW((binFolder() + file).c_str(), elsewhere.file(file).c_str(), FALSE));
 
     const DepthProbe::Outcome outcome = DepthProbe::run(elsewhere.file(L"depthprobe.exe"));

@@ -10,15 +10,16 @@ using kel::String;
 using sorvane::test::narrow;
 
 // This program declares its own objects, as a module would at load time.
-ruvo::Parameter* const g_runTime = ruvo::DiagModule::createParameter("TestRunTime", ruvo::DataType::UINT32, "", false, true);
-ruvo::Event* const g_range = ruvo::DiagModule::createEvent("BadParametersRange");
-ruvo::LocalizedString* const g_testing = ruvo::DiagModule::createLocalizedString("TestingChannel");
+ruvo::Parameter *const g_runTime =
+    ruvo::DiagModule::createParameter("TestRunTime", ruvo::DataType::UINT32, "", false, true);
+ruvo::Event *const g_range = ruvo::DiagModule::createEvent("BadParametersRange");
+ruvo::LocalizedString *const g_testing = ruvo::DiagModule::createLocalizedString("TestingChannel");
 
 class RuvoTest : public sorvane::test::FrameworkTest {};
 
 TEST_F(RuvoTest, ParametersAcceptOnlyValuesOfTheirDeclaredType)
 {
-    ruvo::Parameter* runTime = ruvo::DiagModule::findParameter(String(L"TestRunTime"));
+    ruvo::Parameter *runTime = ruvo::DiagModule::findParameter(String(L"TestRunTime"));
     ASSERT_EQ(runTime, g_runTime);
     EXPECT_FALSE(runTime->set(ruvo::Value::fromBool(true)));
     EXPECT_FALSE(runTime->isset());
@@ -37,7 +38,7 @@ TEST_F(RuvoTest, ParametersAcceptOnlyValuesOfTheirDeclaredType)
 
 TEST_F(RuvoTest, PostedEventsKeepTheirVariablesAsTheyWereWhenPosted)
 {
-    ruvo::Event* event = g_range;
+    ruvo::Event *event = g_range;
     event->setVariable("ParameterName", "TVStartChannel")
         .setVariable("ParameterValue", 1u)
         .setVariable("RangeMin", 2u)
@@ -46,7 +47,7 @@ TEST_F(RuvoTest, PostedEventsKeepTheirVariablesAsTheyWereWhenPosted)
     event->setVariable("ParameterValue", 99u);
 
     ASSERT_EQ(recorder().events.size(), 1u);
-    const ruvo::PostedEvent& posted = recorder().events[0];
+    const ruvo::PostedEvent &posted = recorder().events[0];
     EXPECT_EQ(narrow(posted.message),
               "The parameter TVStartChannel has the value 1, outside the allowed range 2 to 69.");
     EXPECT_EQ(posted.variables.size(), 4);
@@ -56,7 +57,7 @@ TEST_F(RuvoTest, PostedEventsKeepTheirVariablesAsTheyWereWhenPosted)
 
 TEST_F(RuvoTest, MessageBoxesFollowTheScriptAndThePromptSetting)
 {
-    ruvo::MessageBox2* box = ruvo::DiagModule::createMessageBox2("Title", "Text", 0, 1, 0, true);
+    ruvo::MessageBox2 *box = ruvo::DiagModule::createMessageBox2("Title", "Text", 0, 1, 0, true);
     EXPECT_FALSE(box->display()) << "prompts are off by default";
 
     recorder().setPromptEnabled(true);
@@ -80,7 +81,7 @@ TEST_F(RuvoTest, StopRequestsAndProgressReachTheBackend)
     EXPECT_FALSE(ruvo::DiagModule::checkForStop());
     EXPECT_TRUE(ruvo::DiagModule::checkForStop());
 
-    ruvo::LocalizedString* testing = g_testing;
+    ruvo::LocalizedString *testing = g_testing;
     testing->setVariable("channel", String(L"7"));
     ruvo::DiagModule::progress(testing);
     ruvo::DiagModule::percentDone(50);

@@ -14,7 +14,8 @@ using sorvane::SmartCoInitialize;
 bool inApartment()
 {
     const HRESULT hr = CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
-    if (SUCCEEDED(hr)) CoUninitialize();
+    if (SUCCEEDED(hr))
+        CoUninitialize();
     return hr != S_OK;
 }
 

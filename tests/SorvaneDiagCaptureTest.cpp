@@ -6,17 +6,17 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
-using sorvane::test::HostProgram;
 using sorvane::test::contains;
-using sorvane::test::narrow;
-using sorvane::test::wide;
+using sorvane::test::HostProgram;
 using sorvane::test::JsonValue;
+using sorvane::test::narrow;
 using sorvane::test::ScratchFolder;
+using sorvane::test::wide;
 
 namespace {
 
 // The RGB24 camera renders through Wine's own video renderer, with no converter in between.
-const wchar_t* const kCamera = L"Lab Webcam RGB24";
+const wchar_t *const kCamera = L"Lab Webcam RGB24";
 
 } // namespace
 

@@ -6,19 +6,19 @@
 
 #include <gtest/gtest.h>
 
-using sorvane::test::HostProgram;
 using sorvane::test::contains;
-using sorvane::test::narrow;
-using sorvane::test::wide;
+using sorvane::test::HostProgram;
 using sorvane::test::JsonValue;
+using sorvane::test::narrow;
 using sorvane::test::ScratchFolder;
+using sorvane::test::wide;
 
 namespace {
 
 const DWORD kUsageError = 2;
 const DWORD kBadParams = 15;
 
-const wchar_t* const kCommands[] = {L"list", L"webcam", L"preview", L"record", L"tv", L"fm", L"demo"};
+const wchar_t *const kCommands[] = {L"list", L"webcam", L"preview", L"record", L"tv", L"fm", L"demo"};
 
 } // namespace
 
@@ -27,21 +27,22 @@ TEST(SorvaneDiagCommandLineTest, HelpListsCommandsParametersAndExitStatuses)
     const HostProgram::Outcome help = HostProgram::run({L"--help"});
     ASSERT_TRUE(help.finished);
     EXPECT_EQ(0u, help.exitCode);
-    for (const wchar_t* command : kCommands) EXPECT_TRUE(contains(help.out, "  " + narrow(command) + " ")) << narrow(command);
+    for (const wchar_t *command : kCommands)
+        EXPECT_TRUE(contains(help.out, "  " + narrow(command) + " ")) << narrow(command);
     EXPECT_TRUE(contains(help.out, "TVStartChannel"));
     EXPECT_TRUE(contains(help.out, "UINT32"));
     EXPECT_TRUE(contains(help.out, "--interactive"));
     // Every result has its own exit status, listed with its name.
-    for (const char* line : {"0   PASS", "10  FAIL", "11  NOSIGNAL", "12  NODEVICE", "13  DEVICEBUSY", "14  CANNOTRUN",
-                             "15  BADPARAMS", "16  MISCONFIGURED", "17  USERABORTED", "18  NOTSUPPORTED",
-                             "19  TESTNOTSTARTED"})
+    for (const char *line :
+         {"0   PASS", "10  FAIL", "11  NOSIGNAL", "12  NODEVICE", "13  DEVICEBUSY", "14  CANNOTRUN", "15  BADPARAMS",
+          "16  MISCONFIGURED", "17  USERABORTED", "18  NOTSUPPORTED", "19  TESTNOTSTARTED"})
         EXPECT_TRUE(contains(help.out, line)) << line;
     EXPECT_TRUE(help.err.empty()) << help.err;
 }
 
 TEST(SorvaneDiagCommandLineTest, EveryCommandHasItsOwnHelp)
 {
-    for (const wchar_t* command : kCommands) {
+    for (const wchar_t *command : kCommands) {
         const std::string usage = "Usage: sorvane-diag " + narrow(command);
         const HostProgram::Outcome option = HostProgram::run({command, L"--help"});
         EXPECT_EQ(0u, option.exitCode) << narrow(command);
@@ -58,7 +59,7 @@ TEST(SorvaneDiagCommandLineTest, MistakesAreUsageErrorsThatSayWhatIsWrong)
 {
     const struct {
         std::vector<std::wstring> arguments;
-        const char* says;
+        const char *says;
     } mistakes[] = {
         {{}, "No command given"},
         {{L"frobnicate"}, "Unknown command \"frobnicate\""},
@@ -75,7 +76,7 @@ TEST(SorvaneDiagCommandLineTest, MistakesAreUsageErrorsThatSayWhatIsWrong)
         {{L"list", L"--log-level", L"info"}, "--log-level needs --log FILE"},
         {{L"list", L"extra"}, "Unexpected argument \"extra\""},
     };
-    for (const auto& mistake : mistakes) {
+    for (const auto &mistake : mistakes) {
         const HostProgram::Outcome outcome = HostProgram::run(mistake.arguments);
         EXPECT_EQ(kUsageError, outcome.exitCode) << mistake.says;
         EXPECT_TRUE(contains(outcome.err, mistake.says)) << outcome.err;
@@ -87,8 +88,8 @@ TEST(SorvaneDiagCommandLineTest, MistakesAreUsageErrorsThatSayWhatIsWrong)
 TEST(SorvaneDiagCommandLineTest, ParametersMustBeDeclaredKeysWithValuesOfTheirType)
 {
     const struct {
-        const wchar_t* setting;
-        std::vector<const char*> says;
+        const wchar_t *setting;
+        std::vector<const char *> says;
     } wrong[] = {
         {L"NoSuchKey=1", {"Unknown parameter \"NoSuchKey\"", "TVStartChannel", "CaptureDelay"}},
         {L"tvstartchannel=3", {"did you mean TVStartChannel?"}},
@@ -97,10 +98,11 @@ TEST(SorvaneDiagCommandLineTest, ParametersMustBeDeclaredKeysWithValuesOfTheirTy
         {L"CheckTVCable=maybe", {"CheckTVCable", "BOOLEAN"}},
         {L"FMRadioStartChannel=88,1", {"FMRadioStartChannel", "DOUBLE"}},
     };
-    for (const auto& each : wrong) {
+    for (const auto &each : wrong) {
         const HostProgram::Outcome outcome = HostProgram::run({L"list", L"--set", each.setting});
         EXPECT_EQ(kBadParams, outcome.exitCode) << narrow(each.setting);
-        for (const char* part : each.says) EXPECT_TRUE(contains(outcome.err, part)) << outcome.err;
+        for (const char *part : each.says)
+            EXPECT_TRUE(contains(outcome.err, part)) << outcome.err;
     }
 }
 
@@ -128,8 +130,8 @@ TEST(SorvaneDiagCommandLineTest, ParametersOfEveryTypeAreTakenAndReported)
     ScratchFolder folder(L"sorvane-diag-args");
     const std::wstring report = folder.file(L"report.json");
     const HostProgram::Outcome outcome =
-        HostProgram::run({L"list", L"--set", L"TVStartChannel=4", L"-s", L"CheckTVCable=false", L"--set=SignalType=cable",
-                          L"--set", L"FMRadioStartChannel=88.1", L"--json=" + report});
+        HostProgram::run({L"list", L"--set", L"TVStartChannel=4", L"-s", L"CheckTVCable=false",
+                          L"--set=SignalType=cable", L"--set", L"FMRadioStartChannel=88.1", L"--json=" + report});
     ASSERT_TRUE(outcome.finished);
     EXPECT_NE(kBadParams, outcome.exitCode) << outcome.err;
     EXPECT_NE(kUsageError, outcome.exitCode) << outcome.err;

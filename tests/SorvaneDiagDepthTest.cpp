@@ -13,11 +13,11 @@
 
 #include <vector>
 
+using sorvane::test::contains;
 using sorvane::test::HostProgram;
 using sorvane::test::JsonValue;
 using sorvane::test::SavedRegistryValue;
 using sorvane::test::StandInRuntime;
-using sorvane::test::contains;
 
 namespace {
 
@@ -27,23 +27,26 @@ const int kNotSupported = 18;
 // A copy of the host whose manifest names no supported Windows, so that the system reports
 // Windows 8 to it. (Wine 8 does not delete resources through UpdateResourceW, so the manifest is
 // replaced rather than removed.) Empty when the copy cannot be made.
-std::wstring hostReportingWindows8(const sorvane::test::ScratchFolder& folder)
+std::wstring hostReportingWindows8(const sorvane::test::ScratchFolder &folder)
 {
     static const char kPlainManifest[] =
         "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n"
         "<assembly xmlns=\"urn:schemas-microsoft-com:asm.v1\" manifestVersion=\"1.0\"></assembly>\n";
     const std::wstring copy = folder.file(L"sorvane-diag-win8.exe");
-    if (!CopyFileW(HostProgram::programPath().c_str(), copy.c_str(), FALSE)) return std::wstring();
+    if (!CopyFileW(HostProgram::programPath().c_str(), copy.c_str(), FALSE))
+        return std::wstring();
     HANDLE update = BeginUpdateResourceW(copy.c_str(), FALSE);
-    if (!update) return std::wstring();
-    const bool replaced = UpdateResourceW(update, RT_MANIFEST, MAKEINTRESOURCEW(1), MAKELANGID(LANG_ENGLISH, SUBLANG_ENGLISH_US),
-                                          const_cast<char*>(kPlainManifest), sizeof kPlainManifest - 1) != FALSE;
+    if (!update)
+        return std::wstring();
+    const bool replaced =
+        UpdateResourceW(update, RT_MANIFEST, MAKEINTRESOURCEW(1), MAKELANGID(LANG_ENGLISH, SUBLANG_ENGLISH_US),
+                        const_cast<char *>(kPlainManifest), sizeof kPlainManifest - 1) != FALSE;
     return EndUpdateResourceW(update, !replaced) && replaced ? copy : std::wstring();
 }
 
 // Runs `program` with these arguments and returns its exit status and standard output.
-DWORD runCopy(const std::wstring& program, const std::wstring& arguments, std::string& output,
-              const sorvane::test::ScratchFolder& folder)
+DWORD runCopy(const std::wstring &program, const std::wstring &arguments, std::string &output,
+              const sorvane::test::ScratchFolder &folder)
 {
     const std::wstring outputFile = folder.file(L"out.txt");
     SECURITY_ATTRIBUTES inherit = {sizeof inherit, nullptr, TRUE};
@@ -59,7 +62,8 @@ DWORD runCopy(const std::wstring& program, const std::wstring& arguments, std::s
     startup.hStdError = out;
     PROCESS_INFORMATION process = {};
     DWORD exitCode = 0xFFFFFFFF;
-    if (CreateProcessW(program.c_str(), buffer.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup, &process)) {
+    if (CreateProcessW(program.c_str(), buffer.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup,
+                       &process)) {
         WaitForSingleObject(process.hProcess, 60000);
         GetExitCodeProcess(process.hProcess, &exitCode);
         CloseHandle(process.hProcess);
@@ -69,13 +73,14 @@ DWORD runCopy(const std::wstring& program, const std::wstring& arguments, std::s
     // The ended program's copy of the handle may close a moment after it is reported ended, so
     // the file is read sharing write access.
     output.clear();
-    HANDLE in = CreateFileW(outputFile.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
-                            0, nullptr);
+    HANDLE in = CreateFileW(outputFile.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                            OPEN_EXISTING, 0, nullptr);
     char chunk[4096];
     DWORD read = 0;
     while (in != INVALID_HANDLE_VALUE && ReadFile(in, chunk, sizeof chunk, &read, nullptr) && read > 0)
         output.append(chunk, read);
-    if (in != INVALID_HANDLE_VALUE) CloseHandle(in);
+    if (in != INVALID_HANDLE_VALUE)
+        CloseHandle(in);
     return exitCode;
 }
 
@@ -89,7 +94,8 @@ TEST(SorvaneDiagDepthTest, ListsTheLabCamerasAsATableAndInTheReport)
     EXPECT_TRUE(contains(table.out, "2 RealSense cameras:")) << table.out;
     EXPECT_TRUE(contains(table.out, "Name                Model  Orientation   Firmware   Serial         Streams"))
         << table.out;
-    EXPECT_TRUE(contains(table.out, "Lab RealSense F200  F200   user-facing   2.60.0.0   LABF200000001  color, depth, ir"))
+    EXPECT_TRUE(
+        contains(table.out, "Lab RealSense F200  F200   user-facing   2.60.0.0   LABF200000001  color, depth, ir"))
         << table.out;
     EXPECT_TRUE(contains(table.out, "Lab RealSense R200  R200   world-facing  2.0.71.28  LABR200000002  "
                                     "color, depth, left, right"))
@@ -97,7 +103,7 @@ TEST(SorvaneDiagDepthTest, ListsTheLabCamerasAsATableAndInTheReport)
 
     const JsonValue json = JsonValue::parse(HostProgram::run({L"depth", L"--json", L"-"}).out);
     EXPECT_EQ("PASS", json["result"].text());
-    const JsonValue& cameras = json["cameras"];
+    const JsonValue &cameras = json["cameras"];
     ASSERT_EQ(2u, cameras.size());
     EXPECT_EQ("Lab RealSense R200", cameras[1]["name"].text());
     EXPECT_EQ("LABR200000002", cameras[1]["serial"].text());

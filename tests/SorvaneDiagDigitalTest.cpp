@@ -6,16 +6,16 @@
 
 #include <gtest/gtest.h>
 
+using sorvane::test::contains;
 using sorvane::test::HostProgram;
 using sorvane::test::JsonValue;
 using sorvane::test::ScratchFolder;
-using sorvane::test::contains;
 
 namespace {
 
 const DWORD kNotSupported = 18;
 
-JsonValue scan(const ScratchFolder& folder, const std::wstring& command, const std::vector<std::wstring>& options)
+JsonValue scan(const ScratchFolder &folder, const std::wstring &command, const std::vector<std::wstring> &options)
 {
     std::vector<std::wstring> arguments = {command};
     arguments.insert(arguments.end(), options.begin(), options.end());
@@ -30,13 +30,13 @@ JsonValue scan(const ScratchFolder& folder, const std::wstring& command, const s
 TEST(SorvaneDiagDigitalTest, ClearQAMFindsTheClearChannelAndReportsItsStreamHealth)
 {
     ScratchFolder folder(L"sorvane-diag-digital");
-    const JsonValue report = scan(folder, L"clearqam",
-                                  {L"-d", L"Lab ATSC QAM Tuner", L"--set", L"DigitalStartChannel=3", L"--set",
-                                   L"DigitalEndChannel=4"});
+    const JsonValue report =
+        scan(folder, L"clearqam",
+             {L"-d", L"Lab ATSC QAM Tuner", L"--set", L"DigitalStartChannel=3", L"--set", L"DigitalEndChannel=4"});
     EXPECT_EQ("clearqam", report["command"].text());
     EXPECT_EQ("Lab ATSC QAM Tuner", report["device"]["name"].text());
     ASSERT_TRUE(report.has("streamHealth"));
-    const JsonValue& health = report["streamHealth"];
+    const JsonValue &health = report["streamHealth"];
     EXPECT_EQ(100.0, health["quality"].number());
     EXPECT_GT(health["packets"].number(), 0.0);
     EXPECT_EQ(0.0, health["syncLosses"].number());
@@ -48,7 +48,8 @@ TEST(SorvaneDiagDigitalTest, AtscDvbtAndOcurFindTheirChannels)
 {
     ScratchFolder folder(L"sorvane-diag-digital");
     const JsonValue atsc =
-        scan(folder, L"atsc", {L"-d", L"Lab ATSC QAM Tuner", L"--set", L"DigitalStartChannel=8", L"--set", L"DigitalEndChannel=8"});
+        scan(folder, L"atsc",
+             {L"-d", L"Lab ATSC QAM Tuner", L"--set", L"DigitalStartChannel=8", L"--set", L"DigitalEndChannel=8"});
     EXPECT_FALSE(atsc.has("streamHealth"));
 
     // Germany's ninth channel is UHF 21, 474000 kHz, on the air in the lab.
@@ -57,8 +58,9 @@ TEST(SorvaneDiagDigitalTest, AtscDvbtAndOcurFindTheirChannels)
                                  L"--set", L"DigitalEndChannel=9"});
     EXPECT_TRUE(dvbt.has("streamHealth"));
 
-    scan(folder, L"ocur", {L"-d", L"Lab OpenCable Tuner", L"--set", L"UseMinorChannelTechnique=true", L"--set",
-                           L"DigitalStartChannel=2", L"--set", L"DigitalEndChannel=2"});
+    scan(folder, L"ocur",
+         {L"-d", L"Lab OpenCable Tuner", L"--set", L"UseMinorChannelTechnique=true", L"--set", L"DigitalStartChannel=2",
+          L"--set", L"DigitalEndChannel=2"});
 }
 
 TEST(SorvaneDiagDigitalTest, AnAnalogCardNamedForADigitalScanIsNotSupported)

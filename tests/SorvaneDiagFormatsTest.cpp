@@ -6,17 +6,18 @@
 
 #include <gtest/gtest.h>
 
-using sorvane::test::HostProgram;
 using sorvane::test::contains;
+using sorvane::test::HostProgram;
 using sorvane::test::JsonValue;
 using sorvane::test::ScratchFolder;
 
 namespace {
 
-const JsonValue* listingOf(const JsonValue& report, const std::string& name)
+const JsonValue *listingOf(const JsonValue &report, const std::string &name)
 {
     for (size_t i = 0; i < report["formats"].size(); ++i) {
-        if (report["formats"][i]["name"].text() == name) return &report["formats"][i];
+        if (report["formats"][i]["name"].text() == name)
+            return &report["formats"][i];
     }
     return nullptr;
 }
@@ -42,7 +43,7 @@ TEST(SorvaneDiagFormatsTest, EveryDeviceListsItsSubtypesSizesAndRates)
 
     const JsonValue report = JsonValue::parse(ScratchFolder::read(folder.file(L"report.json")));
     EXPECT_EQ("FAIL", report["result"].text());
-    const JsonValue* unplugged = listingOf(report, "Lab Webcam Unplugged");
+    const JsonValue *unplugged = listingOf(report, "Lab Webcam Unplugged");
     ASSERT_NE(nullptr, unplugged);
     EXPECT_FALSE((*unplugged)["problem"].text().empty());
     EXPECT_EQ(0u, (*unplugged)["formats"].size());
@@ -52,10 +53,10 @@ TEST(SorvaneDiagFormatsTest, EveryDeviceListsItsSubtypesSizesAndRates)
         analogDevices += !report["devices"][i]["properties"]["AnalogFriendlyName"].text().empty();
     EXPECT_EQ(analogDevices, report["formats"].size());
     EXPECT_EQ(nullptr, listingOf(report, "Lab ATSC QAM Tuner"));
-    const JsonValue* hd = listingOf(report, "Lab Webcam HD");
+    const JsonValue *hd = listingOf(report, "Lab Webcam HD");
     ASSERT_NE(nullptr, hd);
     ASSERT_EQ(1u, (*hd)["formats"].size());
-    const JsonValue& format = (*hd)["formats"][0];
+    const JsonValue &format = (*hd)["formats"][0];
     EXPECT_EQ("YUY2", format["subtype"].text());
     EXPECT_EQ(1920.0, format["width"].number());
     EXPECT_EQ(1080.0, format["height"].number());

@@ -6,8 +6,8 @@
 
 #include <gtest/gtest.h>
 
-using sorvane::test::HostProgram;
 using sorvane::test::contains;
+using sorvane::test::HostProgram;
 using sorvane::test::JsonValue;
 using sorvane::test::ScratchFolder;
 
@@ -18,7 +18,7 @@ const DWORD kFail = 10;
 const DWORD kNoDevice = 12;
 const DWORD kBadParams = 15;
 const DWORD kNotSupported = 18;
-const wchar_t* const kTuner = L"Lab Analog TV Tuner";
+const wchar_t *const kTuner = L"Lab Analog TV Tuner";
 
 struct HostRun {
     HostProgram::Outcome outcome;
@@ -36,10 +36,11 @@ HostRun runWithReport(std::vector<std::wstring> arguments)
     return run;
 }
 
-bool hasMessage(const JsonValue& report, const std::string& part)
+bool hasMessage(const JsonValue &report, const std::string &part)
 {
     for (size_t i = 0; i < report["messages"].size(); ++i) {
-        if (contains(report["messages"][i].text(), part)) return true;
+        if (contains(report["messages"][i].text(), part))
+            return true;
     }
     return false;
 }
@@ -59,7 +60,8 @@ TEST(SorvaneDiagMessagesTest, CaptureFailuresWithOneEventSayWhichFailureItWas)
 
     const HostRun format = runWithReport({L"webcam", L"-d", L"Lab Webcam Picky", L"-o", folder.file(L"b")});
     EXPECT_EQ(kFail, format.outcome.exitCode) << format.outcome.out << format.outcome.err;
-    EXPECT_TRUE(contains(format.outcome.out, "the device refused the video format the library asked for (SetFormat failed"))
+    EXPECT_TRUE(
+        contains(format.outcome.out, "the device refused the video format the library asked for (SetFormat failed"))
         << format.outcome.out;
     EXPECT_FALSE(contains(format.outcome.out, "refused to start streaming")) << format.outcome.out;
 }
@@ -68,7 +70,7 @@ TEST(SorvaneDiagMessagesTest, AnUnpluggedCameraIsExplainedInTheTermsOfItsResult)
 {
     // Its moniker no longer binds, so its record has no capabilities: no device to capture from.
     ScratchFolder folder(L"sorvane-diag-messages");
-    for (const wchar_t* command : {L"webcam", L"preview"}) {
+    for (const wchar_t *command : {L"webcam", L"preview"}) {
         const HostRun run = runWithReport({command, L"-d", L"Lab Webcam Unplugged"});
         EXPECT_EQ(kNoDevice, run.outcome.exitCode) << run.outcome.out << run.outcome.err;
         EXPECT_EQ("NODEVICE", run.report["result"].text());
@@ -93,26 +95,27 @@ TEST(SorvaneDiagMessagesTest, ATunerScanOnADeviceWithoutThatTunerSaysSo)
 
 TEST(SorvaneDiagMessagesTest, EveryBadRangeNamesItsParametersAndWhatIsAllowed)
 {
-    const HostRun reversedTv = runWithReport(
-        {L"tv", L"-d", kTuner, L"--set", L"TVStartChannel=10", L"--set", L"TVEndChannel=5"});
+    const HostRun reversedTv =
+        runWithReport({L"tv", L"-d", kTuner, L"--set", L"TVStartChannel=10", L"--set", L"TVEndChannel=5"});
     EXPECT_EQ(kBadParams, reversedTv.outcome.exitCode) << reversedTv.outcome.out;
     EXPECT_TRUE(contains(reversedTv.outcome.out, "TVEndChannel (5) is below TVStartChannel (10)"))
         << reversedTv.outcome.out;
     EXPECT_EQ("BADPARAMS", reversedTv.report["result"].text());
     EXPECT_TRUE(hasMessage(reversedTv.report, "TVEndChannel (5) is below TVStartChannel (10)"));
 
-    const HostRun outOfBand = runWithReport(
-        {L"fm", L"-d", kTuner, L"--set", L"FMRadioStartChannel=120", L"--set", L"FMRadioEndChannel=130"});
+    const HostRun outOfBand =
+        runWithReport({L"fm", L"-d", kTuner, L"--set", L"FMRadioStartChannel=120", L"--set", L"FMRadioEndChannel=130"});
     EXPECT_EQ(kBadParams, outOfBand.outcome.exitCode) << outOfBand.outcome.out;
     EXPECT_TRUE(contains(outOfBand.outcome.out,
                          "FMRadioStartChannel (120.0 MHz) is outside the FM band: the FM band is 76.0 to 108.0 MHz."))
         << outOfBand.outcome.out;
 
     // The library would sweep 100 MHz alone; the host refuses instead.
-    const HostRun reversedFm = runWithReport(
-        {L"fm", L"-d", kTuner, L"--set", L"FMRadioStartChannel=100", L"--set", L"FMRadioEndChannel=90"});
+    const HostRun reversedFm =
+        runWithReport({L"fm", L"-d", kTuner, L"--set", L"FMRadioStartChannel=100", L"--set", L"FMRadioEndChannel=90"});
     EXPECT_EQ(kBadParams, reversedFm.outcome.exitCode) << reversedFm.outcome.out;
-    EXPECT_TRUE(contains(reversedFm.outcome.out, "FMRadioEndChannel (90.0 MHz) is below FMRadioStartChannel (100.0 MHz)"))
+    EXPECT_TRUE(
+        contains(reversedFm.outcome.out, "FMRadioEndChannel (90.0 MHz) is below FMRadioStartChannel (100.0 MHz)"))
         << reversedFm.outcome.out;
     EXPECT_EQ(0u, reversedFm.report["progress"].size());
 }
@@ -128,7 +131,8 @@ TEST(SorvaneDiagMessagesTest, AnAmbiguousDeviceIsACommandLineMistakeNamingTheMat
 
 TEST(SorvaneDiagMessagesTest, AScanThatPassesSaysWhereTheSignalWas)
 {
-    const HostRun tv = runWithReport({L"tv", L"-d", kTuner, L"--set", L"TVStartChannel=2", L"--set", L"TVEndChannel=4"});
+    const HostRun tv =
+        runWithReport({L"tv", L"-d", kTuner, L"--set", L"TVStartChannel=2", L"--set", L"TVEndChannel=4"});
     EXPECT_EQ(0u, tv.outcome.exitCode) << tv.outcome.out;
     EXPECT_TRUE(contains(tv.outcome.out, "Signal found on channel 3.")) << tv.outcome.out;
     EXPECT_EQ("3", tv.report["signalFound"]["channel"].text());

@@ -6,21 +6,24 @@
 
 #include <gtest/gtest.h>
 
-using sorvane::test::HostProgram;
 using sorvane::test::contains;
-using sorvane::test::narrow;
-using sorvane::test::wide;
+using sorvane::test::HostProgram;
 using sorvane::test::JsonValue;
+using sorvane::test::narrow;
 using sorvane::test::ScratchFolder;
+using sorvane::test::wide;
 
 namespace {
 
 const DWORD kUsageError = 2;
 
-std::string folderOf(const std::string& path) { return path.substr(0, path.find_last_of("\\/")); }
+std::string folderOf(const std::string &path)
+{
+    return path.substr(0, path.find_last_of("\\/"));
+}
 
 // Removes a run's files and its folder under %TEMP%.
-void removeRun(const JsonValue& report)
+void removeRun(const JsonValue &report)
 {
     std::string folder;
     for (size_t i = 0; i < report["files"].size(); ++i) {
@@ -28,7 +31,8 @@ void removeRun(const JsonValue& report)
         DeleteFileW(wide(path).c_str());
         folder = folderOf(path);
     }
-    if (!folder.empty()) RemoveDirectoryW(wide(folder).c_str());
+    if (!folder.empty())
+        RemoveDirectoryW(wide(folder).c_str());
 }
 
 } // namespace
@@ -54,7 +58,7 @@ TEST(SorvaneDiagOutputsTest, TwoQuickRunsWithoutOutGetFoldersOfTheirOwn)
 {
     ScratchFolder folder(L"sorvane-diag-outputs");
     std::vector<JsonValue> reports;
-    for (const wchar_t* name : {L"first.json", L"second.json"}) {
+    for (const wchar_t *name : {L"first.json", L"second.json"}) {
         const HostProgram::Outcome outcome =
             HostProgram::run({L"webcam", L"-d", L"Lab Webcam UYVY", L"-n", L"1", L"--json", folder.file(name)});
         ASSERT_EQ(0u, outcome.exitCode) << outcome.out << outcome.err;
@@ -64,7 +68,8 @@ TEST(SorvaneDiagOutputsTest, TwoQuickRunsWithoutOutGetFoldersOfTheirOwn)
     const std::string second = folderOf(reports[1]["files"][0]["path"].text());
     EXPECT_NE(first, second);
     EXPECT_FALSE(ScratchFolder::read(wide(reports[0]["files"][0]["path"].text())).empty());
-    for (const JsonValue& report : reports) removeRun(report);
+    for (const JsonValue &report : reports)
+        removeRun(report);
 }
 
 TEST(SorvaneDiagOutputsTest, AnOutFolderWithAnEarlierRunsImagesIsRefusedBeforeCapturing)
@@ -88,8 +93,8 @@ TEST(SorvaneDiagOutputsTest, MissingReportFoldersAndAnUnwritableOutAreFoundBefor
 {
     ScratchFolder folder(L"sorvane-diag-outputs");
     const std::wstring missing = folder.file(L"missing");
-    const HostProgram::Outcome json = HostProgram::run(
-        {L"webcam", L"-d", L"Lab Webcam UYVY", L"-n", L"1", L"-o", folder.file(L"a"), L"--json", missing + L"\\r.json"});
+    const HostProgram::Outcome json = HostProgram::run({L"webcam", L"-d", L"Lab Webcam UYVY", L"-n", L"1", L"-o",
+                                                        folder.file(L"a"), L"--json", missing + L"\\r.json"});
     EXPECT_EQ(kUsageError, json.exitCode) << json.out << json.err;
     EXPECT_TRUE(contains(json.err, "The folder " + narrow(missing) + "\\ for --json " + narrow(missing) +
                                        "\\r.json does not exist."))
@@ -110,8 +115,8 @@ TEST(SorvaneDiagOutputsTest, MissingReportFoldersAndAnUnwritableOutAreFoundBefor
     const HostProgram::Outcome out =
         HostProgram::run({L"webcam", L"-d", L"Lab Webcam UYVY", L"-n", L"1", L"-o", blocker + L"\\frames"});
     EXPECT_EQ(kUsageError, out.exitCode) << out.out << out.err;
-    EXPECT_TRUE(contains(out.err, "Cannot use the --out folder: Creating the folder " + narrow(blocker) +
-                                      "\\frames failed: "))
+    EXPECT_TRUE(
+        contains(out.err, "Cannot use the --out folder: Creating the folder " + narrow(blocker) + "\\frames failed: "))
         << out.err;
     EXPECT_FALSE(contains(out.out, "Capturing")) << out.out;
 }

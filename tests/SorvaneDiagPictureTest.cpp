@@ -11,8 +11,8 @@
 
 #include <memory>
 
-using sorvane::test::HostProgram;
 using sorvane::test::contains;
+using sorvane::test::HostProgram;
 using sorvane::test::JsonValue;
 using sorvane::test::ScratchFolder;
 
@@ -26,14 +26,13 @@ const wchar_t kNoise[] = L"Lab Picture Noise";
 // Its crossbar starts on the composite input, where nothing is plugged in: black.
 const wchar_t kNoInput[] = L"Lab Analog Capture Card";
 
-std::wstring camera(const std::wstring& name, unsigned product, const std::wstring& fault)
+std::wstring camera(const std::wstring &name, unsigned product, const std::wstring &fault)
 {
     wchar_t path[200] = {};
     swprintf(path, 200,
-             L"\\\\?\\usb#vid_5ab0&pid_%04x&mi_00#9&77&0&0000#{65e8773d-8f56-11d0-a3b9-00a0c9223196}\\global",
-             product);
-    return L"[webcam]\nname = " + name + L"\npath = " + path + L"\nformat = YUY2 320x240 30\nprivacy = none\n" +
-           fault + L" = yes\n";
+             L"\\\\?\\usb#vid_5ab0&pid_%04x&mi_00#9&77&0&0000#{65e8773d-8f56-11d0-a3b9-00a0c9223196}\\global", product);
+    return L"[webcam]\nname = " + name + L"\npath = " + path + L"\nformat = YUY2 320x240 30\nprivacy = none\n" + fault +
+           L" = yes\n";
 }
 
 class SorvaneDiagPictureTest : public ::testing::Test {
@@ -52,7 +51,7 @@ protected:
         JsonValue report;
     };
 
-    static Run run(std::vector<std::wstring> arguments, const ScratchFolder& folder)
+    static Run run(std::vector<std::wstring> arguments, const ScratchFolder &folder)
     {
         arguments.push_back(L"--json");
         arguments.push_back(folder.file(L"report.json"));
@@ -62,11 +61,12 @@ protected:
         return result;
     }
 
-    static Run capture(const std::wstring& device, bool strict, const ScratchFolder& folder)
+    static Run capture(const std::wstring &device, bool strict, const ScratchFolder &folder)
     {
-        std::vector<std::wstring> arguments = {L"webcam", L"--device", device, L"--frames", L"4",
+        std::vector<std::wstring> arguments = {L"webcam", L"--device",           device, L"--frames", L"4",
                                                L"--out",  folder.file(L"frames")};
-        if (strict) arguments.push_back(L"--strict");
+        if (strict)
+            arguments.push_back(L"--strict");
         return run(arguments, folder);
     }
 
@@ -83,7 +83,7 @@ TEST_F(SorvaneDiagPictureTest, AGoodPictureIsSaidAndPassesEvenWhenStrict)
     const Run good = capture(L"Lab Webcam YUY2", true, folder);
     ASSERT_EQ(0u, good.outcome.exitCode) << good.outcome.out << good.outcome.err;
     EXPECT_TRUE(contains(good.outcome.out, "Picture: good: ")) << good.outcome.out;
-    const JsonValue& picture = good.report["picture"];
+    const JsonValue &picture = good.report["picture"];
     EXPECT_EQ("good", picture["verdict"].text());
     EXPECT_EQ("capture", picture["source"].text());
     EXPECT_EQ(4.0, picture["frames"].number());
@@ -92,7 +92,7 @@ TEST_F(SorvaneDiagPictureTest, AGoodPictureIsSaidAndPassesEvenWhenStrict)
     EXPECT_GT(picture["structure"].number(), 0.5);
     EXPECT_TRUE(picture["strict"].flag());
 
-    for (const wchar_t* command : {L"webcam", L"preview", L"record"}) {
+    for (const wchar_t *command : {L"webcam", L"preview", L"record"}) {
         const HostProgram::Outcome help = HostProgram::run({command, L"--help"});
         EXPECT_TRUE(contains(help.out, "--strict            a bad picture (black, flat, noise, frozen) fails the test"))
             << help.out;
@@ -104,14 +104,15 @@ TEST_F(SorvaneDiagPictureTest, AGoodPictureIsSaidAndPassesEvenWhenStrict)
 TEST_F(SorvaneDiagPictureTest, EachBadPictureIsNamedBesideAPassingResult)
 {
     const struct {
-        const wchar_t* device;
-        const char* verdict;
+        const wchar_t *device;
+        const char *verdict;
     } kCases[] = {{kFrozen, "frozen"}, {kFlat, "flat"}, {kNoise, "noise"}, {kNoInput, "black"}};
-    for (const auto& bad : kCases) {
+    for (const auto &bad : kCases) {
         ScratchFolder folder(L"sorvane-diag-picture");
         const Run lenient = capture(bad.device, false, folder);
         EXPECT_EQ(0u, lenient.outcome.exitCode) << bad.verdict << lenient.outcome.out << lenient.outcome.err;
-        EXPECT_TRUE(contains(lenient.outcome.out, std::string("Picture: ") + bad.verdict + ": ")) << lenient.outcome.out;
+        EXPECT_TRUE(contains(lenient.outcome.out, std::string("Picture: ") + bad.verdict + ": "))
+            << lenient.outcome.out;
         EXPECT_TRUE(contains(lenient.outcome.out, "Result: PASS")) << lenient.outcome.out;
         EXPECT_EQ(bad.verdict, lenient.report["picture"]["verdict"].text());
         EXPECT_EQ("PASS", lenient.report["result"].text());

@@ -7,21 +7,22 @@
 
 #include <gtest/gtest.h>
 
-using sorvane::test::HostProgram;
 using sorvane::test::contains;
+using sorvane::test::HostProgram;
 using sorvane::test::JsonValue;
 using sorvane::test::ScratchFolder;
 using sorvane::test::SharedConsole;
 
 namespace {
 
-const wchar_t* const kTuner = L"Lab Analog TV Tuner";
+const wchar_t *const kTuner = L"Lab Analog TV Tuner";
 
-double lastPercent(const JsonValue& report)
+double lastPercent(const JsonValue &report)
 {
     double percent = -1;
     for (size_t i = 0; i < report["progress"].size(); ++i) {
-        if (report["progress"][i].has("percent")) percent = report["progress"][i]["percent"].number();
+        if (report["progress"][i].has("percent"))
+            percent = report["progress"][i]["percent"].number();
     }
     return percent;
 }
@@ -49,17 +50,18 @@ TEST(SorvaneDiagProgressTest, AWaitForFramesShowsItsLengthAndHowToStopIt)
 
 TEST(SorvaneDiagProgressTest, TheTvScanNamesItsInputsAndAnnouncesItsSecondPass)
 {
-    const HostProgram::Outcome outcome = HostProgram::run({L"tv", L"-d", kTuner, L"--set", L"TVStartChannel=5", L"--set",
-                                                           L"TVEndChannel=5", L"--set", L"CheckTVCable=false"});
+    const HostProgram::Outcome outcome =
+        HostProgram::run({L"tv", L"-d", kTuner, L"--set", L"TVStartChannel=5", L"--set", L"TVEndChannel=5", L"--set",
+                          L"CheckTVCable=false"});
     EXPECT_TRUE(contains(outcome.out, "Each channel is checked on the antenna input, then on the cable input."))
         << outcome.out;
     const size_t second = outcome.out.find("Attempt 2: the test starts again and the bar restarts.");
     ASSERT_NE(std::string::npos, second) << outcome.out;
     EXPECT_LT(outcome.out.find("Testing channel 5"), second);
 
-    const HostProgram::Outcome cableOnly = HostProgram::run({L"tv", L"-d", kTuner, L"--set", L"TVStartChannel=3",
-                                                             L"--set", L"TVEndChannel=3", L"--set", L"SignalType=CABLE",
-                                                             L"--set", L"CheckTVCable=false"});
+    const HostProgram::Outcome cableOnly =
+        HostProgram::run({L"tv", L"-d", kTuner, L"--set", L"TVStartChannel=3", L"--set", L"TVEndChannel=3", L"--set",
+                          L"SignalType=CABLE", L"--set", L"CheckTVCable=false"});
     EXPECT_TRUE(contains(cableOnly.out, "Each channel is checked on the cable input only.")) << cableOnly.out;
 }
 

@@ -7,8 +7,8 @@
 
 #include <gtest/gtest.h>
 
-using sorvane::test::HostProgram;
 using sorvane::test::contains;
+using sorvane::test::HostProgram;
 using sorvane::test::JsonValue;
 using sorvane::test::ScratchFolder;
 using sorvane::test::SharedConsole;
@@ -19,7 +19,7 @@ const DWORD kUserAborted = 17;
 const DWORD kForcedQuit = 4;
 
 // Starts the host, waits for `ready` on its output, presses Ctrl+C `presses` times.
-HostProgram::Outcome interrupt(const std::vector<std::wstring>& arguments, const std::string& ready, int presses)
+HostProgram::Outcome interrupt(const std::vector<std::wstring> &arguments, const std::string &ready, int presses)
 {
     SharedConsole console;
     EXPECT_TRUE(console.ready()) << GetLastError();
@@ -42,19 +42,18 @@ TEST(SorvaneDiagStopTest, CtrlCEndsAPreviewAndARecordingEarly)
 {
     ScratchFolder folder(L"sorvane-diag-stop");
     // A minute of preview would end with PASS; the request ends it first.
-    const HostProgram::Outcome preview =
-        interrupt({L"preview", L"-d", L"Lab Webcam RGB24", L"--set", L"TestRunTime=60", L"--json",
-                   folder.file(L"preview.json")},
-                  "Previewing", 1);
+    const HostProgram::Outcome preview = interrupt(
+        {L"preview", L"-d", L"Lab Webcam RGB24", L"--set", L"TestRunTime=60", L"--json", folder.file(L"preview.json")},
+        "Previewing", 1);
     ASSERT_TRUE(preview.finished) << preview.out;
     EXPECT_EQ(kUserAborted, preview.exitCode) << preview.out << preview.err;
     EXPECT_TRUE(contains(preview.out, "Result: USERABORTED")) << preview.out;
     EXPECT_EQ("USERABORTED", JsonValue::parse(ScratchFolder::read(folder.file(L"preview.json")))["result"].text());
 
     const std::wstring name = L"sorvane-diag-stop-" + std::to_wstring(GetCurrentProcessId());
-    const HostProgram::Outcome record = interrupt(
-        {L"record", L"-d", L"Lab Webcam RGB24", L"--name", name, L"--json", folder.file(L"record.json")},
-        "Recording", 1);
+    const HostProgram::Outcome record =
+        interrupt({L"record", L"-d", L"Lab Webcam RGB24", L"--name", name, L"--json", folder.file(L"record.json")},
+                  "Recording", 1);
     ASSERT_TRUE(record.finished) << record.out;
     EXPECT_EQ(kUserAborted, record.exitCode) << record.out << record.err;
     EXPECT_FALSE(contains(record.out, "Recorded ")) << record.out;

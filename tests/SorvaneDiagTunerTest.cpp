@@ -7,25 +7,26 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
-using sorvane::test::HostProgram;
 using sorvane::test::contains;
+using sorvane::test::HostProgram;
 using sorvane::test::JsonValue;
 using sorvane::test::ScratchFolder;
 using sorvane::test::SharedConsole;
 
 namespace {
 
-const wchar_t* const kTuner = L"Lab Analog TV Tuner";
+const wchar_t *const kTuner = L"Lab Analog TV Tuner";
 const DWORD kNoSignal = 11;
 const DWORD kUserAborted = 17;
 
 // The progress texts of a report, in order.
-std::vector<std::string> progressTexts(const JsonValue& report)
+std::vector<std::string> progressTexts(const JsonValue &report)
 {
     std::vector<std::string> texts;
-    const JsonValue& progress = report["progress"];
+    const JsonValue &progress = report["progress"];
     for (size_t i = 0; i < progress.size(); ++i) {
-        if (progress[i].has("text")) texts.push_back(progress[i]["text"].text());
+        if (progress[i].has("text"))
+            texts.push_back(progress[i]["text"].text());
     }
     return texts;
 }
@@ -37,8 +38,8 @@ TEST(SorvaneDiagTunerTest, TvScanPassesOnTheFirstChannelWithASignal)
     // The lab card carries channel 3 on its antenna input.
     ScratchFolder folder(L"sorvane-diag-tuner");
     const HostProgram::Outcome outcome =
-        HostProgram::run({L"tv", L"-d", kTuner, L"--set", L"TVStartChannel=2", L"--set", L"TVEndChannel=4",
-                          L"--json", folder.file(L"report.json")});
+        HostProgram::run({L"tv", L"-d", kTuner, L"--set", L"TVStartChannel=2", L"--set", L"TVEndChannel=4", L"--json",
+                          folder.file(L"report.json")});
     EXPECT_EQ(0u, outcome.exitCode) << outcome.out << outcome.err;
     EXPECT_TRUE(contains(outcome.out, "Result: PASS")) << outcome.out;
 
@@ -57,8 +58,8 @@ TEST(SorvaneDiagTunerTest, TvScanWithoutSignalNamesTheRangeInItsEvent)
     // Channel 5 is silent on both inputs; without the cable check the second pass asks nothing.
     ScratchFolder folder(L"sorvane-diag-tuner");
     const HostProgram::Outcome outcome =
-        HostProgram::run({L"tv", L"-d", kTuner, L"--set", L"TVStartChannel=5", L"--set", L"TVEndChannel=5",
-                          L"--set", L"CheckTVCable=false", L"--json", folder.file(L"report.json")});
+        HostProgram::run({L"tv", L"-d", kTuner, L"--set", L"TVStartChannel=5", L"--set", L"TVEndChannel=5", L"--set",
+                          L"CheckTVCable=false", L"--json", folder.file(L"report.json")});
     EXPECT_EQ(kNoSignal, outcome.exitCode) << outcome.out << outcome.err;
     EXPECT_TRUE(contains(outcome.out, "No signal was found on channels 5 to 5.")) << outcome.out;
 
@@ -94,8 +95,8 @@ TEST(SorvaneDiagTunerTest, CtrlCStopsAScanAsTheUsersRequest)
     ScratchFolder folder(L"sorvane-diag-tuner");
     SharedConsole console;
     ASSERT_TRUE(console.ready()) << GetLastError();
-    HostProgram scan({L"tv", L"-d", kTuner, L"--set", L"TVStartChannel=11", L"--set", L"TVEndChannel=60",
-                      L"--set", L"CheckTVCable=false", L"--json", folder.file(L"report.json")});
+    HostProgram scan({L"tv", L"-d", kTuner, L"--set", L"TVStartChannel=11", L"--set", L"TVEndChannel=60", L"--set",
+                      L"CheckTVCable=false", L"--json", folder.file(L"report.json")});
     ASSERT_TRUE(scan.started());
     ASSERT_TRUE(scan.waitForOutput("Testing channel 12", 60000)) << scan.outputSoFar();
     ASSERT_TRUE(console.pressCtrlC(scan.processId())) << GetLastError();

@@ -12,12 +12,12 @@
 
 #include <cstdlib>
 
-using sorvane::test::HostProgram;
 using sorvane::test::contains;
-using sorvane::test::narrow;
-using sorvane::test::wide;
+using sorvane::test::HostProgram;
 using sorvane::test::JsonValue;
+using sorvane::test::narrow;
 using sorvane::test::ScratchFolder;
+using sorvane::test::wide;
 
 namespace {
 
@@ -27,7 +27,7 @@ struct Picture {
     UINT height = 0;
     std::vector<BYTE> bgr;
 
-    static Picture load(const std::wstring& path)
+    static Picture load(const std::wstring &path)
     {
         Picture picture;
         CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
@@ -54,7 +54,7 @@ struct Picture {
     }
 
     bool decoded() const { return !bgr.empty(); }
-    const BYTE* at(int x, int y) const { return &bgr[(static_cast<size_t>(y) * width + x) * 3]; }
+    const BYTE *at(int x, int y) const { return &bgr[(static_cast<size_t>(y) * width + x) * 3]; }
     int luma(int x, int y) const { return (at(x, y)[0] + at(x, y)[1] * 6 + at(x, y)[2] * 3) / 10; }
 
     // The frame number in the lab's mark band; -1 when the band is not where it belongs
@@ -62,11 +62,13 @@ struct Picture {
     long frameNumber() const
     {
         const int y = lab::kMarkCell / 2;
-        if (luma(lab::kMarkCell / 2, y) < 192 || luma(lab::kMarkCell * 3 / 2, y) > 64) return -1;
+        if (luma(lab::kMarkCell / 2, y) < 192 || luma(lab::kMarkCell * 3 / 2, y) > 64)
+            return -1;
         long number = 0;
         for (int bit = 0; bit < lab::markBits(static_cast<int>(width)); ++bit) {
             const int x = (bit + lab::kMarkSyncCells) * lab::kMarkCell + lab::kMarkCell / 2;
-            if (luma(x, y) > 128) number |= 1L << bit;
+            if (luma(x, y) > 128)
+                number |= 1L << bit;
         }
         return number;
     }
@@ -77,7 +79,7 @@ struct Picture {
         for (int bar = 0; bar < 8; ++bar) {
             const int x = left + bar * barsWidth / 8 + barsWidth / 16;
             const lab::Rgb expected = lab::barColour(bar * barsWidth / 8 + barsWidth / 16, barsWidth);
-            const BYTE* pixel = at(x, top + barsHeight / 2);
+            const BYTE *pixel = at(x, top + barsHeight / 2);
             if (std::abs(pixel[2] - expected.r) > tolerance || std::abs(pixel[1] - expected.g) > tolerance ||
                 std::abs(pixel[0] - expected.b) > tolerance)
                 return false;
@@ -86,17 +88,18 @@ struct Picture {
     }
 };
 
-std::vector<std::string> filesOfKind(const JsonValue& report, const std::string& kind)
+std::vector<std::string> filesOfKind(const JsonValue &report, const std::string &kind)
 {
     std::vector<std::string> paths;
     for (size_t i = 0; i < report["files"].size(); ++i) {
-        if (report["files"][i]["kind"].text() == kind) paths.push_back(report["files"][i]["path"].text());
+        if (report["files"][i]["kind"].text() == kind)
+            paths.push_back(report["files"][i]["path"].text());
     }
     return paths;
 }
 
-JsonValue runWebcam(const std::wstring& device, const ScratchFolder& folder, const std::wstring& frames,
-                    HostProgram::Outcome& outcome)
+JsonValue runWebcam(const std::wstring &device, const ScratchFolder &folder, const std::wstring &frames,
+                    HostProgram::Outcome &outcome)
 {
     outcome = HostProgram::run({L"webcam", L"--device", device, L"--frames", frames, L"--out", folder.file(L"frames"),
                                 L"--json", folder.file(L"report.json")});
@@ -144,7 +147,7 @@ TEST(SorvaneDiagWebcamTest, FramesAreSavedInCaptureOrderWithAContactSheet)
 
 TEST(SorvaneDiagWebcamTest, EveryRawLayoutComesOutUprightInTrueColours)
 {
-    for (const wchar_t* device : {L"Lab Webcam RGB24", L"Lab Webcam RGB24 Top-Down", L"Lab Webcam UYVY"}) {
+    for (const wchar_t *device : {L"Lab Webcam RGB24", L"Lab Webcam RGB24 Top-Down", L"Lab Webcam UYVY"}) {
         ScratchFolder folder(L"sorvane-diag-webcam");
         HostProgram::Outcome outcome;
         const JsonValue report = runWebcam(device, folder, L"1", outcome);
@@ -167,7 +170,7 @@ TEST(SorvaneDiagWebcamTest, TheReportKeepsProgressChangesTimingsAndFileSizes)
     const JsonValue report = runWebcam(L"Lab Webcam UYVY", folder, L"2", outcome);
     ASSERT_EQ(0u, outcome.exitCode);
 
-    const JsonValue& progress = report["progress"];
+    const JsonValue &progress = report["progress"];
     ASSERT_GT(progress.size(), 0u);
     for (size_t i = 1; i < progress.size(); ++i) {
         EXPECT_GE(progress[i]["atMs"].number(), progress[i - 1]["atMs"].number());
@@ -175,10 +178,10 @@ TEST(SorvaneDiagWebcamTest, TheReportKeepsProgressChangesTimingsAndFileSizes)
             EXPECT_NE(progress[i]["percent"].number(), progress[i - 1]["percent"].number());
         }
     }
-    for (const char* timing : {"enumerationMs", "captureMs", "savingMs", "totalMs"})
+    for (const char *timing : {"enumerationMs", "captureMs", "savingMs", "totalMs"})
         EXPECT_EQ(JsonValue::NUMBER, report["timings"][timing].type()) << timing;
     for (size_t i = 0; i < report["files"].size(); ++i) {
-        const JsonValue& file = report["files"][i];
+        const JsonValue &file = report["files"][i];
         EXPECT_EQ(static_cast<double>(ScratchFolder::read(wide(file["path"].text())).size()), file["bytes"].number());
     }
 }
@@ -188,8 +191,8 @@ TEST(SorvaneDiagWebcamTest, TheLibrarysLogGoesToTheFileAtTheLevelAsked)
     ScratchFolder folder(L"sorvane-diag-webcam");
     const std::wstring detail = folder.file(L"detail.log");
     const std::wstring errors = folder.file(L"errors.log");
-    EXPECT_EQ(0u, HostProgram::run({L"webcam", L"-d", L"Lab Webcam UYVY", L"-n", L"1", L"-o", folder.file(L"a"),
-                                    L"--log", detail})
+    EXPECT_EQ(0u, HostProgram::run(
+                      {L"webcam", L"-d", L"Lab Webcam UYVY", L"-n", L"1", L"-o", folder.file(L"a"), L"--log", detail})
                       .exitCode);
     EXPECT_EQ(0u, HostProgram::run({L"webcam", L"-d", L"Lab Webcam UYVY", L"-n", L"1", L"-o", folder.file(L"b"),
                                     L"--log", errors, L"--log-level", L"error"})

@@ -22,10 +22,11 @@ const std::vector<std::wstring> kChannels2To3Twice = {
     L"Channel 2 antenna TV", L"Channel 2 cable TV", L"Channel 3 antenna TV", L"Channel 3 cable TV",
 };
 
-std::string variable(const ruvo::Event* event, const char* name)
+std::string variable(const ruvo::Event *event, const char *name)
 {
     ruvo::Value value;
-    if (!event || !event->variables().get(kel::String(name), value)) return "(unset)";
+    if (!event || !event->variables().get(kel::String(name), value))
+        return "(unset)";
     return sorvane::test::narrow(value.toKELString());
 }
 
@@ -100,7 +101,7 @@ TEST_F(TVTunerTest, RangeWithoutSignalAsksAboutTheCableThenEndsWithNoSignalWithT
     EXPECT_EQ(recorder().percents, (std::vector<int>{100, 200, 100, 200}));
 
     ASSERT_EQ(recorder().prompts.size(), 1u);
-    const ruvo::RecordingBackend::Prompt& prompt = recorder().prompts[0];
+    const ruvo::RecordingBackend::Prompt &prompt = recorder().prompts[0];
     EXPECT_EQ(prompt.title, kel::String(L"Tuner test"));
     EXPECT_EQ(prompt.text, ruvo::MessageCatalog::text(kel::String(L"CheckCableConnectedMessage")));
     EXPECT_EQ(prompt.type, 0);
@@ -118,7 +119,7 @@ TEST_F(TVTunerTest, RangeWithoutSignalAsksAboutTheCableThenEndsWithNoSignalWithT
 // Notes, when the cable question is shown, whether the capture window is up and the card runs.
 class QuestionObserver : public ruvo::RecordingBackend {
 public:
-    bool displayMessageBox(ruvo::MessageBox2& box) override
+    bool displayMessageBox(ruvo::MessageBox2 &box) override
     {
         for (HWND window : sorvane::test::WindowWatcher::findInThisProcess(L"KEL_CaptureBase_Window"))
             visibleWindows += IsWindowVisible(window) ? 1 : 0;
@@ -211,10 +212,10 @@ TEST_F(TVTunerTest, ChannelOutsideTheLimitsIsABadParameter)
     struct Case {
         uint32_t start;
         uint32_t end;
-        const char* name;
-        const char* value;
+        const char *name;
+        const char *value;
     };
-    for (const Case& c : {Case{1, 5, "TVStartChannel", "1"}, Case{2, 61, "TVEndChannel", "61"}}) {
+    for (const Case &c : {Case{1, 5, "TVStartChannel", "1"}, Case{2, 61, "TVEndChannel", "61"}}) {
         SCOPED_TRACE(c.name);
         setTVRange(c.start, c.end);
 

@@ -49,10 +49,11 @@ Bytes packets(int count, int errorEvery = 0)
 // Hands out the packets of a byte block in order.
 class BlockSource : public sorvane::TsPacketSource {
 public:
-    explicit BlockSource(const Bytes& bytes) : m_bytes(bytes), m_at(0), m_taken(0) {}
-    bool getNextPacket(unsigned char* packet) override
+    explicit BlockSource(const Bytes &bytes) : m_bytes(bytes), m_at(0), m_taken(0) {}
+    bool getNextPacket(unsigned char *packet) override
     {
-        if (m_at + TsStreamBuilder::kPacketSize > m_bytes.size()) return false;
+        if (m_at + TsStreamBuilder::kPacketSize > m_bytes.size())
+            return false;
         std::memcpy(packet, m_bytes.data() + m_at, TsStreamBuilder::kPacketSize);
         m_at += TsStreamBuilder::kPacketSize;
         ++m_taken;
@@ -66,7 +67,7 @@ private:
     int m_taken;
 };
 
-int search(const TsStreamBuilder& stream)
+int search(const TsStreamBuilder &stream)
 {
     BlockSource source(stream.bytes());
     return ClearProgramSearch::processTransportStream(source);
@@ -179,7 +180,8 @@ TEST_F(TransportStreamTest, ClearProgramSearchStopsReadingOnceItKnows)
 {
     TsStreamBuilder stream = twoPrograms(false);
     stream.addPayload(kVideoPid, false).addPayload(kAudioPid, false);
-    for (int i = 0; i < 50; ++i) stream.addPayload(kVideo2Pid, false);
+    for (int i = 0; i < 50; ++i)
+        stream.addPayload(kVideo2Pid, false);
     BlockSource source(stream.bytes());
     EXPECT_EQ(ClearProgramSearch::processTransportStream(source), 3);
     EXPECT_EQ(source.taken(), 5);
@@ -215,7 +217,9 @@ TEST_F(TransportStreamTest, ClearProgramSearchAssemblesAndChecksSections)
     version.addSection(0, TsStreamBuilder::pat({{9, kPmt2}}, 4));
     version.addSection(kPmt1, TsStreamBuilder::pmt(7, streams(kVideoPid, kAudioPid)));
     version.addSection(kPmt2, TsStreamBuilder::pmt(9, streams(kVideo2Pid, kAudio2Pid)));
-    EXPECT_EQ(search(version.addPayload(kVideoPid, false).addPayload(kAudioPid, false).addPayload(kVideo2Pid, false)
+    EXPECT_EQ(search(version.addPayload(kVideoPid, false)
+                         .addPayload(kAudioPid, false)
+                         .addPayload(kVideo2Pid, false)
                          .addPayload(kAudio2Pid, false)),
               9);
 
@@ -264,14 +268,15 @@ TEST_F(TransportStreamTest, ClearProgramSearchSurvivesArbitraryBytes)
     for (int round = 0; round < 200; ++round) {
         TsStreamBuilder stream = twoPrograms(false);
         Bytes bytes = stream.bytes();
-        for (int flips = 0; flips < 30; ++flips) bytes[random() % bytes.size()] = static_cast<uint8_t>(random());
+        for (int flips = 0; flips < 30; ++flips)
+            bytes[random() % bytes.size()] = static_cast<uint8_t>(random());
         BlockSource source(bytes);
         const int answer = ClearProgramSearch::processTransportStream(source);
         EXPECT_TRUE(answer == -1 || answer >= 1) << answer;
     }
 }
 
-sorvane::StreamHealth health(const TsStreamBuilder& stream, double durationMs)
+sorvane::StreamHealth health(const TsStreamBuilder &stream, double durationMs)
 {
     return sorvane::StreamHealthMonitor::analyze(stream.bytes().data(), static_cast<int>(stream.bytes().size()),
                                                  durationMs);
@@ -281,7 +286,10 @@ TEST_F(TransportStreamTest, StreamHealthCountsThePriorityOneIndicators)
 {
     TsStreamBuilder clean = twoPrograms(false);
     for (int i = 0; i < 4; ++i) {
-        clean.addPayload(kVideoPid, false).addPayload(kAudioPid, false).addPayload(kVideo2Pid, false).addPayload(kAudio2Pid, false);
+        clean.addPayload(kVideoPid, false)
+            .addPayload(kAudioPid, false)
+            .addPayload(kVideo2Pid, false)
+            .addPayload(kAudio2Pid, false);
     }
     const sorvane::StreamHealth good = health(clean, 100.0);
     EXPECT_TRUE(good.clean());
@@ -299,11 +307,13 @@ TEST_F(TransportStreamTest, StreamHealthCountsThePriorityOneIndicators)
     // One damaged sync byte is an error; two in a row lose the sync.
     Bytes damaged = clean.bytes();
     damaged[188 * 6] = 0x00;
-    sorvane::StreamHealth oneBad = sorvane::StreamHealthMonitor::analyze(damaged.data(), static_cast<int>(damaged.size()), 0);
+    sorvane::StreamHealth oneBad =
+        sorvane::StreamHealthMonitor::analyze(damaged.data(), static_cast<int>(damaged.size()), 0);
     EXPECT_EQ(oneBad.syncByteErrors, 1);
     EXPECT_EQ(oneBad.syncLosses, 0);
     damaged[188 * 7] = 0x00;
-    sorvane::StreamHealth twoBad = sorvane::StreamHealthMonitor::analyze(damaged.data(), static_cast<int>(damaged.size()), 0);
+    sorvane::StreamHealth twoBad =
+        sorvane::StreamHealthMonitor::analyze(damaged.data(), static_cast<int>(damaged.size()), 0);
     EXPECT_EQ(twoBad.syncLosses, 1);
 
     // No PAT at all.
@@ -322,7 +332,8 @@ TEST_F(TransportStreamTest, StreamHealthCountsThePriorityOneIndicators)
 
     // The PAT only once in two seconds is late.
     TsStreamBuilder late = twoPrograms(false);
-    for (int i = 0; i < 97; ++i) late.addPayload(kVideoPid, false);
+    for (int i = 0; i < 97; ++i)
+        late.addPayload(kVideoPid, false);
     const sorvane::StreamHealth slow = health(late, 2000.0);
     EXPECT_GE(slow.patErrors, 1);
     EXPECT_FALSE(slow.patMissing);
@@ -332,7 +343,7 @@ TEST_F(TransportStreamTest, ChannelPlans)
 {
     const int entries = sorvane::CableFrequencyPlan::kEntries;
     EXPECT_EQ(entries, 135);
-    const uint32_t* cable = sorvane::CableFrequencyPlan::table();
+    const uint32_t *cable = sorvane::CableFrequencyPlan::table();
     EXPECT_EQ(cable[0], 0u);
     EXPECT_EQ(cable[1], 73250u);
     EXPECT_EQ(cable[2], 55250u);
@@ -349,7 +360,7 @@ TEST_F(TransportStreamTest, ChannelPlans)
     EXPECT_EQ(cable[134], 853250u);
     EXPECT_EQ(sorvane::CableFrequencyPlan::frequencyKHz(135), 0u);
 
-    const uint32_t* dtmb = sorvane::DTMBFrequencyPlan::table();
+    const uint32_t *dtmb = sorvane::DTMBFrequencyPlan::table();
     EXPECT_EQ(dtmb[13], 474000u);
     EXPECT_EQ(dtmb[24], 562000u);
     EXPECT_EQ(dtmb[25], 610000u);

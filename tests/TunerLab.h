@@ -22,20 +22,21 @@ namespace sorvane {
 namespace test {
 
 // A card with IAMTVTuner (TV and FM) and a crossbar.
-const wchar_t* const kLabTVCard = L"Lab Analog TV Tuner";
+const wchar_t *const kLabTVCard = L"Lab Analog TV Tuner";
 // A capture card with a crossbar but no tuner.
-const wchar_t* const kLabCaptureCard = L"Lab Analog Capture Card";
+const wchar_t *const kLabCaptureCard = L"Lab Analog Capture Card";
 
-inline kel::String monikerText(IPropertyBag* bag, const wchar_t* name)
+inline kel::String monikerText(IPropertyBag *bag, const wchar_t *name)
 {
     sorvane::ScopedVariant value;
-    if (FAILED(bag->Read(name, value.get(), nullptr))) return kel::String();
+    if (FAILED(bag->Read(name, value.get(), nullptr)))
+        return kel::String();
     return value.text();
 }
 
 // The framework's record of the lab device with this friendly name, with these capabilities;
 // an empty record when the lab does not have it.
-inline ruvo::DiagDevice labDevice(const std::wstring& friendlyName, const ruvo::DeviceCapability& capabilities)
+inline ruvo::DiagDevice labDevice(const std::wstring &friendlyName, const ruvo::DeviceCapability &capabilities)
 {
     const HRESULT init = CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
     ruvo::DiagDevice found;
@@ -47,9 +48,10 @@ inline ruvo::DiagDevice labDevice(const std::wstring& friendlyName, const ruvo::
             CComPtr<IMoniker> moniker;
             while (monikers->Next(1, &moniker, nullptr) == S_OK) {
                 CComPtr<IPropertyBag> bag;
-                moniker->BindToStorage(nullptr, nullptr, IID_IPropertyBag, reinterpret_cast<void**>(&bag));
+                moniker->BindToStorage(nullptr, nullptr, IID_IPropertyBag, reinterpret_cast<void **>(&bag));
                 moniker.Release();
-                if (!bag || monikerText(bag, L"FriendlyName") != kel::String(friendlyName.c_str())) continue;
+                if (!bag || monikerText(bag, L"FriendlyName") != kel::String(friendlyName.c_str()))
+                    continue;
                 const kel::String name(friendlyName.c_str());
                 found = ruvo::DiagDevice(name, monikerText(bag, L"Description"),
                                          locatorOf(monikerText(bag, L"DevicePath")), capabilities);
@@ -58,7 +60,8 @@ inline ruvo::DiagDevice labDevice(const std::wstring& friendlyName, const ruvo::
             }
         }
     }
-    if (SUCCEEDED(init)) CoUninitialize();
+    if (SUCCEEDED(init))
+        CoUninitialize();
     return found;
 }
 
@@ -69,17 +72,18 @@ inline ruvo::DiagDevice labTVCard()
 }
 
 // The card's journal entries that begin with `prefix`, in order.
-inline std::vector<std::wstring> journalOf(const std::wstring& device, const std::wstring& prefix)
+inline std::vector<std::wstring> journalOf(const std::wstring &device, const std::wstring &prefix)
 {
     std::vector<std::wstring> entries;
-    for (const std::wstring& entry : lab::journal(device)) {
-        if (entry.compare(0, prefix.size(), prefix) == 0) entries.push_back(entry);
+    for (const std::wstring &entry : lab::journal(device)) {
+        if (entry.compare(0, prefix.size(), prefix) == 0)
+            entries.push_back(entry);
     }
     return entries;
 }
 
 // The channels tuned, as "Channel <n> antenna|cable TV|FM".
-inline std::vector<std::wstring> tunedChannels(const std::wstring& device)
+inline std::vector<std::wstring> tunedChannels(const std::wstring &device)
 {
     return journalOf(device, L"Channel ");
 }

@@ -43,11 +43,12 @@ protected:
         FrameworkTest::TearDown();
     }
 
-    size_t logCount(const wchar_t* text) { return log().find(kel::String(text)).size(); }
-    bool journalHas(const std::wstring& entry) const
+    size_t logCount(const wchar_t *text) { return log().find(kel::String(text)).size(); }
+    bool journalHas(const std::wstring &entry) const
     {
-        for (const std::wstring& line : lab::journal(kCamera)) {
-            if (line == entry) return true;
+        for (const std::wstring &line : lab::journal(kCamera)) {
+            if (line == entry)
+                return true;
         }
         return false;
     }
@@ -61,7 +62,8 @@ protected:
     CComPtr<IVideoWindow> videoWindow() const
     {
         CComPtr<IVideoWindow> video;
-        if (capture.graph()) CComPtr<IGraphBuilder>(capture.graph()).QueryInterface(&video);
+        if (capture.graph())
+            CComPtr<IGraphBuilder>(capture.graph()).QueryInterface(&video);
         return video;
     }
 
@@ -74,7 +76,10 @@ private:
     long m_liveAtStart = 0;
 };
 
-bool samplesArrived() { return lab::samplesDelivered(kCamera) > 0; }
+bool samplesArrived()
+{
+    return lab::samplesDelivered(kCamera) > 0;
+}
 
 TEST_F(VideoWindowTest, VideoFillsTheWindowOnceTheWindowKnowsItsObject)
 {
@@ -133,7 +138,7 @@ TEST_F(VideoWindowTest, ClosingTheWindowReleasesTheGraphAtOnceAndThePreviewEndsO
     setParameter("TestRunTime", 2u);
     bool stoppedBeforeTheTime = false;
     {
-        SideThread user([&](SideThread& side) {
+        SideThread user([&](SideThread &side) {
             HWND window = nullptr;
             if (!side.waitUntil([&] {
                     const std::vector<HWND> windows = WindowWatcher::findInThisProcess(kWindowClass);

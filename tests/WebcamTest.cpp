@@ -38,17 +38,21 @@ const wchar_t kUyvyCamera[] = L"Lab Webcam UYVY";
 const wchar_t kMjpgCamera[] = L"Lab Webcam MJPG";
 const wchar_t kYuy2MjpgCamera[] = L"Lab Webcam YUY2 MJPG";
 
-kel::String text(const wchar_t* value) { return kel::String(value); }
+kel::String text(const wchar_t *value)
+{
+    return kel::String(value);
+}
 
-kel::String bagText(IPropertyBag* bag, const wchar_t* name)
+kel::String bagText(IPropertyBag *bag, const wchar_t *name)
 {
     sorvane::ScopedVariant value;
-    if (FAILED(bag->Read(name, value.get(), nullptr))) return kel::String();
+    if (FAILED(bag->Read(name, value.get(), nullptr)))
+        return kel::String();
     return value.text();
 }
 
 // The framework's record of the lab camera with this friendly name, as an enumerator makes it.
-ruvo::DiagDevice labWebcam(const wchar_t* friendlyName)
+ruvo::DiagDevice labWebcam(const wchar_t *friendlyName)
 {
     CComPtr<ICreateDevEnum> devices;
     CComPtr<IEnumMoniker> monikers;
@@ -60,7 +64,8 @@ ruvo::DiagDevice labWebcam(const wchar_t* friendlyName)
         CComPtr<IPropertyBag> bag;
         moniker->BindToStorage(nullptr, nullptr, IID_PPV_ARGS(&bag));
         moniker.Release();
-        if (!bag || bagText(bag, L"FriendlyName") != text(friendlyName)) continue;
+        if (!bag || bagText(bag, L"FriendlyName") != text(friendlyName))
+            continue;
         ruvo::DiagDevice device(text(friendlyName), bagText(bag, L"Description"),
                                 sorvane::test::locatorOf(bagText(bag, L"DevicePath")),
                                 ruvo::DeviceCapability::VideoCapture() | ruvo::DeviceCapability::Webcam());
@@ -71,16 +76,17 @@ ruvo::DiagDevice labWebcam(const wchar_t* friendlyName)
 }
 
 // The camera's journal entries that begin with `prefix`, in order.
-std::vector<std::wstring> journalOf(const std::wstring& device, const std::wstring& prefix)
+std::vector<std::wstring> journalOf(const std::wstring &device, const std::wstring &prefix)
 {
     std::vector<std::wstring> entries;
-    for (const std::wstring& entry : lab::journal(device)) {
-        if (entry.compare(0, prefix.size(), prefix) == 0) entries.push_back(entry);
+    for (const std::wstring &entry : lab::journal(device)) {
+        if (entry.compare(0, prefix.size(), prefix) == 0)
+            entries.push_back(entry);
     }
     return entries;
 }
 
-lab::PixelLayout layoutOf(const Webcam::FrameInfo& info)
+lab::PixelLayout layoutOf(const Webcam::FrameInfo &info)
 {
     switch (info.format) {
     case Webcam::FrameInfo::FORMAT_YUY2:
@@ -93,10 +99,10 @@ lab::PixelLayout layoutOf(const Webcam::FrameInfo& info)
 }
 
 // The lab's frame numbers of the frames, in order; -1 for a frame without the lab's mark.
-std::vector<long> frameNumbers(const Webcam::FrameList& frames, const Webcam::FrameInfo& info)
+std::vector<long> frameNumbers(const Webcam::FrameList &frames, const Webcam::FrameInfo &info)
 {
     std::vector<long> numbers;
-    for (const boost::shared_ptr<unsigned char>& frame : frames) {
+    for (const boost::shared_ptr<unsigned char> &frame : frames) {
         lab::FrameView view = {frame.get(), 0, layoutOf(info), info.width, info.height, info.bottomUp};
         view.length = view.stride() * info.height;
         unsigned long number = 0;
@@ -108,7 +114,8 @@ std::vector<long> frameNumbers(const Webcam::FrameList& frames, const Webcam::Fr
 std::vector<long> consecutiveFrom(long first, size_t count)
 {
     std::vector<long> numbers;
-    for (size_t i = 0; i < count; ++i) numbers.push_back(first + static_cast<long>(i));
+    for (size_t i = 0; i < count; ++i)
+        numbers.push_back(first + static_cast<long>(i));
     return numbers;
 }
 
@@ -116,7 +123,7 @@ std::vector<long> consecutiveFrom(long first, size_t count)
 // once the camera is found, notes the filters of each graph it wires, and can cut a run short.
 class ObservedWebcam : public Webcam {
 public:
-    ObservedWebcam(const ruvo::DiagDevice& device, unsigned int captureDelay = 0)
+    ObservedWebcam(const ruvo::DiagDevice &device, unsigned int captureDelay = 0)
         : Webcam(device, kel::String(L"Webcam test"), captureDelay)
     {
     }
@@ -138,13 +145,15 @@ protected:
     void setupDevice() override
     {
         Webcam::setupDevice();
-        if (readPrivacy) getPrivacy(privacyValue, privacyFlags);
+        if (readPrivacy)
+            getPrivacy(privacyValue, privacyFlags);
     }
 
     void setupSampleGrabber() override
     {
         Webcam::setupSampleGrabber();
-        if (!grabberTakesOnlyRgb24) return;
+        if (!grabberTakesOnlyRgb24)
+            return;
         AM_MEDIA_TYPE rgb24 = {};
         rgb24.majortype = MEDIATYPE_Video;
         rgb24.subtype = MEDIASUBTYPE_RGB24;
@@ -159,7 +168,8 @@ protected:
 
     void run(boost::function<bool()> stopCondition, bool withWindow, bool continueWithoutWindow) override
     {
-        if (stopRunAfterSamples == 0) return Webcam::run(stopCondition, withWindow, continueWithoutWindow);
+        if (stopRunAfterSamples == 0)
+            return Webcam::run(stopCondition, withWindow, continueWithoutWindow);
         const std::wstring device = m_device.name().c_str();
         const long long enough = stopRunAfterSamples;
         Webcam::run([device, enough] { return lab::samplesDelivered(device) >= enough; }, withWindow,
@@ -171,7 +181,8 @@ private:
     {
         std::vector<CLSID> classes;
         CComPtr<IEnumFilters> filters;
-        if (FAILED(m_graphManager->EnumFilters(&filters))) return classes;
+        if (FAILED(m_graphManager->EnumFilters(&filters)))
+            return classes;
         CComPtr<IBaseFilter> filter;
         while (filters->Next(1, &filter, nullptr) == S_OK) {
             CLSID id = GUID_NULL;
@@ -183,18 +194,21 @@ private:
     }
 };
 
-
-bool contains(const std::vector<CLSID>& classes, const CLSID& wanted)
+bool contains(const std::vector<CLSID> &classes, const CLSID &wanted)
 {
-    for (const CLSID& id : classes) {
-        if (IsEqualCLSID(id, wanted)) return true;
+    for (const CLSID &id : classes) {
+        if (IsEqualCLSID(id, wanted))
+            return true;
     }
     return false;
 }
 
 using sorvane::test::SideThread;
 
-bool journalHas(const std::wstring& camera, const std::wstring& entry) { return !journalOf(camera, entry).empty(); }
+bool journalHas(const std::wstring &camera, const std::wstring &entry)
+{
+    return !journalOf(camera, entry).empty();
+}
 
 class WebcamTest : public sorvane::test::FrameworkTest {
 protected:
@@ -203,8 +217,8 @@ protected:
         FrameworkTest::SetUp();
         ASSERT_TRUE(SUCCEEDED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED)));
         m_liveObjects = lab::liveObjects();
-        for (const wchar_t* camera : {kRgb24Camera, kTopDownCamera, kYuy2Camera, kUyvyCamera, kMjpgCamera,
-                                      kYuy2MjpgCamera})
+        for (const wchar_t *camera :
+             {kRgb24Camera, kTopDownCamera, kYuy2Camera, kUyvyCamera, kMjpgCamera, kYuy2MjpgCamera})
             lab::clearJournal(camera);
     }
 
@@ -218,41 +232,41 @@ protected:
     }
 
     // Captures and returns the frames; fails the test on an exception.
-    Webcam::FrameList capture(Webcam& webcam, unsigned long long count, Webcam::FrameInfo& info)
+    Webcam::FrameList capture(Webcam &webcam, unsigned long long count, Webcam::FrameInfo &info)
     {
         try {
             webcam.captureFrames(count);
-        } catch (const CaptureException& e) {
+        } catch (const CaptureException &e) {
             ADD_FAILURE() << "captureFrames threw " << sorvane::test::narrow(e.toString());
         }
         return webcam.getFrames(info);
     }
 
     // The exception the capture ends with; a PASS result when there was none.
-    CaptureException captureFailure(Webcam& webcam, unsigned long long count)
+    CaptureException captureFailure(Webcam &webcam, unsigned long long count)
     {
         return sorvane::test::outcomeOf([&] { webcam.captureFrames(count); });
     }
 
-    CaptureException captureFailure(const wchar_t* camera, unsigned long long count)
+    CaptureException captureFailure(const wchar_t *camera, unsigned long long count)
     {
         Webcam webcam(labWebcam(camera), text(L"Webcam test"), 0);
         return captureFailure(webcam, count);
     }
 
-    size_t logCount(const wchar_t* message) { return log().find(text(message)).size(); }
+    size_t logCount(const wchar_t *message) { return log().find(text(message)).size(); }
 
 private:
     long m_liveObjects = 0;
 };
 
 struct FormatCase {
-    const wchar_t* camera;
+    const wchar_t *camera;
     int32_t width;
     int32_t height;
     int32_t format;
     bool bottomUp;
-    const wchar_t* firstFormatSet;
+    const wchar_t *firstFormatSet;
 };
 
 TEST_F(WebcamTest, FramesOfEachFormatComeBackInOrderFromTheLargestCapability)
@@ -263,7 +277,7 @@ TEST_F(WebcamTest, FramesOfEachFormatComeBackInOrderFromTheLargestCapability)
         {kYuy2Camera, 640, 480, Webcam::FrameInfo::FORMAT_YUY2, false, L"SetFormat YUY2 640x480"},
         {kUyvyCamera, 640, 480, Webcam::FrameInfo::FORMAT_UYVY, false, L"SetFormat UYVY 640x480"},
     };
-    for (const FormatCase& c : cases) {
+    for (const FormatCase &c : cases) {
         SCOPED_TRACE(sorvane::test::narrow(text(c.camera)));
         Webcam webcam(labWebcam(c.camera), text(L"Webcam test"), 0);
         Webcam::FrameInfo info;
@@ -341,10 +355,12 @@ TEST_F(WebcamTest, TimedOutCapabilityIsFollowedByARebuiltGraphAndTheNextCapabili
     {
         // Once the camera runs, the clock moves past the 60 + 3 x 5 seconds three frames may
         // take; once that run has stopped, the camera delivers again.
-        SideThread timeOut([](SideThread& side) {
-            if (!side.waitUntil([] { return journalHas(kYuy2Camera, L"Run"); })) return;
+        SideThread timeOut([](SideThread &side) {
+            if (!side.waitUntil([] { return journalHas(kYuy2Camera, L"Run"); }))
+                return;
             kel::Clock::advanceMilliseconds(76000);
-            if (!side.waitUntil([] { return journalHas(kYuy2Camera, L"Stop"); })) return;
+            if (!side.waitUntil([] { return journalHas(kYuy2Camera, L"Stop"); }))
+                return;
             LabSetOverride(kYuy2Camera, L"fault.nosamples", nullptr);
         });
         frames = capture(webcam, 3, info);
@@ -362,7 +378,8 @@ TEST_F(WebcamTest, TimedOutCapabilityIsFollowedByARebuiltGraphAndTheNextCapabili
     ASSERT_FALSE(recorder().percents.empty());
     EXPECT_LE(recorder().percents.front(), 1);
     EXPECT_EQ(recorder().percents.back(), 25);
-    for (int percent : recorder().percents) EXPECT_TRUE(percent <= 1 || percent == 25) << percent;
+    for (int percent : recorder().percents)
+        EXPECT_TRUE(percent <= 1 || percent == 25) << percent;
 }
 
 TEST_F(WebcamTest, ShortfallAfterACompletedRunEndsTheCaptureAtOnce)
@@ -423,14 +440,14 @@ TEST_F(WebcamTest, GrabberSetUpFailuresFailEachCapabilityAndThenTheCapture)
     using sorvane::test::FaultySampleGrabber;
     const struct {
         FaultySampleGrabber::Method method;
-        const wchar_t* logged;
+        const wchar_t *logged;
     } cases[] = {
         {FaultySampleGrabber::SET_MEDIA_TYPE, L"SampleGrabber SetMediaType failed:"},
         {FaultySampleGrabber::SET_ONE_SHOT, L"SetOneShot failed:"},
         {FaultySampleGrabber::SET_BUFFER_SAMPLES, L"SetBufferSamples failed: "},
         {FaultySampleGrabber::SET_CALLBACK, L"SetCallback failed: "},
     };
-    for (const auto& c : cases) {
+    for (const auto &c : cases) {
         SCOPED_TRACE(sorvane::test::narrow(text(c.logged)));
         const size_t loggedBefore = logCount(c.logged);
         lab::clearJournal(kRgb24Camera);
@@ -452,12 +469,15 @@ TEST_F(WebcamTest, AbortedCodeAndTheUsersFailAnswerAreNotRetriedOnTheNextCapabil
 {
     ObservedWebcam webcam(labWebcam(kRgb24Camera));
     // 995 is compared as the plain Win32 number, whatever the result and event.
-    EXPECT_FALSE(webcam.isRecoverable(CaptureException(TestResult::FAIL(), 995, sorvane::g_errorCreatingFilterGraph, nullptr)));
+    EXPECT_FALSE(
+        webcam.isRecoverable(CaptureException(TestResult::FAIL(), 995, sorvane::g_errorCreatingFilterGraph, nullptr)));
     EXPECT_TRUE(webcam.isRecoverable(
         CaptureException(TestResult::FAIL(), HRESULT_FROM_WIN32(995), sorvane::g_errorCreatingFilterGraph, nullptr)));
     EXPECT_FALSE(webcam.isRecoverable(CaptureException(TestResult::FAIL(), 0, sorvane::g_userClickedFail, nullptr)));
-    EXPECT_FALSE(webcam.isRecoverable(CaptureException(TestResult::FAIL(), 0, sorvane::g_errorCapturingFrames, nullptr)));
-    EXPECT_FALSE(webcam.isRecoverable(CaptureException(TestResult::DEVICEBUSY(), 0, nullptr, sorvane::g_fastAccessRunning)));
+    EXPECT_FALSE(
+        webcam.isRecoverable(CaptureException(TestResult::FAIL(), 0, sorvane::g_errorCapturingFrames, nullptr)));
+    EXPECT_FALSE(
+        webcam.isRecoverable(CaptureException(TestResult::DEVICEBUSY(), 0, nullptr, sorvane::g_fastAccessRunning)));
     // A time-out goes on to the next capability.
     EXPECT_TRUE(webcam.isRecoverable(CaptureException(TestResult::FAIL(), 0, sorvane::g_errorNoSignal, nullptr)));
 }
@@ -529,7 +549,7 @@ TEST_F(WebcamTest, PrivacyIsReadAndLeftOffWhereTheCameraHasIt)
         EXPECT_EQ(journalOf(kRgb24Camera, L"Privacy"), std::vector<std::wstring>{L"Privacy 0 1"});
     }
     // No camera control at all, and camera control without the privacy property.
-    for (const wchar_t* camera : {kTopDownCamera, kYuy2Camera}) {
+    for (const wchar_t *camera : {kTopDownCamera, kYuy2Camera}) {
         SCOPED_TRACE(sorvane::test::narrow(text(camera)));
         ObservedWebcam webcam(labWebcam(camera));
         webcam.readPrivacy = true;
@@ -597,13 +617,13 @@ TEST_F(WebcamTest, RecordingRendersTheCaptureStreamIntoTheMultiplexer)
     Webcam webcam(labWebcam(kYuy2Camera), text(L"Webcam test"), 0);
     {
         // The recording's three seconds pass once the camera has delivered a few frames.
-        SideThread stopper([](SideThread& side) {
+        SideThread stopper([](SideThread &side) {
             if (side.waitUntil([] { return lab::samplesDelivered(kYuy2Camera) >= 5; }))
                 kel::Clock::advanceMilliseconds(3100);
         });
         try {
             webcam.captureToFile(text(L"WebcamTest"));
-        } catch (const CaptureException& e) {
+        } catch (const CaptureException &e) {
             ADD_FAILURE() << "captureToFile threw " << sorvane::test::narrow(e.toString());
         }
     }

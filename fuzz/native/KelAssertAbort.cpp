@@ -6,7 +6,7 @@
 
 namespace kel {
 
-void AssertionFailure::logAssert(const char* file, int line, const char* expression)
+void AssertionFailure::logAssert(const char *file, int line, const char *expression)
 {
     std::fprintf(stderr, "assertion failed: %s:%d: %s\n", file, line, expression);
 }

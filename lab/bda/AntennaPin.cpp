@@ -41,7 +41,10 @@ STDMETHODIMP AntennaPin::Connect(IPin *receiver, const AM_MEDIA_TYPE *type)
     return S_OK;
 }
 
-STDMETHODIMP AntennaPin::ReceiveConnection(IPin *, const AM_MEDIA_TYPE *) { return E_UNEXPECTED; }
+STDMETHODIMP AntennaPin::ReceiveConnection(IPin *, const AM_MEDIA_TYPE *)
+{
+    return E_UNEXPECTED;
+}
 
 CComPtr<IPin> AntennaPin::peer()
 {

@@ -7,8 +7,8 @@
 namespace lab {
 
 namespace {
-const ClassRegistration registration(
-    ClassInfo::plain(CLSID_ATSCLocator, L"Sorvane Lab ATSC Locator", &createObject<AtscLocator, IATSCLocator2>));
+const ClassRegistration registration(ClassInfo::plain(CLSID_ATSCLocator, L"Sorvane Lab ATSC Locator",
+                                                      &createObject<AtscLocator, IATSCLocator2>));
 }
 
 CComPtr<ILocator> AtscLocator::withModulation(ModulationType modulation)
@@ -25,12 +25,30 @@ bool AtscLocator::answers(REFIID iid) const
            IsEqualIID(iid, __uuidof(IATSCLocator2));
 }
 
-STDMETHODIMP AtscLocator::get_PhysicalChannel(LONG *channel) { return read(channel, m_physicalChannel); }
-STDMETHODIMP AtscLocator::put_PhysicalChannel(LONG channel) { return write(m_physicalChannel, channel); }
-STDMETHODIMP AtscLocator::get_TSID(LONG *tsid) { return read(tsid, m_tsid); }
-STDMETHODIMP AtscLocator::put_TSID(LONG tsid) { return write(m_tsid, tsid); }
-STDMETHODIMP AtscLocator::get_ProgramNumber(LONG *program) { return read(program, m_programNumber); }
-STDMETHODIMP AtscLocator::put_ProgramNumber(LONG program) { return write(m_programNumber, program); }
+STDMETHODIMP AtscLocator::get_PhysicalChannel(LONG *channel)
+{
+    return read(channel, m_physicalChannel);
+}
+STDMETHODIMP AtscLocator::put_PhysicalChannel(LONG channel)
+{
+    return write(m_physicalChannel, channel);
+}
+STDMETHODIMP AtscLocator::get_TSID(LONG *tsid)
+{
+    return read(tsid, m_tsid);
+}
+STDMETHODIMP AtscLocator::put_TSID(LONG tsid)
+{
+    return write(m_tsid, tsid);
+}
+STDMETHODIMP AtscLocator::get_ProgramNumber(LONG *program)
+{
+    return read(program, m_programNumber);
+}
+STDMETHODIMP AtscLocator::put_ProgramNumber(LONG program)
+{
+    return write(m_programNumber, program);
+}
 
 LocatorBase<IATSCLocator2> *AtscLocator::newCopy()
 {

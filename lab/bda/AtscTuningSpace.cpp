@@ -6,7 +6,10 @@
 
 namespace lab {
 
-ITuneRequest *AtscTuningSpace::newTuneRequest() { return new (std::nothrow) AtscChannelTuneRequest(this); }
+ITuneRequest *AtscTuningSpace::newTuneRequest()
+{
+    return new (std::nothrow) AtscChannelTuneRequest(this);
+}
 
 ITuningSpace *AtscTuningSpace::newCopy(const TuningSpaceFields &fields)
 {

@@ -22,8 +22,8 @@ const ChannelRun kTerrestrial[] = {
 };
 
 const ChannelRun kCable[] = {
-    {1, 1, 73250, 6000},     {2, 4, 55250, 6000},      {5, 6, 77250, 6000},    {7, 13, 175250, 6000},
-    {14, 22, 121250, 6000},  {23, 94, 217250, 6000},   {95, 99, 91250, 6000},  {100, 158, 649250, 6000},
+    {1, 1, 73250, 6000},    {2, 4, 55250, 6000},    {5, 6, 77250, 6000},   {7, 13, 175250, 6000},
+    {14, 22, 121250, 6000}, {23, 94, 217250, 6000}, {95, 99, 91250, 6000}, {100, 158, 649250, 6000},
 };
 
 template <std::size_t Size>
@@ -38,8 +38,14 @@ long lookUp(const ChannelRun (&runs)[Size], long channel)
 
 } // namespace
 
-long ChannelPlan::terrestrialKhz(long channel) { return lookUp(kTerrestrial, channel); }
+long ChannelPlan::terrestrialKhz(long channel)
+{
+    return lookUp(kTerrestrial, channel);
+}
 
-long ChannelPlan::cableKhz(long channel) { return lookUp(kCable, channel); }
+long ChannelPlan::cableKhz(long channel)
+{
+    return lookUp(kCable, channel);
+}
 
 } // namespace lab

@@ -11,7 +11,10 @@ bool DigitalCableTuningSpace::answers(REFIID iid) const
     return AtscTuningSpaceBase::answers(iid) || IsEqualIID(iid, __uuidof(IDigitalCableTuningSpace));
 }
 
-ITuneRequest *DigitalCableTuningSpace::newTuneRequest() { return new (std::nothrow) DigitalCableTuneRequest(this); }
+ITuneRequest *DigitalCableTuningSpace::newTuneRequest()
+{
+    return new (std::nothrow) DigitalCableTuneRequest(this);
+}
 
 ITuningSpace *DigitalCableTuningSpace::newCopy(const TuningSpaceFields &fields)
 {

@@ -9,12 +9,30 @@ bool DvbTuneRequest::answers(REFIID iid) const
     return TuneRequestBase::answers(iid) || IsEqualIID(iid, __uuidof(IDVBTuneRequest));
 }
 
-STDMETHODIMP DvbTuneRequest::get_ONID(LONG *onid) { return read(onid, m_onid); }
-STDMETHODIMP DvbTuneRequest::put_ONID(LONG onid) { return write(m_onid, onid); }
-STDMETHODIMP DvbTuneRequest::get_TSID(LONG *tsid) { return read(tsid, m_tsid); }
-STDMETHODIMP DvbTuneRequest::put_TSID(LONG tsid) { return write(m_tsid, tsid); }
-STDMETHODIMP DvbTuneRequest::get_SID(LONG *sid) { return read(sid, m_sid); }
-STDMETHODIMP DvbTuneRequest::put_SID(LONG sid) { return write(m_sid, sid); }
+STDMETHODIMP DvbTuneRequest::get_ONID(LONG *onid)
+{
+    return read(onid, m_onid);
+}
+STDMETHODIMP DvbTuneRequest::put_ONID(LONG onid)
+{
+    return write(m_onid, onid);
+}
+STDMETHODIMP DvbTuneRequest::get_TSID(LONG *tsid)
+{
+    return read(tsid, m_tsid);
+}
+STDMETHODIMP DvbTuneRequest::put_TSID(LONG tsid)
+{
+    return write(m_tsid, tsid);
+}
+STDMETHODIMP DvbTuneRequest::get_SID(LONG *sid)
+{
+    return read(sid, m_sid);
+}
+STDMETHODIMP DvbTuneRequest::put_SID(LONG sid)
+{
+    return write(m_sid, sid);
+}
 
 ITuneRequest *DvbTuneRequest::newCopy(ITuningSpace *space)
 {

@@ -40,7 +40,10 @@ bool DvbTuningSpace::answers(REFIID iid) const
            IsEqualIID(iid, __uuidof(IDVBTuningSpace2));
 }
 
-ITuneRequest *DvbTuningSpace::newTuneRequest() { return new (std::nothrow) DvbTuneRequest(this); }
+ITuneRequest *DvbTuningSpace::newTuneRequest()
+{
+    return new (std::nothrow) DvbTuneRequest(this);
+}
 
 ITuningSpace *DvbTuningSpace::newCopy(const TuningSpaceFields &fields)
 {
@@ -51,7 +54,10 @@ ITuningSpace *DvbTuningSpace::newCopy(const TuningSpaceFields &fields)
     return copy;
 }
 
-STDMETHODIMP DvbTuningSpace::get_SystemType(DVBSystemType *systemType) { return read(systemType, m_systemType); }
+STDMETHODIMP DvbTuningSpace::get_SystemType(DVBSystemType *systemType)
+{
+    return read(systemType, m_systemType);
+}
 
 STDMETHODIMP DvbTuningSpace::put_SystemType(DVBSystemType systemType)
 {
@@ -67,8 +73,14 @@ STDMETHODIMP DvbTuningSpace::put_SystemType(DVBSystemType systemType)
     return S_OK;
 }
 
-STDMETHODIMP DvbTuningSpace::get_NetworkID(LONG *networkId) { return read(networkId, m_networkId); }
+STDMETHODIMP DvbTuningSpace::get_NetworkID(LONG *networkId)
+{
+    return read(networkId, m_networkId);
+}
 
-STDMETHODIMP DvbTuningSpace::put_NetworkID(LONG networkId) { return write(m_networkId, networkId); }
+STDMETHODIMP DvbTuningSpace::put_NetworkID(LONG networkId)
+{
+    return write(m_networkId, networkId);
+}
 
 } // namespace lab

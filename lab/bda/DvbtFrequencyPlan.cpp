@@ -43,10 +43,10 @@ const std::vector<Country> &countries()
         {49, {kEuropeVhf, kEuropeUhf}}, // Germany
         {61, {kAustraliaVhf, kAustraliaUhf}},
         {64, {kNewZealandUhf}},
-        {351, {kEuropeUhf}},  // Portugal
-        {353, {kEuropeUhf}},  // Ireland
-        {358, {kEuropeUhf}},  // Finland
-        {420, {kEuropeUhf}},  // Czech Republic
+        {351, {kEuropeUhf}}, // Portugal
+        {353, {kEuropeUhf}}, // Ireland
+        {358, {kEuropeUhf}}, // Finland
+        {420, {kEuropeUhf}}, // Czech Republic
     };
     return table;
 }

@@ -7,8 +7,8 @@
 namespace lab {
 
 namespace {
-const ClassRegistration registration(
-    ClassInfo::plain(CLSID_DVBTLocator, L"Sorvane Lab DVB-T Locator", &createObject<DvbtLocator, IDVBTLocator>));
+const ClassRegistration registration(ClassInfo::plain(CLSID_DVBTLocator, L"Sorvane Lab DVB-T Locator",
+                                                      &createObject<DvbtLocator, IDVBTLocator>));
 }
 
 CComPtr<ILocator> DvbtLocator::withBandwidth(long megahertz)
@@ -24,20 +24,62 @@ bool DvbtLocator::answers(REFIID iid) const
     return LocatorBase::answers(iid) || IsEqualIID(iid, __uuidof(IDVBTLocator));
 }
 
-STDMETHODIMP DvbtLocator::get_Bandwidth(LONG *bandwidth) { return read(bandwidth, m_transmission.bandwidth); }
-STDMETHODIMP DvbtLocator::put_Bandwidth(LONG bandwidth) { return write(m_transmission.bandwidth, bandwidth); }
-STDMETHODIMP DvbtLocator::get_LPInnerFEC(FECMethod *fec) { return read(fec, m_transmission.lpInnerFec); }
-STDMETHODIMP DvbtLocator::put_LPInnerFEC(FECMethod fec) { return write(m_transmission.lpInnerFec, fec); }
-STDMETHODIMP DvbtLocator::get_LPInnerFECRate(BinaryConvolutionCodeRate *rate) { return read(rate, m_transmission.lpInnerFecRate); }
-STDMETHODIMP DvbtLocator::put_LPInnerFECRate(BinaryConvolutionCodeRate rate) { return write(m_transmission.lpInnerFecRate, rate); }
-STDMETHODIMP DvbtLocator::get_HAlpha(HierarchyAlpha *alpha) { return read(alpha, m_transmission.alpha); }
-STDMETHODIMP DvbtLocator::put_HAlpha(HierarchyAlpha alpha) { return write(m_transmission.alpha, alpha); }
-STDMETHODIMP DvbtLocator::get_Guard(GuardInterval *guard) { return read(guard, m_transmission.guard); }
-STDMETHODIMP DvbtLocator::put_Guard(GuardInterval guard) { return write(m_transmission.guard, guard); }
-STDMETHODIMP DvbtLocator::get_Mode(TransmissionMode *mode) { return read(mode, m_transmission.mode); }
-STDMETHODIMP DvbtLocator::put_Mode(TransmissionMode mode) { return write(m_transmission.mode, mode); }
-STDMETHODIMP DvbtLocator::get_OtherFrequencyInUse(VARIANT_BOOL *inUse) { return read(inUse, m_transmission.otherFrequencyInUse); }
-STDMETHODIMP DvbtLocator::put_OtherFrequencyInUse(VARIANT_BOOL inUse) { return write(m_transmission.otherFrequencyInUse, inUse); }
+STDMETHODIMP DvbtLocator::get_Bandwidth(LONG *bandwidth)
+{
+    return read(bandwidth, m_transmission.bandwidth);
+}
+STDMETHODIMP DvbtLocator::put_Bandwidth(LONG bandwidth)
+{
+    return write(m_transmission.bandwidth, bandwidth);
+}
+STDMETHODIMP DvbtLocator::get_LPInnerFEC(FECMethod *fec)
+{
+    return read(fec, m_transmission.lpInnerFec);
+}
+STDMETHODIMP DvbtLocator::put_LPInnerFEC(FECMethod fec)
+{
+    return write(m_transmission.lpInnerFec, fec);
+}
+STDMETHODIMP DvbtLocator::get_LPInnerFECRate(BinaryConvolutionCodeRate *rate)
+{
+    return read(rate, m_transmission.lpInnerFecRate);
+}
+STDMETHODIMP DvbtLocator::put_LPInnerFECRate(BinaryConvolutionCodeRate rate)
+{
+    return write(m_transmission.lpInnerFecRate, rate);
+}
+STDMETHODIMP DvbtLocator::get_HAlpha(HierarchyAlpha *alpha)
+{
+    return read(alpha, m_transmission.alpha);
+}
+STDMETHODIMP DvbtLocator::put_HAlpha(HierarchyAlpha alpha)
+{
+    return write(m_transmission.alpha, alpha);
+}
+STDMETHODIMP DvbtLocator::get_Guard(GuardInterval *guard)
+{
+    return read(guard, m_transmission.guard);
+}
+STDMETHODIMP DvbtLocator::put_Guard(GuardInterval guard)
+{
+    return write(m_transmission.guard, guard);
+}
+STDMETHODIMP DvbtLocator::get_Mode(TransmissionMode *mode)
+{
+    return read(mode, m_transmission.mode);
+}
+STDMETHODIMP DvbtLocator::put_Mode(TransmissionMode mode)
+{
+    return write(m_transmission.mode, mode);
+}
+STDMETHODIMP DvbtLocator::get_OtherFrequencyInUse(VARIANT_BOOL *inUse)
+{
+    return read(inUse, m_transmission.otherFrequencyInUse);
+}
+STDMETHODIMP DvbtLocator::put_OtherFrequencyInUse(VARIANT_BOOL inUse)
+{
+    return write(m_transmission.otherFrequencyInUse, inUse);
+}
 
 LocatorBase<IDVBTLocator> *DvbtLocator::newCopy()
 {

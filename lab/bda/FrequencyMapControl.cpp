@@ -44,9 +44,18 @@ FrequencyMapControl::FrequencyMapControl(IUnknown &owner)
     }
 }
 
-STDMETHODIMP FrequencyMapControl::QueryInterface(REFIID iid, void **out) { return m_owner.QueryInterface(iid, out); }
-STDMETHODIMP_(ULONG) FrequencyMapControl::AddRef() { return m_owner.AddRef(); }
-STDMETHODIMP_(ULONG) FrequencyMapControl::Release() { return m_owner.Release(); }
+STDMETHODIMP FrequencyMapControl::QueryInterface(REFIID iid, void **out)
+{
+    return m_owner.QueryInterface(iid, out);
+}
+STDMETHODIMP_(ULONG) FrequencyMapControl::AddRef()
+{
+    return m_owner.AddRef();
+}
+STDMETHODIMP_(ULONG) FrequencyMapControl::Release()
+{
+    return m_owner.Release();
+}
 
 HRESULT FrequencyMapControl::fault(const wchar_t *method, const std::wstring &entry)
 {

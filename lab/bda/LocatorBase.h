@@ -34,12 +34,24 @@ public:
     STDMETHODIMP put_CarrierFrequency(LONG frequency) override { return write(m_fields.frequency, frequency); }
     STDMETHODIMP get_InnerFEC(FECMethod *fec) override { return read(fec, m_fields.innerFec); }
     STDMETHODIMP put_InnerFEC(FECMethod fec) override { return write(m_fields.innerFec, fec); }
-    STDMETHODIMP get_InnerFECRate(BinaryConvolutionCodeRate *rate) override { return read(rate, m_fields.innerFecRate); }
-    STDMETHODIMP put_InnerFECRate(BinaryConvolutionCodeRate rate) override { return write(m_fields.innerFecRate, rate); }
+    STDMETHODIMP get_InnerFECRate(BinaryConvolutionCodeRate *rate) override
+    {
+        return read(rate, m_fields.innerFecRate);
+    }
+    STDMETHODIMP put_InnerFECRate(BinaryConvolutionCodeRate rate) override
+    {
+        return write(m_fields.innerFecRate, rate);
+    }
     STDMETHODIMP get_OuterFEC(FECMethod *fec) override { return read(fec, m_fields.outerFec); }
     STDMETHODIMP put_OuterFEC(FECMethod fec) override { return write(m_fields.outerFec, fec); }
-    STDMETHODIMP get_OuterFECRate(BinaryConvolutionCodeRate *rate) override { return read(rate, m_fields.outerFecRate); }
-    STDMETHODIMP put_OuterFECRate(BinaryConvolutionCodeRate rate) override { return write(m_fields.outerFecRate, rate); }
+    STDMETHODIMP get_OuterFECRate(BinaryConvolutionCodeRate *rate) override
+    {
+        return read(rate, m_fields.outerFecRate);
+    }
+    STDMETHODIMP put_OuterFECRate(BinaryConvolutionCodeRate rate) override
+    {
+        return write(m_fields.outerFecRate, rate);
+    }
     STDMETHODIMP get_Modulation(ModulationType *modulation) override { return read(modulation, m_fields.modulation); }
     STDMETHODIMP put_Modulation(ModulationType modulation) override { return write(m_fields.modulation, modulation); }
     STDMETHODIMP get_SymbolRate(LONG *rate) override { return read(rate, m_fields.symbolRate); }

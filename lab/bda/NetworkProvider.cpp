@@ -11,12 +11,12 @@ namespace lab {
 
 namespace {
 
-const ClassRegistration generic(
-    ClassInfo::plain(kClsidNetworkProvider, L"Sorvane Lab Network Provider", &NetworkProvider::createGeneric));
-const ClassRegistration atsc(
-    ClassInfo::plain(CLSID_ATSCNetworkProvider, L"Sorvane Lab ATSC Network Provider", &NetworkProvider::createAtsc));
-const ClassRegistration dvbt(
-    ClassInfo::plain(CLSID_DVBTNetworkProvider, L"Sorvane Lab DVB-T Network Provider", &NetworkProvider::createDvbt));
+const ClassRegistration generic(ClassInfo::plain(kClsidNetworkProvider, L"Sorvane Lab Network Provider",
+                                                 &NetworkProvider::createGeneric));
+const ClassRegistration atsc(ClassInfo::plain(CLSID_ATSCNetworkProvider, L"Sorvane Lab ATSC Network Provider",
+                                              &NetworkProvider::createAtsc));
+const ClassRegistration dvbt(ClassInfo::plain(CLSID_DVBTNetworkProvider, L"Sorvane Lab DVB-T Network Provider",
+                                              &NetworkProvider::createDvbt));
 
 } // namespace
 
@@ -54,7 +54,10 @@ HRESULT NetworkProvider::createDvbt(REFIID iid, void **out)
     return create(CLSID_DVBTNetworkProvider, ProviderKind::Dvbt, iid, out);
 }
 
-BasePin *NetworkProvider::pin(int index) { return index == 0 ? &m_antenna : nullptr; }
+BasePin *NetworkProvider::pin(int index)
+{
+    return index == 0 ? &m_antenna : nullptr;
+}
 
 void *NetworkProvider::queryExtra(REFIID iid)
 {

@@ -28,7 +28,10 @@ SystemTuningSpaces::SystemTuningSpaces()
     }
 }
 
-bool SystemTuningSpaces::answers(REFIID iid) const { return IsEqualIID(iid, __uuidof(ITuningSpaceContainer)); }
+bool SystemTuningSpaces::answers(REFIID iid) const
+{
+    return IsEqualIID(iid, __uuidof(ITuningSpaceContainer));
+}
 
 int SystemTuningSpaces::indexOf(const std::wstring &name) const
 {
@@ -127,7 +130,10 @@ STDMETHODIMP SystemTuningSpaces::get__NewEnum(IEnumVARIANT **enumerator)
     return E_NOTIMPL;
 }
 
-STDMETHODIMP SystemTuningSpaces::put_Item(VARIANT, ITuningSpace *) { return E_NOTIMPL; }
+STDMETHODIMP SystemTuningSpaces::put_Item(VARIANT, ITuningSpace *)
+{
+    return E_NOTIMPL;
+}
 
 STDMETHODIMP SystemTuningSpaces::TuningSpacesForCLSID(BSTR spaceClass, ITuningSpaces **spaces)
 {
@@ -143,20 +149,24 @@ STDMETHODIMP SystemTuningSpaces::TuningSpacesForCLSID(BSTR spaceClass, ITuningSp
 STDMETHODIMP SystemTuningSpaces::_TuningSpacesForCLSID(REFCLSID spaceClass, ITuningSpaces **spaces)
 {
     const std::wstring wanted = guidText(spaceClass);
-    return collect([&](ITuningSpace *space) {
-        ScopedBstr text;
-        return SUCCEEDED(space->get_CLSID(text.out())) && _wcsicmp(text.text().c_str(), wanted.c_str()) == 0;
-    }, spaces);
+    return collect(
+        [&](ITuningSpace *space) {
+            ScopedBstr text;
+            return SUCCEEDED(space->get_CLSID(text.out())) && _wcsicmp(text.text().c_str(), wanted.c_str()) == 0;
+        },
+        spaces);
 }
 
 STDMETHODIMP SystemTuningSpaces::TuningSpacesForName(BSTR name, ITuningSpaces **spaces)
 {
     const std::wstring wanted = name ? std::wstring(name, SysStringLen(name)) : std::wstring();
-    return collect([&](ITuningSpace *space) {
-        ScopedBstr friendly;
-        space->get_FriendlyName(friendly.out());
-        return TuningSpaceCatalog::uniqueNameOf(space) == wanted || friendly.text() == wanted;
-    }, spaces);
+    return collect(
+        [&](ITuningSpace *space) {
+            ScopedBstr friendly;
+            space->get_FriendlyName(friendly.out());
+            return TuningSpaceCatalog::uniqueNameOf(space) == wanted || friendly.text() == wanted;
+        },
+        spaces);
 }
 
 template <class Matches>
@@ -173,9 +183,15 @@ HRESULT SystemTuningSpaces::collect(Matches matches, ITuningSpaces **spaces) con
     return TuningSpaceCollection::create(found, spaces);
 }
 
-STDMETHODIMP SystemTuningSpaces::Add(ITuningSpace *, VARIANT *) { return E_NOTIMPL; }
+STDMETHODIMP SystemTuningSpaces::Add(ITuningSpace *, VARIANT *)
+{
+    return E_NOTIMPL;
+}
 
-STDMETHODIMP SystemTuningSpaces::Remove(VARIANT) { return E_NOTIMPL; }
+STDMETHODIMP SystemTuningSpaces::Remove(VARIANT)
+{
+    return E_NOTIMPL;
+}
 
 STDMETHODIMP SystemTuningSpaces::get_MaxCount(LONG *maxCount)
 {
@@ -185,6 +201,9 @@ STDMETHODIMP SystemTuningSpaces::get_MaxCount(LONG *maxCount)
     return S_OK;
 }
 
-STDMETHODIMP SystemTuningSpaces::put_MaxCount(LONG) { return E_NOTIMPL; }
+STDMETHODIMP SystemTuningSpaces::put_MaxCount(LONG)
+{
+    return E_NOTIMPL;
+}
 
 } // namespace lab

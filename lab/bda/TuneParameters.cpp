@@ -16,7 +16,7 @@ struct ModulationName {
 };
 
 const ModulationName kModulations[] = {
-    {BDA_MOD_NOT_SET, L"NOT_SET"}, {BDA_MOD_16QAM, L"16QAM"},  {BDA_MOD_32QAM, L"32QAM"},
+    {BDA_MOD_NOT_SET, L"NOT_SET"}, {BDA_MOD_16QAM, L"16QAM"},   {BDA_MOD_32QAM, L"32QAM"},
     {BDA_MOD_64QAM, L"64QAM"},     {BDA_MOD_128QAM, L"128QAM"}, {BDA_MOD_256QAM, L"256QAM"},
     {BDA_MOD_QPSK, L"QPSK"},       {BDA_MOD_8VSB, L"8VSB"},     {BDA_MOD_16VSB, L"16VSB"},
 };

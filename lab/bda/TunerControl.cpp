@@ -30,11 +30,23 @@ TunerControl::TunerControl(IUnknown &owner, AntennaPin &antenna, ProviderKind ki
 {
 }
 
-STDMETHODIMP TunerControl::QueryInterface(REFIID iid, void **out) { return m_owner.QueryInterface(iid, out); }
-STDMETHODIMP_(ULONG) TunerControl::AddRef() { return m_owner.AddRef(); }
-STDMETHODIMP_(ULONG) TunerControl::Release() { return m_owner.Release(); }
+STDMETHODIMP TunerControl::QueryInterface(REFIID iid, void **out)
+{
+    return m_owner.QueryInterface(iid, out);
+}
+STDMETHODIMP_(ULONG) TunerControl::AddRef()
+{
+    return m_owner.AddRef();
+}
+STDMETHODIMP_(ULONG) TunerControl::Release()
+{
+    return m_owner.Release();
+}
 
-bool TunerControl::acceptsSpace(ITuningSpace *space) { return providerAccepts(m_kind, networkType(space)); }
+bool TunerControl::acceptsSpace(ITuningSpace *space)
+{
+    return providerAccepts(m_kind, networkType(space));
+}
 
 HRESULT TunerControl::check(ITuneRequest *request, TuneParameters &tuning)
 {
@@ -175,7 +187,10 @@ STDMETHODIMP TunerControl::get_PreferredComponentTypes(IComponentTypes **types)
     return E_NOTIMPL;
 }
 
-STDMETHODIMP TunerControl::put_PreferredComponentTypes(IComponentTypes *) { return E_NOTIMPL; }
+STDMETHODIMP TunerControl::put_PreferredComponentTypes(IComponentTypes *)
+{
+    return E_NOTIMPL;
+}
 
 STDMETHODIMP TunerControl::get_SignalStrength(LONG *strength)
 {
@@ -185,6 +200,9 @@ STDMETHODIMP TunerControl::get_SignalStrength(LONG *strength)
     return E_NOTIMPL;
 }
 
-STDMETHODIMP TunerControl::TriggerSignalEvents(LONG) { return S_OK; }
+STDMETHODIMP TunerControl::TriggerSignalEvents(LONG)
+{
+    return S_OK;
+}
 
 } // namespace lab

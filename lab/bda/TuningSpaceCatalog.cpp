@@ -97,8 +97,8 @@ HRESULT createDigitalCable(CComPtr<ITuningSpace> &space)
 HRESULT createDvbt(CComPtr<ITuningSpace> &space)
 {
     TuningSpaceFields fields;
-    const HRESULT hr = installedFields(L"DVB-T", L"Local DVB-T Digital Antenna", kClsidDvbTuningSpace,
-                                       kNetworkTypeDvbt, DvbtLocator::withBandwidth(8), fields);
+    const HRESULT hr = installedFields(L"DVB-T", L"Local DVB-T Digital Antenna", kClsidDvbTuningSpace, kNetworkTypeDvbt,
+                                       DvbtLocator::withBandwidth(8), fields);
     if (FAILED(hr))
         return hr;
     return keep(new (std::nothrow) DvbTuningSpace(fields, DVB_Terrestrial), space);
@@ -108,7 +108,10 @@ HRESULT createDvbt(CComPtr<ITuningSpace> &space)
 
 const wchar_t TuningSpaceCatalog::kDeviceName[] = L"System Tuning Spaces";
 
-std::shared_ptr<DeviceState> TuningSpaceCatalog::device() { return DeviceRegistry::device(kDeviceName); }
+std::shared_ptr<DeviceState> TuningSpaceCatalog::device()
+{
+    return DeviceRegistry::device(kDeviceName);
+}
 
 std::vector<std::wstring> TuningSpaceCatalog::installedNames()
 {

@@ -14,7 +14,10 @@ HRESULT TuningSpaceCollection::create(const std::vector<Entry> &entries, ITuning
     return handOut(new (std::nothrow) TuningSpaceCollection(entries), out);
 }
 
-bool TuningSpaceCollection::answers(REFIID iid) const { return IsEqualIID(iid, __uuidof(ITuningSpaces)); }
+bool TuningSpaceCollection::answers(REFIID iid) const
+{
+    return IsEqualIID(iid, __uuidof(ITuningSpaces));
+}
 
 STDMETHODIMP TuningSpaceCollection::get_Count(LONG *count)
 {

@@ -5,8 +5,8 @@
 
 namespace lab {
 
-BdaControlNode::BdaControlNode(IUnknown *owner, BdaTuning &tuning, std::shared_ptr<DeviceState> device,
-                               ULONG nodeType, bool statistics)
+BdaControlNode::BdaControlNode(IUnknown *owner, BdaTuning &tuning, std::shared_ptr<DeviceState> device, ULONG nodeType,
+                               bool statistics)
     : m_owner(owner), m_tuning(tuning), m_device(std::move(device)), m_nodeType(nodeType), m_statistics(statistics)
 {
 }
@@ -43,7 +43,10 @@ STDMETHODIMP BdaControlNode::QueryInterface(REFIID iid, void **out)
     return S_OK;
 }
 
-STDMETHODIMP_(ULONG) BdaControlNode::AddRef() { return InterlockedIncrement(&m_refs); }
+STDMETHODIMP_(ULONG) BdaControlNode::AddRef()
+{
+    return InterlockedIncrement(&m_refs);
+}
 
 STDMETHODIMP_(ULONG) BdaControlNode::Release()
 {

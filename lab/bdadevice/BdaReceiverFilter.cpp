@@ -23,7 +23,10 @@ BdaReceiverFilter::BdaReceiverFilter()
 {
 }
 
-BdaReceiverFilter::~BdaReceiverFilter() { m_output.stopStreaming(); }
+BdaReceiverFilter::~BdaReceiverFilter()
+{
+    m_output.stopStreaming();
+}
 
 BasePin *BdaReceiverFilter::pin(int index)
 {
@@ -32,7 +35,10 @@ BasePin *BdaReceiverFilter::pin(int index)
     return index == 1 ? &m_output : nullptr;
 }
 
-HRESULT BdaReceiverFilter::configure(const std::shared_ptr<DeviceState> &) { return S_OK; }
+HRESULT BdaReceiverFilter::configure(const std::shared_ptr<DeviceState> &)
+{
+    return S_OK;
+}
 
 CComPtr<ITunedSignalSource> BdaReceiverFilter::signalSource()
 {

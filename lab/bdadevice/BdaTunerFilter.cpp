@@ -43,7 +43,10 @@ BdaTunerFilter::BdaTunerFilter()
 {
 }
 
-BdaTunerFilter::~BdaTunerFilter() { m_transport.stopStreaming(); }
+BdaTunerFilter::~BdaTunerFilter()
+{
+    m_transport.stopStreaming();
+}
 
 BasePin *BdaTunerFilter::pin(int index)
 {
@@ -66,7 +69,10 @@ void *BdaTunerFilter::queryExtra(REFIID iid)
     return DeviceFilter::queryExtra(iid);
 }
 
-HRESULT BdaTunerFilter::configure(const std::shared_ptr<DeviceState> &) { return S_OK; }
+HRESULT BdaTunerFilter::configure(const std::shared_ptr<DeviceState> &)
+{
+    return S_OK;
+}
 
 BdaTunerFilter::StatisticsPlace BdaTunerFilter::statisticsPlace() const
 {
@@ -82,9 +88,15 @@ STDMETHODIMP BdaTunerFilter::StartChanges()
     return S_OK;
 }
 
-STDMETHODIMP BdaTunerFilter::CheckChanges() { return S_OK; }
+STDMETHODIMP BdaTunerFilter::CheckChanges()
+{
+    return S_OK;
+}
 
-STDMETHODIMP BdaTunerFilter::CommitChanges() { return m_tuning.commitChanges(*device()); }
+STDMETHODIMP BdaTunerFilter::CommitChanges()
+{
+    return m_tuning.commitChanges(*device());
+}
 
 STDMETHODIMP BdaTunerFilter::GetChangeState(ULONG *state)
 {
@@ -100,7 +112,10 @@ STDMETHODIMP BdaTunerFilter::GetNodeTypes(ULONG *count, ULONG max, ULONG types[]
 }
 
 // The lab's nodes name no KS node categories.
-STDMETHODIMP BdaTunerFilter::GetNodeDescriptors(ULONG *, ULONG, BDANODE_DESCRIPTOR[]) { return E_NOTIMPL; }
+STDMETHODIMP BdaTunerFilter::GetNodeDescriptors(ULONG *, ULONG, BDANODE_DESCRIPTOR[])
+{
+    return E_NOTIMPL;
+}
 
 STDMETHODIMP BdaTunerFilter::GetNodeInterfaces(ULONG nodeType, ULONG *count, ULONG max, GUID interfaces[])
 {
@@ -127,23 +142,37 @@ STDMETHODIMP BdaTunerFilter::GetPinTypes(ULONG *count, ULONG max, ULONG types[])
 STDMETHODIMP BdaTunerFilter::GetTemplateConnections(ULONG *count, ULONG max, BDA_TEMPLATE_CONNECTION connections[])
 {
     // antenna pin -> tuner node -> demodulator node -> transport pin
-    const BDA_TEMPLATE_CONNECTION chain[] = {
-        {kFilterPin, kAntennaPinType, BdaControlNode::kTunerNode, 0},
-        {BdaControlNode::kTunerNode, 1, BdaControlNode::kDemodulatorNode, 0},
-        {BdaControlNode::kDemodulatorNode, 1, kFilterPin, kTransportPinType}};
+    const BDA_TEMPLATE_CONNECTION chain[] = {{kFilterPin, kAntennaPinType, BdaControlNode::kTunerNode, 0},
+                                             {BdaControlNode::kTunerNode, 1, BdaControlNode::kDemodulatorNode, 0},
+                                             {BdaControlNode::kDemodulatorNode, 1, kFilterPin, kTransportPinType}};
     return fillArray(count, max, connections, chain);
 }
 
 // The lab's tuner has its two pins for good.
-STDMETHODIMP BdaTunerFilter::CreatePin(ULONG, ULONG *) { return E_NOTIMPL; }
+STDMETHODIMP BdaTunerFilter::CreatePin(ULONG, ULONG *)
+{
+    return E_NOTIMPL;
+}
 
-STDMETHODIMP BdaTunerFilter::DeletePin(ULONG) { return E_NOTIMPL; }
+STDMETHODIMP BdaTunerFilter::DeletePin(ULONG)
+{
+    return E_NOTIMPL;
+}
 
-STDMETHODIMP BdaTunerFilter::SetMediaType(ULONG, AM_MEDIA_TYPE *) { return E_NOTIMPL; }
+STDMETHODIMP BdaTunerFilter::SetMediaType(ULONG, AM_MEDIA_TYPE *)
+{
+    return E_NOTIMPL;
+}
 
-STDMETHODIMP BdaTunerFilter::SetMedium(ULONG, REGPINMEDIUM *) { return E_NOTIMPL; }
+STDMETHODIMP BdaTunerFilter::SetMedium(ULONG, REGPINMEDIUM *)
+{
+    return E_NOTIMPL;
+}
 
-STDMETHODIMP BdaTunerFilter::CreateTopology(ULONG, ULONG) { return S_OK; }
+STDMETHODIMP BdaTunerFilter::CreateTopology(ULONG, ULONG)
+{
+    return S_OK;
+}
 
 STDMETHODIMP BdaTunerFilter::GetControlNode(ULONG, ULONG, ULONG nodeType, IUnknown **node)
 {
@@ -162,9 +191,15 @@ void STDMETHODCALLTYPE BdaTunerFilter::currentSignal(TunedSignal &signal, Stream
     faults = StreamFaultKeys::read(*device());
 }
 
-CComPtr<ITunedSignalSource> BdaTunerFilter::signalSource() { return CComPtr<ITunedSignalSource>(this); }
+CComPtr<ITunedSignalSource> BdaTunerFilter::signalSource()
+{
+    return CComPtr<ITunedSignalSource>(this);
+}
 
-bool BdaTunerFilter::streams() { return device()->flag(L"emits-stream"); }
+bool BdaTunerFilter::streams()
+{
+    return device()->flag(L"emits-stream");
+}
 
 HRESULT BdaTunerFilter::onPause(bool fromStopped)
 {

@@ -41,7 +41,10 @@ const wchar_t *overrideKey(BdaTuning::Statistic which)
     return L"";
 }
 
-std::string narrowName(const std::wstring &name) { return std::string(name.begin(), name.end()); }
+std::string narrowName(const std::wstring &name)
+{
+    return std::string(name.begin(), name.end());
+}
 
 std::vector<std::string> networkTypes(const DeviceState &device)
 {
@@ -183,9 +186,10 @@ HRESULT BdaTuning::commitChanges(DeviceState &device)
     std::lock_guard<std::mutex> guard(m_lock);
     m_changed = false;
     m_tuned.multiplex = found ? std::shared_ptr<const Multiplex>(broadcast, found) : nullptr;
-    const std::string tunedModulation = settings.modulation == BDA_MOD_NOT_SET || settings.modulation == BDA_MOD_NOT_DEFINED
-                                            ? std::string()
-                                            : narrowName(modulationName(settings.modulation));
+    const std::string tunedModulation =
+        settings.modulation == BDA_MOD_NOT_SET || settings.modulation == BDA_MOD_NOT_DEFINED
+            ? std::string()
+            : narrowName(modulationName(settings.modulation));
     m_tuned.locked = found && found->locksWith(tunedModulation);
     m_tuned.frequencyKhz = kHz;
     ++m_tuned.generation;

@@ -6,7 +6,8 @@
 
 namespace lab {
 
-LinkInputPin::LinkInputPin(BaseFilter &filter, const std::wstring &name, const GUID &majorType, std::vector<GUID> subTypes)
+LinkInputPin::LinkInputPin(BaseFilter &filter, const std::wstring &name, const GUID &majorType,
+                           std::vector<GUID> subTypes)
     : InputPin(filter, name), m_majorType(majorType), m_subTypes(std::move(subTypes))
 {
 }

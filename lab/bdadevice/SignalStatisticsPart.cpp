@@ -20,14 +20,29 @@ HRESULT SignalStatisticsPart::readFlag(BdaTuning::Statistic which, BOOLEAN *valu
     return hr;
 }
 
-STDMETHODIMP SignalStatisticsPart::get_SignalStrength(LONG *value) { return readLong(BdaTuning::Statistic::Strength, value); }
+STDMETHODIMP SignalStatisticsPart::get_SignalStrength(LONG *value)
+{
+    return readLong(BdaTuning::Statistic::Strength, value);
+}
 
-STDMETHODIMP SignalStatisticsPart::get_SignalQuality(LONG *value) { return readLong(BdaTuning::Statistic::Quality, value); }
+STDMETHODIMP SignalStatisticsPart::get_SignalQuality(LONG *value)
+{
+    return readLong(BdaTuning::Statistic::Quality, value);
+}
 
-STDMETHODIMP SignalStatisticsPart::get_SignalPresent(BOOLEAN *value) { return readFlag(BdaTuning::Statistic::Present, value); }
+STDMETHODIMP SignalStatisticsPart::get_SignalPresent(BOOLEAN *value)
+{
+    return readFlag(BdaTuning::Statistic::Present, value);
+}
 
-STDMETHODIMP SignalStatisticsPart::get_SignalLocked(BOOLEAN *value) { return readFlag(BdaTuning::Statistic::Locked, value); }
+STDMETHODIMP SignalStatisticsPart::get_SignalLocked(BOOLEAN *value)
+{
+    return readFlag(BdaTuning::Statistic::Locked, value);
+}
 
-STDMETHODIMP SignalStatisticsPart::get_SampleTime(LONG *value) { return readLong(BdaTuning::Statistic::SampleTime, value); }
+STDMETHODIMP SignalStatisticsPart::get_SampleTime(LONG *value)
+{
+    return readLong(BdaTuning::Statistic::SampleTime, value);
+}
 
 } // namespace lab

@@ -35,7 +35,10 @@ TransportStreamPin::TransportStreamPin(BaseFilter &filter, const std::wstring &n
 {
 }
 
-TransportStreamPin::~TransportStreamPin() { stopStreaming(); }
+TransportStreamPin::~TransportStreamPin()
+{
+    stopStreaming();
+}
 
 std::vector<MediaType> TransportStreamPin::mediaTypes()
 {
@@ -50,7 +53,8 @@ HRESULT TransportStreamPin::checkMediaType(const AM_MEDIA_TYPE &type)
 {
     if (!IsEqualGUID(type.majortype, MEDIATYPE_Stream))
         return S_FALSE;
-    return IsEqualGUID(type.subtype, MEDIASUBTYPE_MPEG2_TRANSPORT) || IsEqualGUID(type.subtype, bda::kSubtypeBdaTransport)
+    return IsEqualGUID(type.subtype, MEDIASUBTYPE_MPEG2_TRANSPORT) ||
+                   IsEqualGUID(type.subtype, bda::kSubtypeBdaTransport)
                ? S_OK
                : S_FALSE;
 }
@@ -128,7 +132,8 @@ HRESULT TransportStreamPin::deliverBytes(const std::vector<unsigned char> &bytes
     hr = sample->GetPointer(&buffer);
     if (FAILED(hr))
         return hr;
-    const long length = static_cast<long>(bytes.size()) < sample->GetSize() ? static_cast<long>(bytes.size()) : sample->GetSize();
+    const long length =
+        static_cast<long>(bytes.size()) < sample->GetSize() ? static_cast<long>(bytes.size()) : sample->GetSize();
     std::memcpy(buffer, bytes.data(), static_cast<size_t>(length));
     sample->SetActualDataLength(length);
     sample->SetTime(nullptr, nullptr);

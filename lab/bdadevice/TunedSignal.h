@@ -11,7 +11,7 @@ struct TunedSignal {
     std::shared_ptr<const Multiplex> multiplex; // null: nothing on the air there (or never tuned)
     bool locked = false;                        // the demodulator locks: a multiplex and its modulation
     long frequencyKhz = 0;
-    unsigned long generation = 0;               // changes with every committed tune
+    unsigned long generation = 0; // changes with every committed tune
 };
 
 } // namespace lab

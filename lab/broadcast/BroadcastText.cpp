@@ -60,7 +60,8 @@ bool BroadcastText::parseNumber(const std::string &text, long long &value)
         return false;
     char *end = nullptr;
     const bool hex = trimmed.size() > 2 && trimmed[0] == '0' && (trimmed[1] == 'x' || trimmed[1] == 'X');
-    value = hex ? static_cast<long long>(std::strtoull(trimmed.c_str() + 2, &end, 16)) : std::strtoll(trimmed.c_str(), &end, 10);
+    value = hex ? static_cast<long long>(std::strtoull(trimmed.c_str() + 2, &end, 16))
+                : std::strtoll(trimmed.c_str(), &end, 10);
     return end && *end == '\0';
 }
 

@@ -58,8 +58,8 @@ std::vector<std::uint8_t> MpegVideoFrame::build(int width, int height, const Fra
     pictureHeader(out, label.frame);
     startCode(out, 0xB2);
     char text[96] = {};
-    std::snprintf(text, sizeof(text), "%schannel=%d program=%d frame=%lu", kUserDataPrefix, label.channel, label.program,
-                  label.frame);
+    std::snprintf(text, sizeof(text), "%schannel=%d program=%d frame=%lu", kUserDataPrefix, label.channel,
+                  label.program, label.frame);
     out.insert(out.end(), text, text + std::strlen(text));
     return out;
 }

@@ -21,10 +21,10 @@ struct SignalValues {
 };
 
 struct Multiplex {
-    std::string network;     // atsc, cable, dvb-t, dtmb
-    int channel = 0;         // physical channel, shown in the picture
-    long frequencyKhz = 0;   // 0: the physical channel's band (atsc)
-    std::string modulation;  // 8VSB, 64QAM, 256QAM ...; empty: any
+    std::string network;    // atsc, cable, dvb-t, dtmb
+    int channel = 0;        // physical channel, shown in the picture
+    long frequencyKhz = 0;  // 0: the physical channel's band (atsc)
+    std::string modulation; // 8VSB, 64QAM, 256QAM ...; empty: any
     int transportStreamId = 0;
     int width = 320;
     int height = 240;

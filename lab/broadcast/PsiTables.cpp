@@ -13,7 +13,10 @@ void put16(std::vector<std::uint8_t> &out, int value)
 }
 
 // reserved bits '111' above a 13-bit PID
-void putPid(std::vector<std::uint8_t> &out, int pid) { put16(out, 0xE000 | (pid & 0x1FFF)); }
+void putPid(std::vector<std::uint8_t> &out, int pid)
+{
+    put16(out, 0xE000 | (pid & 0x1FFF));
+}
 
 } // namespace
 

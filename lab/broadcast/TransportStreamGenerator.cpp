@@ -57,7 +57,8 @@ std::vector<std::uint8_t> audioFrame(int streamType)
 } // namespace
 
 TransportStreamGenerator::TransportStreamGenerator(const Multiplex &multiplex, long bitsPerSecond)
-    : m_multiplex(multiplex), m_bitsPerSecond(bitsPerSecond > kMinimumBitRate ? bitsPerSecond : kMinimumBitRate), m_faults(multiplex.faults)
+    : m_multiplex(multiplex), m_bitsPerSecond(bitsPerSecond > kMinimumBitRate ? bitsPerSecond : kMinimumBitRate),
+      m_faults(multiplex.faults)
 {
 }
 
@@ -109,7 +110,8 @@ void TransportStreamGenerator::queueDue(double seconds)
 void TransportStreamGenerator::queueTables()
 {
     if (!m_faults.noPat)
-        m_packetizer.section(PsiTables::kPatPid, PsiTables::programAssociation(m_multiplex.transportStreamId, m_multiplex.programs),
+        m_packetizer.section(PsiTables::kPatPid,
+                             PsiTables::programAssociation(m_multiplex.transportStreamId, m_multiplex.programs),
                              m_queue);
     for (const Program &program : m_multiplex.programs)
         m_packetizer.section(program.pmtPid, PsiTables::programMap(program, isScrambled(program)), m_queue);
@@ -140,8 +142,8 @@ void TransportStreamGenerator::queueAudio(double seconds)
             if (stream.kind != StreamKind::Audio)
                 continue;
             const int streamId = stream.type == 0x81 ? 0xBD : 0xC0;
-            m_packetizer.pes(stream.pid, pesPacket(streamId, seconds, audioFrame(stream.type)), -1, isScrambled(program),
-                             m_queue);
+            m_packetizer.pes(stream.pid, pesPacket(streamId, seconds, audioFrame(stream.type)), -1,
+                             isScrambled(program), m_queue);
         }
     }
 }

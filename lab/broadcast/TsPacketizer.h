@@ -19,7 +19,8 @@ public:
     void section(int pid, const std::vector<std::uint8_t> &section, std::vector<std::uint8_t> &out);
     // A PES packet; pcr >= 0 (27 MHz units) puts a PCR into the first packet. A scrambled one
     // carries transport_scrambling_control '10' and a payload no one can read.
-    void pes(int pid, const std::vector<std::uint8_t> &pes, long long pcr, bool scrambled, std::vector<std::uint8_t> &out);
+    void pes(int pid, const std::vector<std::uint8_t> &pes, long long pcr, bool scrambled,
+             std::vector<std::uint8_t> &out);
     static void nullPacket(std::vector<std::uint8_t> &out);
 
 private:
@@ -27,12 +28,13 @@ private:
         int pid;
         bool unitStart;
         bool scrambled;
-        long long pcr; // < 0: none
+        long long pcr;            // < 0: none
         bool stuffWithAdaptation; // PES: an adaptation field pads a short payload; sections: 0xFF after it
     };
 
     int nextCounter(int pid);
-    void packet(const PacketSpec &spec, const std::uint8_t *payload, std::size_t length, std::vector<std::uint8_t> &out);
+    void packet(const PacketSpec &spec, const std::uint8_t *payload, std::size_t length,
+                std::vector<std::uint8_t> &out);
 
     std::map<int, int> m_counters;
     std::uint32_t m_noise = 0x12345678u;

@@ -27,7 +27,10 @@ STDMETHODIMP BaseFilter::QueryInterface(REFIID iid, void **out)
     return S_OK;
 }
 
-STDMETHODIMP_(ULONG) BaseFilter::AddRef() { return InterlockedIncrement(&m_refs); }
+STDMETHODIMP_(ULONG) BaseFilter::AddRef()
+{
+    return InterlockedIncrement(&m_refs);
+}
 
 STDMETHODIMP_(ULONG) BaseFilter::Release()
 {
@@ -183,7 +186,10 @@ STDMETHODIMP BaseFilter::QueryVendorInfo(LPWSTR *info)
     return E_NOTIMPL;
 }
 
-FILTER_STATE BaseFilter::state() { return m_state; }
+FILTER_STATE BaseFilter::state()
+{
+    return m_state;
+}
 
 bool BaseFilter::streamTime(REFERENCE_TIME &now)
 {
@@ -212,11 +218,20 @@ void BaseFilter::notifyEvent(long code, LONG_PTR param1, LONG_PTR param2)
         sink->Notify(code, param1, param2);
 }
 
-void *BaseFilter::queryExtra(REFIID) { return nullptr; }
+void *BaseFilter::queryExtra(REFIID)
+{
+    return nullptr;
+}
 
-HRESULT BaseFilter::onPause(bool) { return S_OK; }
+HRESULT BaseFilter::onPause(bool)
+{
+    return S_OK;
+}
 
-HRESULT BaseFilter::onRun(REFERENCE_TIME) { return S_OK; }
+HRESULT BaseFilter::onRun(REFERENCE_TIME)
+{
+    return S_OK;
+}
 
 void BaseFilter::onStop() {}
 

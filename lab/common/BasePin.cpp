@@ -30,9 +30,15 @@ STDMETHODIMP BasePin::QueryInterface(REFIID iid, void **out)
     return S_OK;
 }
 
-STDMETHODIMP_(ULONG) BasePin::AddRef() { return m_filter.AddRef(); }
+STDMETHODIMP_(ULONG) BasePin::AddRef()
+{
+    return m_filter.AddRef();
+}
 
-STDMETHODIMP_(ULONG) BasePin::Release() { return m_filter.Release(); }
+STDMETHODIMP_(ULONG) BasePin::Release()
+{
+    return m_filter.Release();
+}
 
 STDMETHODIMP BasePin::Disconnect()
 {
@@ -120,17 +126,35 @@ STDMETHODIMP BasePin::EnumMediaTypes(IEnumMediaTypes **types)
     return S_OK;
 }
 
-STDMETHODIMP BasePin::QueryInternalConnections(IPin **, ULONG *) { return E_NOTIMPL; }
+STDMETHODIMP BasePin::QueryInternalConnections(IPin **, ULONG *)
+{
+    return E_NOTIMPL;
+}
 
-STDMETHODIMP BasePin::EndOfStream() { return S_OK; }
+STDMETHODIMP BasePin::EndOfStream()
+{
+    return S_OK;
+}
 
-STDMETHODIMP BasePin::BeginFlush() { return S_OK; }
+STDMETHODIMP BasePin::BeginFlush()
+{
+    return S_OK;
+}
 
-STDMETHODIMP BasePin::EndFlush() { return S_OK; }
+STDMETHODIMP BasePin::EndFlush()
+{
+    return S_OK;
+}
 
-STDMETHODIMP BasePin::NewSegment(REFERENCE_TIME, REFERENCE_TIME, double) { return S_OK; }
+STDMETHODIMP BasePin::NewSegment(REFERENCE_TIME, REFERENCE_TIME, double)
+{
+    return S_OK;
+}
 
-void *BasePin::queryExtra(REFIID) { return nullptr; }
+void *BasePin::queryExtra(REFIID)
+{
+    return nullptr;
+}
 
 std::vector<MediaType> BasePin::offeredTypes()
 {
@@ -148,7 +172,10 @@ std::vector<MediaType> BasePin::offeredTypes()
     return ordered;
 }
 
-bool BasePin::filterStopped() { return m_filter.state() == State_Stopped; }
+bool BasePin::filterStopped()
+{
+    return m_filter.state() == State_Stopped;
+}
 
 HRESULT BasePin::canConnect()
 {

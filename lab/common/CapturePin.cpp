@@ -27,7 +27,10 @@ CapturePin::CapturePin(BaseFilter &filter, const std::wstring &name, FrameSource
 {
 }
 
-CapturePin::~CapturePin() { stopStreaming(); }
+CapturePin::~CapturePin()
+{
+    stopStreaming();
+}
 
 void *CapturePin::queryExtra(REFIID iid)
 {
@@ -158,7 +161,10 @@ HRESULT CapturePin::checkMediaType(const AM_MEDIA_TYPE &type)
     return formatIndex(type) >= 0 ? S_OK : S_FALSE;
 }
 
-long CapturePin::bufferSize() { return streamFormat().frameBytes(); }
+long CapturePin::bufferSize()
+{
+    return streamFormat().frameBytes();
+}
 
 VideoFormat CapturePin::streamFormat() const
 {

@@ -2,9 +2,15 @@
 
 namespace lab {
 
-ClassFactory::ClassFactory(CreateFunction create) : m_create(create) { LabModule::lockServer(true); }
+ClassFactory::ClassFactory(CreateFunction create) : m_create(create)
+{
+    LabModule::lockServer(true);
+}
 
-ClassFactory::~ClassFactory() { LabModule::lockServer(false); }
+ClassFactory::~ClassFactory()
+{
+    LabModule::lockServer(false);
+}
 
 STDMETHODIMP ClassFactory::CreateInstance(IUnknown *outer, REFIID iid, void **out)
 {

@@ -10,7 +10,7 @@ std::vector<ClassInfo> &entries()
     static std::vector<ClassInfo> classes;
     return classes;
 }
-}
+} // namespace
 
 ClassInfo ClassInfo::plain(const CLSID &clsid, const wchar_t *name, CreateFunction create)
 {
@@ -39,7 +39,10 @@ ClassInfo ClassInfo::filter(const CLSID &clsid, const wchar_t *name, CreateFunct
     return info;
 }
 
-void ClassRegistry::add(const ClassInfo &info) { entries().push_back(info); }
+void ClassRegistry::add(const ClassInfo &info)
+{
+    entries().push_back(info);
+}
 
 const ClassInfo *ClassRegistry::find(REFCLSID clsid)
 {
@@ -59,6 +62,9 @@ const ClassInfo *ClassRegistry::findDeviceKind(const wchar_t *kind)
     return nullptr;
 }
 
-const std::vector<ClassInfo> &ClassRegistry::all() { return entries(); }
+const std::vector<ClassInfo> &ClassRegistry::all()
+{
+    return entries();
+}
 
 } // namespace lab

@@ -62,7 +62,10 @@ DeviceConfig DeviceConfig::fromPropertyBag(IPropertyBag *bag)
     return config;
 }
 
-void DeviceConfig::set(const std::wstring &key, const std::wstring &value) { m_values[lower(key)] = value; }
+void DeviceConfig::set(const std::wstring &key, const std::wstring &value)
+{
+    m_values[lower(key)] = value;
+}
 
 bool DeviceConfig::find(const std::wstring &key, std::wstring &value) const
 {
@@ -78,8 +81,12 @@ bool DeviceConfig::parseHresult(const std::wstring &text, HRESULT &hr)
     static const struct {
         const wchar_t *name;
         HRESULT value;
-    } names[] = {{L"E_FAIL", E_FAIL},           {L"E_INVALIDARG", E_INVALIDARG}, {L"E_OUTOFMEMORY", E_OUTOFMEMORY},
-                 {L"E_ACCESSDENIED", E_ACCESSDENIED}, {L"E_NOTIMPL", E_NOTIMPL}, {L"E_UNEXPECTED", E_UNEXPECTED}};
+    } names[] = {{L"E_FAIL", E_FAIL},
+                 {L"E_INVALIDARG", E_INVALIDARG},
+                 {L"E_OUTOFMEMORY", E_OUTOFMEMORY},
+                 {L"E_ACCESSDENIED", E_ACCESSDENIED},
+                 {L"E_NOTIMPL", E_NOTIMPL},
+                 {L"E_UNEXPECTED", E_UNEXPECTED}};
     const std::wstring trimmed = trim(text);
     for (const auto &entry : names) {
         if (_wcsicmp(trimmed.c_str(), entry.name) == 0) {
@@ -101,7 +108,8 @@ bool DeviceConfig::parseInteger(const std::wstring &text, long long &value)
         return false;
     wchar_t *end = nullptr;
     const bool hex = trimmed.size() > 2 && trimmed[0] == L'0' && (trimmed[1] == L'x' || trimmed[1] == L'X');
-    value = hex ? static_cast<long long>(std::wcstoull(trimmed.c_str() + 2, &end, 16)) : std::wcstoll(trimmed.c_str(), &end, 10);
+    value = hex ? static_cast<long long>(std::wcstoull(trimmed.c_str() + 2, &end, 16))
+                : std::wcstoll(trimmed.c_str(), &end, 10);
     return end && *end == L'\0';
 }
 

@@ -13,7 +13,10 @@ void *DeviceFilter::queryExtra(REFIID iid)
     return nullptr;
 }
 
-STDMETHODIMP DeviceFilter::InitNew() { return S_OK; }
+STDMETHODIMP DeviceFilter::InitNew()
+{
+    return S_OK;
+}
 
 STDMETHODIMP DeviceFilter::Load(IPropertyBag *bag, IErrorLog *)
 {
@@ -32,7 +35,10 @@ STDMETHODIMP DeviceFilter::Load(IPropertyBag *bag, IErrorLog *)
     return useDevice(device);
 }
 
-STDMETHODIMP DeviceFilter::Save(IPropertyBag *, BOOL, BOOL) { return E_NOTIMPL; }
+STDMETHODIMP DeviceFilter::Save(IPropertyBag *, BOOL, BOOL)
+{
+    return E_NOTIMPL;
+}
 
 HRESULT DeviceFilter::useDevice(const std::shared_ptr<DeviceState> &device)
 {

@@ -30,7 +30,10 @@ long long DeviceState::integer(const std::wstring &key, long long fallback) cons
     return DeviceConfig::parseInteger(text(key), value) ? value : fallback;
 }
 
-bool DeviceState::flag(const std::wstring &key) const { return DeviceConfig::parseBool(text(key)); }
+bool DeviceState::flag(const std::wstring &key) const
+{
+    return DeviceConfig::parseBool(text(key));
+}
 
 HRESULT DeviceState::hresult(const std::wstring &key) const
 {

@@ -18,7 +18,10 @@ std::wstring modulePath()
     return path;
 }
 
-std::wstring classKeyPath(REFCLSID clsid) { return L"Software\\Classes\\CLSID\\" + lab::guidText(clsid); }
+std::wstring classKeyPath(REFCLSID clsid)
+{
+    return L"Software\\Classes\\CLSID\\" + lab::guidText(clsid);
+}
 
 HRESULT registerServer(const lab::ClassInfo &info, const std::wstring &dllPath)
 {
@@ -86,7 +89,10 @@ STDAPI DllGetClassObject(REFCLSID clsid, REFIID iid, void **out)
     return hold->QueryInterface(iid, out);
 }
 
-STDAPI DllCanUnloadNow() { return lab::LabModule::canUnload() ? S_OK : S_FALSE; }
+STDAPI DllCanUnloadNow()
+{
+    return lab::LabModule::canUnload() ? S_OK : S_FALSE;
+}
 
 STDAPI DllRegisterServer()
 {

@@ -6,7 +6,10 @@ namespace lab {
 
 InputPin::InputPin(BaseFilter &filter, const std::wstring &name) : BasePin(filter, name, PINDIR_INPUT) {}
 
-STDMETHODIMP InputPin::Connect(IPin *, const AM_MEDIA_TYPE *) { return E_UNEXPECTED; }
+STDMETHODIMP InputPin::Connect(IPin *, const AM_MEDIA_TYPE *)
+{
+    return E_UNEXPECTED;
+}
 
 STDMETHODIMP InputPin::ReceiveConnection(IPin *connector, const AM_MEDIA_TYPE *type)
 {
@@ -63,7 +66,10 @@ STDMETHODIMP InputPin::NotifyAllocator(IMemAllocator *allocator, BOOL)
     return S_OK;
 }
 
-STDMETHODIMP InputPin::GetAllocatorRequirements(ALLOCATOR_PROPERTIES *) { return E_NOTIMPL; }
+STDMETHODIMP InputPin::GetAllocatorRequirements(ALLOCATOR_PROPERTIES *)
+{
+    return E_NOTIMPL;
+}
 
 STDMETHODIMP InputPin::Receive(IMediaSample *sample)
 {
@@ -90,7 +96,10 @@ STDMETHODIMP InputPin::ReceiveMultiple(IMediaSample **samples, long count, long 
     return hr;
 }
 
-STDMETHODIMP InputPin::ReceiveCanBlock() { return S_OK; }
+STDMETHODIMP InputPin::ReceiveCanBlock()
+{
+    return S_OK;
+}
 
 void *InputPin::queryExtra(REFIID iid)
 {
@@ -99,6 +108,9 @@ void *InputPin::queryExtra(REFIID iid)
     return nullptr;
 }
 
-void InputPin::onDisconnected() { m_allocator.Release(); }
+void InputPin::onDisconnected()
+{
+    m_allocator.Release();
+}
 
 } // namespace lab

@@ -64,6 +64,12 @@ LAB_API long long WINAPI LabSamplesDelivered(const wchar_t *device)
     return device ? lab::DeviceRegistry::device(device)->delivered() : 0;
 }
 
-LAB_API long WINAPI LabLiveObjects() { return lab::LabModule::liveObjects(); }
+LAB_API long WINAPI LabLiveObjects()
+{
+    return lab::LabModule::liveObjects();
+}
 
-LAB_API long WINAPI LabLiveThreads() { return lab::LabModule::liveThreads(); }
+LAB_API long WINAPI LabLiveThreads()
+{
+    return lab::LabModule::liveThreads();
+}

@@ -5,13 +5,25 @@
 
 namespace lab {
 
-MediaType::MediaType() { ZeroMemory(&m_type, sizeof(m_type)); }
+MediaType::MediaType()
+{
+    ZeroMemory(&m_type, sizeof(m_type));
+}
 
-MediaType::MediaType(const AM_MEDIA_TYPE &type) : MediaType() { copy(type, m_type); }
+MediaType::MediaType(const AM_MEDIA_TYPE &type) : MediaType()
+{
+    copy(type, m_type);
+}
 
-MediaType::MediaType(const MediaType &other) : MediaType() { copy(other.m_type, m_type); }
+MediaType::MediaType(const MediaType &other) : MediaType()
+{
+    copy(other.m_type, m_type);
+}
 
-MediaType::MediaType(MediaType &&other) noexcept : m_type(other.m_type) { ZeroMemory(&other.m_type, sizeof(other.m_type)); }
+MediaType::MediaType(MediaType &&other) noexcept : m_type(other.m_type)
+{
+    ZeroMemory(&other.m_type, sizeof(other.m_type));
+}
 
 MediaType &MediaType::operator=(const MediaType &other)
 {
@@ -32,7 +44,10 @@ MediaType &MediaType::operator=(MediaType &&other) noexcept
     return *this;
 }
 
-MediaType::~MediaType() { freeContents(m_type); }
+MediaType::~MediaType()
+{
+    freeContents(m_type);
+}
 
 void MediaType::clear()
 {
@@ -74,7 +89,8 @@ MediaType MediaType::video(const GUID &subType, LONG width, LONG height, WORD bi
 
 const VIDEOINFOHEADER *MediaType::videoInfo() const
 {
-    if (!IsEqualGUID(m_type.formattype, FORMAT_VideoInfo) || m_type.cbFormat < sizeof(VIDEOINFOHEADER) || !m_type.pbFormat)
+    if (!IsEqualGUID(m_type.formattype, FORMAT_VideoInfo) || m_type.cbFormat < sizeof(VIDEOINFOHEADER) ||
+        !m_type.pbFormat)
         return nullptr;
     return reinterpret_cast<const VIDEOINFOHEADER *>(m_type.pbFormat);
 }
@@ -91,7 +107,10 @@ bool MediaType::sameAs(const AM_MEDIA_TYPE &other) const
            (m_type.cbFormat == 0 || std::memcmp(m_type.pbFormat, other.pbFormat, m_type.cbFormat) == 0);
 }
 
-HRESULT MediaType::copyTo(AM_MEDIA_TYPE &out) const { return copy(m_type, out); }
+HRESULT MediaType::copyTo(AM_MEDIA_TYPE &out) const
+{
+    return copy(m_type, out);
+}
 
 AM_MEDIA_TYPE *MediaType::newCopy() const
 {

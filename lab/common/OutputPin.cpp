@@ -114,7 +114,10 @@ STDMETHODIMP OutputPin::Connect(IPin *receiver, const AM_MEDIA_TYPE *type)
     return VFW_E_NO_ACCEPTABLE_TYPES;
 }
 
-STDMETHODIMP OutputPin::ReceiveConnection(IPin *, const AM_MEDIA_TYPE *) { return E_UNEXPECTED; }
+STDMETHODIMP OutputPin::ReceiveConnection(IPin *, const AM_MEDIA_TYPE *)
+{
+    return E_UNEXPECTED;
+}
 
 HRESULT OutputPin::tryConnect(IPin *receiver, const AM_MEDIA_TYPE &type)
 {
@@ -190,7 +193,10 @@ void OutputPin::onDisconnected()
     m_allocator.Release();
 }
 
-HRESULT OutputPin::active() { return m_allocator ? m_allocator->Commit() : S_OK; }
+HRESULT OutputPin::active()
+{
+    return m_allocator ? m_allocator->Commit() : S_OK;
+}
 
 void OutputPin::inactive()
 {
@@ -213,10 +219,19 @@ HRESULT OutputPin::deliver(IMediaSample *sample)
     return m_input->Receive(sample);
 }
 
-HRESULT OutputPin::deliverEndOfStream() { return m_connected ? m_connected->EndOfStream() : VFW_E_NOT_CONNECTED; }
+HRESULT OutputPin::deliverEndOfStream()
+{
+    return m_connected ? m_connected->EndOfStream() : VFW_E_NOT_CONNECTED;
+}
 
-HRESULT OutputPin::deliverBeginFlush() { return m_connected ? m_connected->BeginFlush() : VFW_E_NOT_CONNECTED; }
+HRESULT OutputPin::deliverBeginFlush()
+{
+    return m_connected ? m_connected->BeginFlush() : VFW_E_NOT_CONNECTED;
+}
 
-HRESULT OutputPin::deliverEndFlush() { return m_connected ? m_connected->EndFlush() : VFW_E_NOT_CONNECTED; }
+HRESULT OutputPin::deliverEndFlush()
+{
+    return m_connected ? m_connected->EndFlush() : VFW_E_NOT_CONNECTED;
+}
 
 } // namespace lab

@@ -4,7 +4,6 @@
 // which is how the capture graph builder tells capture pins from others.
 #pragma once
 
-
 #include "common/BasePin.h"
 
 namespace lab {

@@ -4,9 +4,15 @@
 
 namespace lab {
 
-RegistryKey::~RegistryKey() { close(); }
+RegistryKey::~RegistryKey()
+{
+    close();
+}
 
-RegistryKey::RegistryKey(RegistryKey &&other) noexcept : m_key(other.m_key) { other.m_key = nullptr; }
+RegistryKey::RegistryKey(RegistryKey &&other) noexcept : m_key(other.m_key)
+{
+    other.m_key = nullptr;
+}
 
 RegistryKey &RegistryKey::operator=(RegistryKey &&other) noexcept
 {

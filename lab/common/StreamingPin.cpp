@@ -18,7 +18,10 @@ void StreamingPin::startStreaming()
         m_thread.start([this](HANDLE stopEvent) { stream(stopEvent); });
 }
 
-void StreamingPin::pauseStreaming() { m_delivering = false; }
+void StreamingPin::pauseStreaming()
+{
+    m_delivering = false;
+}
 
 void StreamingPin::stopStreaming()
 {

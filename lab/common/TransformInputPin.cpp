@@ -34,8 +34,14 @@ STDMETHODIMP TransformInputPin::NewSegment(REFERENCE_TIME start, REFERENCE_TIME 
     return S_OK;
 }
 
-HRESULT TransformInputPin::checkMediaType(const AM_MEDIA_TYPE &type) { return m_transform.checkInput(type); }
+HRESULT TransformInputPin::checkMediaType(const AM_MEDIA_TYPE &type)
+{
+    return m_transform.checkInput(type);
+}
 
-HRESULT TransformInputPin::receive(IMediaSample *sample) { return m_transform.receive(sample); }
+HRESULT TransformInputPin::receive(IMediaSample *sample)
+{
+    return m_transform.receive(sample);
+}
 
 } // namespace lab

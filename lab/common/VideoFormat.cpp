@@ -56,8 +56,8 @@ bool VideoFormat::parse(const std::wstring &text, VideoFormat &format)
         return false;
     long long width = 0;
     long long height = 0;
-    if (!DeviceConfig::parseInteger(size.substr(0, x), width) || !DeviceConfig::parseInteger(size.substr(x + 1), height) ||
-        width <= 0 || height <= 0 || width % 2 != 0)
+    if (!DeviceConfig::parseInteger(size.substr(0, x), width) ||
+        !DeviceConfig::parseInteger(size.substr(x + 1), height) || width <= 0 || height <= 0 || width % 2 != 0)
         return false;
     std::wstring option;
     bool topDown = false;
@@ -94,7 +94,10 @@ std::wstring VideoFormat::describe(const AM_MEDIA_TYPE &type)
     return format.text();
 }
 
-REFERENCE_TIME VideoFormat::frameTime() const { return static_cast<REFERENCE_TIME>(std::llround(10000000.0 / fps)); }
+REFERENCE_TIME VideoFormat::frameTime() const
+{
+    return static_cast<REFERENCE_TIME>(std::llround(10000000.0 / fps));
+}
 
 WORD VideoFormat::bitCount() const
 {
@@ -108,7 +111,10 @@ DWORD VideoFormat::compression() const
     return entry ? entry->compression : BI_RGB;
 }
 
-bool VideoFormat::compressed() const { return IsEqualGUID(subType, MEDIASUBTYPE_MJPG) != FALSE; }
+bool VideoFormat::compressed() const
+{
+    return IsEqualGUID(subType, MEDIASUBTYPE_MJPG) != FALSE;
+}
 
 long VideoFormat::frameBytes() const
 {

@@ -9,13 +9,16 @@ namespace lab {
 
 namespace {
 
-const ClassRegistration registration(ClassInfo::filter(
-    CLSID_LabColourConverter, L"Sorvane Lab Color Space Converter", &createObject<ColourConverter, IBaseFilter>,
-    MERIT_UNLIKELY,
-    {{false, {{MEDIATYPE_Video, MEDIASUBTYPE_YUY2}, {MEDIATYPE_Video, MEDIASUBTYPE_UYVY}}},
-     {true, {{MEDIATYPE_Video, MEDIASUBTYPE_RGB32}, {MEDIATYPE_Video, MEDIASUBTYPE_RGB24}}}}));
+const ClassRegistration registration(
+    ClassInfo::filter(CLSID_LabColourConverter, L"Sorvane Lab Color Space Converter",
+                      &createObject<ColourConverter, IBaseFilter>, MERIT_UNLIKELY,
+                      {{false, {{MEDIATYPE_Video, MEDIASUBTYPE_YUY2}, {MEDIATYPE_Video, MEDIASUBTYPE_UYVY}}},
+                       {true, {{MEDIATYPE_Video, MEDIASUBTYPE_RGB32}, {MEDIATYPE_Video, MEDIASUBTYPE_RGB24}}}}));
 
-BYTE clamp(int value) { return static_cast<BYTE>(value < 0 ? 0 : (value > 255 ? 255 : value)); }
+BYTE clamp(int value)
+{
+    return static_cast<BYTE>(value < 0 ? 0 : (value > 255 ? 255 : value));
+}
 
 // One pixel from studio-range Y and the pair's chroma, in 8.8 fixed point.
 void writePixel(BYTE *pixel, int y, int u, int v, int pixelBytes)
@@ -36,14 +39,15 @@ ColourConverter::ColourConverter() : RgbDecoderFilter(CLSID_LabColourConverter) 
 
 HRESULT ColourConverter::checkInput(const AM_MEDIA_TYPE &input)
 {
-    if (!isVideoInfo(input) || (!IsEqualGUID(input.subtype, MEDIASUBTYPE_YUY2) && !IsEqualGUID(input.subtype, MEDIASUBTYPE_UYVY)))
+    if (!isVideoInfo(input) ||
+        (!IsEqualGUID(input.subtype, MEDIASUBTYPE_YUY2) && !IsEqualGUID(input.subtype, MEDIASUBTYPE_UYVY)))
         return VFW_E_TYPE_NOT_ACCEPTED;
     const BITMAPINFOHEADER &header = reinterpret_cast<const VIDEOINFOHEADER *>(input.pbFormat)->bmiHeader;
     return header.biWidth > 0 && header.biWidth % 2 == 0 && header.biHeight != 0 ? S_OK : VFW_E_TYPE_NOT_ACCEPTED;
 }
 
-bool ColourConverter::decode(const BYTE *in, long inLength, int width, int height, BYTE *out, long stride, int pixelBytes,
-                             bool bottomUp)
+bool ColourConverter::decode(const BYTE *in, long inLength, int width, int height, BYTE *out, long stride,
+                             int pixelBytes, bool bottomUp)
 {
     const long inStride = width * 2L;
     if (inLength < inStride * height)

@@ -32,8 +32,8 @@ bool JpegDecoder::decode(const BYTE *data, size_t length, int width, int height,
     int decodedWidth = 0;
     int decodedHeight = 0;
     int channels = 0;
-    const DecodedPixels rgb(stbi_load_from_memory(data, static_cast<int>(length), &decodedWidth, &decodedHeight,
-                                                  &channels, 3));
+    const DecodedPixels rgb(
+        stbi_load_from_memory(data, static_cast<int>(length), &decodedWidth, &decodedHeight, &channels, 3));
     if (!rgb || decodedWidth != width || decodedHeight != height)
         return false;
     for (int y = 0; y < height; ++y) {

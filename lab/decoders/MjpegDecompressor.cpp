@@ -9,10 +9,11 @@ namespace lab {
 
 namespace {
 
-const ClassRegistration registration(ClassInfo::filter(
-    CLSID_LabMjpegDecompressor, L"Sorvane Lab MJPEG Decompressor", &createObject<MjpegDecompressor, IBaseFilter>,
-    MERIT_NORMAL, {{false, {{MEDIATYPE_Video, MEDIASUBTYPE_MJPG}}},
-                   {true, {{MEDIATYPE_Video, MEDIASUBTYPE_RGB32}, {MEDIATYPE_Video, MEDIASUBTYPE_RGB24}}}}));
+const ClassRegistration registration(
+    ClassInfo::filter(CLSID_LabMjpegDecompressor, L"Sorvane Lab MJPEG Decompressor",
+                      &createObject<MjpegDecompressor, IBaseFilter>, MERIT_NORMAL,
+                      {{false, {{MEDIATYPE_Video, MEDIASUBTYPE_MJPG}}},
+                       {true, {{MEDIATYPE_Video, MEDIASUBTYPE_RGB32}, {MEDIATYPE_Video, MEDIASUBTYPE_RGB24}}}}));
 
 } // namespace
 

@@ -25,7 +25,8 @@ std::vector<MediaType> RgbDecoderFilter::outputTypes(const AM_MEDIA_TYPE &input)
 
 HRESULT RgbDecoderFilter::checkTransform(const AM_MEDIA_TYPE &input, const AM_MEDIA_TYPE &output)
 {
-    if (!isVideoInfo(output) || (!IsEqualGUID(output.subtype, MEDIASUBTYPE_RGB32) && !IsEqualGUID(output.subtype, MEDIASUBTYPE_RGB24)))
+    if (!isVideoInfo(output) ||
+        (!IsEqualGUID(output.subtype, MEDIASUBTYPE_RGB32) && !IsEqualGUID(output.subtype, MEDIASUBTYPE_RGB24)))
         return VFW_E_TYPE_NOT_ACCEPTED;
     const BITMAPINFOHEADER &in = reinterpret_cast<const VIDEOINFOHEADER *>(input.pbFormat)->bmiHeader;
     const BITMAPINFOHEADER &out = reinterpret_cast<const VIDEOINFOHEADER *>(output.pbFormat)->bmiHeader;

@@ -13,7 +13,8 @@ HRESULT DemuxInputPin::checkMediaType(const AM_MEDIA_TYPE &type)
 {
     if (!IsEqualGUID(type.majortype, MEDIATYPE_Stream))
         return S_FALSE;
-    return IsEqualGUID(type.subtype, MEDIASUBTYPE_MPEG2_TRANSPORT) || IsEqualGUID(type.subtype, bda::kSubtypeBdaTransport)
+    return IsEqualGUID(type.subtype, MEDIASUBTYPE_MPEG2_TRANSPORT) ||
+                   IsEqualGUID(type.subtype, bda::kSubtypeBdaTransport)
                ? S_OK
                : S_FALSE;
 }
@@ -35,7 +36,10 @@ HRESULT DemuxInputPin::onConnected()
     return S_OK;
 }
 
-HRESULT DemuxInputPin::receive(IMediaSample *sample) { return m_demux.receive(sample); }
+HRESULT DemuxInputPin::receive(IMediaSample *sample)
+{
+    return m_demux.receive(sample);
+}
 
 STDMETHODIMP DemuxInputPin::EndOfStream()
 {

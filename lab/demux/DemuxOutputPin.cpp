@@ -12,7 +12,7 @@ DemuxOutputPin::DemuxOutputPin(BaseFilter &filter, const std::wstring &name, con
 HRESULT DemuxOutputPin::checkMediaType(const AM_MEDIA_TYPE &type)
 {
     return IsEqualGUID(type.majortype, m_offered->majortype) && IsEqualGUID(type.subtype, m_offered->subtype) ? S_OK
-                                                                                                          : S_FALSE;
+                                                                                                              : S_FALSE;
 }
 
 void DemuxOutputPin::deliverUnit(const std::vector<std::uint8_t> &unit, bool discontinuity)

@@ -14,10 +14,11 @@ namespace lab {
 
 namespace {
 
-const ClassRegistration registration(ClassInfo::filter(
-    CLSID_LabMpeg2VideoDecoder, L"Sorvane Lab MPEG-2 Video Decoder", &createObject<Mpeg2VideoDecoder, IBaseFilter>,
-    MERIT_NORMAL, {{false, {{MEDIATYPE_Video, MEDIASUBTYPE_MPEG2_VIDEO}}},
-                   {true, {{MEDIATYPE_Video, MEDIASUBTYPE_RGB32}, {MEDIATYPE_Video, MEDIASUBTYPE_RGB24}}}}));
+const ClassRegistration registration(
+    ClassInfo::filter(CLSID_LabMpeg2VideoDecoder, L"Sorvane Lab MPEG-2 Video Decoder",
+                      &createObject<Mpeg2VideoDecoder, IBaseFilter>, MERIT_NORMAL,
+                      {{false, {{MEDIATYPE_Video, MEDIASUBTYPE_MPEG2_VIDEO}}},
+                       {true, {{MEDIATYPE_Video, MEDIASUBTYPE_RGB32}, {MEDIATYPE_Video, MEDIASUBTYPE_RGB24}}}}));
 
 const MPEG2VIDEOINFO *mpeg2Info(const AM_MEDIA_TYPE &type)
 {
@@ -41,7 +42,8 @@ Mpeg2VideoDecoder::Mpeg2VideoDecoder() : TransformFilter(CLSID_LabMpeg2VideoDeco
 HRESULT Mpeg2VideoDecoder::checkInput(const AM_MEDIA_TYPE &input)
 {
     const MPEG2VIDEOINFO *info = mpeg2Info(input);
-    if (!IsEqualGUID(input.majortype, MEDIATYPE_Video) || !IsEqualGUID(input.subtype, MEDIASUBTYPE_MPEG2_VIDEO) || !info)
+    if (!IsEqualGUID(input.majortype, MEDIATYPE_Video) || !IsEqualGUID(input.subtype, MEDIASUBTYPE_MPEG2_VIDEO) ||
+        !info)
         return VFW_E_TYPE_NOT_ACCEPTED;
     return info->hdr.bmiHeader.biWidth > 0 && info->hdr.bmiHeader.biHeight != 0 ? S_OK : VFW_E_TYPE_NOT_ACCEPTED;
 }

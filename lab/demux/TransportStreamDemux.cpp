@@ -11,7 +11,10 @@ namespace {
 const std::size_t kPacket = 188;
 const int kNullPid = 0x1FFF;
 
-int pidOf(const std::uint8_t *p) { return ((p[1] & 0x1F) << 8) | p[2]; }
+int pidOf(const std::uint8_t *p)
+{
+    return ((p[1] & 0x1F) << 8) | p[2];
+}
 
 bool isPesStart(const std::vector<std::uint8_t> &unit)
 {
@@ -212,8 +215,9 @@ void TransportStreamDemux::flushPes(int pid, DemuxUnit::Kind kind, std::vector<D
         const std::size_t end = declared != 0 ? std::min(unit.size(), declared + 6) : unit.size();
         const std::size_t payload = 9 + static_cast<std::size_t>(unit[8]);
         if (payload < end)
-            units.push_back(DemuxUnit{kind, std::vector<std::uint8_t>(unit.begin() + static_cast<std::ptrdiff_t>(payload),
-                                                                      unit.begin() + static_cast<std::ptrdiff_t>(end))});
+            units.push_back(
+                DemuxUnit{kind, std::vector<std::uint8_t>(unit.begin() + static_cast<std::ptrdiff_t>(payload),
+                                                          unit.begin() + static_cast<std::ptrdiff_t>(end))});
     }
     unit.clear();
 }

@@ -39,7 +39,8 @@ private:
     };
 
     void packet(const std::uint8_t *p, std::vector<DemuxUnit> &units);
-    void sectionBytes(int pid, bool unitStart, const std::uint8_t *payload, std::size_t length, std::vector<DemuxUnit> &units);
+    void sectionBytes(int pid, bool unitStart, const std::uint8_t *payload, std::size_t length,
+                      std::vector<DemuxUnit> &units);
     void section(int pid, const std::vector<std::uint8_t> &data, std::vector<DemuxUnit> &units);
     void pesBytes(int pid, DemuxUnit::Kind kind, bool unitStart, const std::uint8_t *payload, std::size_t length,
                   std::vector<DemuxUnit> &units);
@@ -47,11 +48,11 @@ private:
     bool isTablePid(int pid) const;
     void chooseStreams();
 
-    std::vector<std::uint8_t> m_partial;   // bytes of a packet cut by a sample boundary
-    std::map<int, int> m_counters;         // PID -> last continuity counter
+    std::vector<std::uint8_t> m_partial;              // bytes of a packet cut by a sample boundary
+    std::map<int, int> m_counters;                    // PID -> last continuity counter
     std::map<int, std::vector<std::uint8_t>> m_units; // PID -> unit being gathered
-    std::vector<int> m_programOrder;       // program numbers in PAT order
-    std::map<int, ProgramMap> m_programs;  // program number -> its map
+    std::vector<int> m_programOrder;                  // program numbers in PAT order
+    std::map<int, ProgramMap> m_programs;             // program number -> its map
     int m_videoPid = -1;
     int m_audioPid = -1;
 };

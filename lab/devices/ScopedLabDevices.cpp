@@ -18,7 +18,8 @@ std::string utf8(const std::wstring &text)
 {
     if (text.empty())
         return std::string();
-    const int length = WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), nullptr, 0, nullptr, nullptr);
+    const int length =
+        WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), nullptr, 0, nullptr, nullptr);
     std::string result(static_cast<size_t>(length), '\0');
     WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), &result[0], length, nullptr, nullptr);
     return result;
@@ -92,8 +93,14 @@ ScopedLabDevices::ScopedLabDevices(const std::wstring &description, LabDevices l
 
 ScopedLabDevices::~ScopedLabDevices() = default;
 
-const std::vector<std::wstring> &ScopedLabDevices::instanceIds() const { return m_state->instanceIds; }
+const std::vector<std::wstring> &ScopedLabDevices::instanceIds() const
+{
+    return m_state->instanceIds;
+}
 
-const std::vector<std::wstring> &ScopedLabDevices::infFiles() const { return m_state->infFiles; }
+const std::vector<std::wstring> &ScopedLabDevices::infFiles() const
+{
+    return m_state->infFiles;
+}
 
 } // namespace lab

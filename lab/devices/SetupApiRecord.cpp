@@ -73,7 +73,8 @@ void pciIds(SetupApiRecord &record, const std::wstring &devicePart)
 void usbIds(SetupApiRecord &record, const std::wstring &devicePart)
 {
     record.hardwareIds.push_back(L"USB\\" + devicePart);
-    const std::wstring usbClass = record.classGuid == kImageClass ? L"USB\\Class_0E&SubClass_03" : L"USB\\Class_FF&SubClass_FF";
+    const std::wstring usbClass =
+        record.classGuid == kImageClass ? L"USB\\Class_0E&SubClass_03" : L"USB\\Class_FF&SubClass_FF";
     const std::wstring classId = usbClass.substr(0, usbClass.find(L'&'));
     record.compatibleIds = {usbClass + L"&Prot_00", usbClass, classId};
 }
@@ -180,10 +181,13 @@ std::wstring SetupApiRecord::packageKey() const
            driverFile;
 }
 
-bool SetupApiRecord::copiesFile() const { return _wcsicmp(driverFile.c_str(), L"none") != 0; }
+bool SetupApiRecord::copiesFile() const
+{
+    return _wcsicmp(driverFile.c_str(), L"none") != 0;
+}
 
-bool SetupApiRecord::fromDescription(const std::vector<DeviceDescription> &devices, std::vector<SetupApiRecord> &records,
-                                     std::wstring &error)
+bool SetupApiRecord::fromDescription(const std::vector<DeviceDescription> &devices,
+                                     std::vector<SetupApiRecord> &records, std::wstring &error)
 {
     for (const DeviceDescription &device : devices) {
         std::wstring instanceId = upper(firstLine(device.value(L"instance")));

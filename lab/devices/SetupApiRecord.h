@@ -17,14 +17,14 @@
 namespace lab {
 
 struct SetupApiRecord {
-    std::wstring instanceId;  // e.g. USB\VID_046D&PID_0825&MI_00\7&1A2B&0&0000, upper case
-    std::wstring enumerator;  // USB, PCI ...
-    std::wstring className;   // "Image" or "MEDIA", as the system spells them
+    std::wstring instanceId; // e.g. USB\VID_046D&PID_0825&MI_00\7&1A2B&0&0000, upper case
+    std::wstring enumerator; // USB, PCI ...
+    std::wstring className;  // "Image" or "MEDIA", as the system spells them
     GUID classGuid = GUID_NULL;
     std::wstring deviceDescription;
     std::wstring friendlyName; // empty: the key has no "FriendlyName"
     std::wstring manufacturer;
-    std::wstring location;     // empty: no "LocationInformation"
+    std::wstring location; // empty: no "LocationInformation"
     std::wstring service;
     std::vector<std::wstring> hardwareIds;
     std::vector<std::wstring> compatibleIds;
@@ -34,7 +34,7 @@ struct SetupApiRecord {
     std::wstring driverDate;
     std::wstring driverVersion;
     std::wstring driverFile;
-    std::wstring sections;     // where the record comes from, for messages
+    std::wstring sections; // where the record comes from, for messages
 
     // Builds the records of every described device that has hardware behind it.
     static bool fromDescription(const std::vector<DeviceDescription> &devices, std::vector<SetupApiRecord> &records,

@@ -15,7 +15,10 @@ namespace {
 const wchar_t kClassRoot[] = L"System\\CurrentControlSet\\Control\\Class\\";
 
 // The registry spells class GUIDs in lower case ("{4d36e96c-e325-11ce-bfc1-08002be10318}").
-std::wstring lowerGuid(const GUID &guid) { return DeviceConfig::lower(guidText(guid)); }
+std::wstring lowerGuid(const GUID &guid)
+{
+    return DeviceConfig::lower(guidText(guid));
+}
 
 // The numbers in use below a key whose subkeys are numbered (driver keys "0000", INF files
 // "oem12.inf"), so new ones never collide with what is there.
@@ -117,10 +120,12 @@ LSTATUS writeDriverKey(const SetupApiRecord &record, const std::wstring &path, c
 
 LSTATUS writeDeviceKey(const SetupApiRecord &record, const RegistryKey &key, const std::wstring &driver)
 {
-    std::vector<std::pair<const wchar_t *, std::wstring>> values = {
-        {L"DeviceDesc", record.deviceDescription}, {L"Mfg", record.manufacturer},
-        {L"ClassGUID", lowerGuid(record.classGuid)}, {L"Class", record.className},
-        {L"Driver", driver}, {L"Service", record.service}};
+    std::vector<std::pair<const wchar_t *, std::wstring>> values = {{L"DeviceDesc", record.deviceDescription},
+                                                                    {L"Mfg", record.manufacturer},
+                                                                    {L"ClassGUID", lowerGuid(record.classGuid)},
+                                                                    {L"Class", record.className},
+                                                                    {L"Driver", driver},
+                                                                    {L"Service", record.service}};
     if (!record.friendlyName.empty())
         values.emplace_back(L"FriendlyName", record.friendlyName);
     if (!record.location.empty())
@@ -167,11 +172,13 @@ std::wstring SetupApiWriter::infFolder()
     return std::wstring(windows) + L"\\inf";
 }
 
-HRESULT SetupApiWriter::writeRecord(const SetupApiRecord &record, const std::wstring &driver, const std::wstring &infName,
-                                    bool keepExisting, WrittenItems &written, std::wstring &error)
+HRESULT SetupApiWriter::writeRecord(const SetupApiRecord &record, const std::wstring &driver,
+                                    const std::wstring &infName, bool keepExisting, WrittenItems &written,
+                                    std::wstring &error)
 {
     RegistryKey device;
-    if (keepExisting && RegistryKey::open(HKEY_LOCAL_MACHINE, enumKey(record.instanceId), KEY_READ, device) == ERROR_SUCCESS) {
+    if (keepExisting &&
+        RegistryKey::open(HKEY_LOCAL_MACHINE, enumKey(record.instanceId), KEY_READ, device) == ERROR_SUCCESS) {
         error = record.sections + L": the device " + record.instanceId + L" exists already";
         return HRESULT_FROM_WIN32(ERROR_ALREADY_EXISTS);
     }

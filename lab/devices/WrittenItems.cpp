@@ -55,7 +55,8 @@ void removeEmptyDeviceKey(const std::wstring &instanceKey)
     DWORD subkeys = 0;
     if (RegistryKey::open(HKEY_LOCAL_MACHINE, deviceKey, KEY_READ, device) != ERROR_SUCCESS ||
         RegQueryInfoKeyW(device.handle(), nullptr, nullptr, nullptr, &subkeys, nullptr, nullptr, nullptr, nullptr,
-                         nullptr, nullptr, nullptr) != ERROR_SUCCESS || subkeys != 0)
+                         nullptr, nullptr, nullptr) != ERROR_SUCCESS ||
+        subkeys != 0)
         return;
     device = RegistryKey();
     RegDeleteKeyW(HKEY_LOCAL_MACHINE, deviceKey.c_str());

@@ -77,7 +77,10 @@ STDMETHODIMP FilterGraph::QueryInterface(REFIID iid, void **out)
     return m_inner ? m_inner->QueryInterface(iid, out) : E_NOINTERFACE;
 }
 
-STDMETHODIMP_(ULONG) FilterGraph::AddRef() { return InterlockedIncrement(&m_refs); }
+STDMETHODIMP_(ULONG) FilterGraph::AddRef()
+{
+    return InterlockedIncrement(&m_refs);
+}
 
 STDMETHODIMP_(ULONG) FilterGraph::Release()
 {
@@ -87,7 +90,10 @@ STDMETHODIMP_(ULONG) FilterGraph::Release()
     return refs;
 }
 
-STDMETHODIMP FilterGraph::GetTypeInfoCount(UINT *count) { return m_control->GetTypeInfoCount(count); }
+STDMETHODIMP FilterGraph::GetTypeInfoCount(UINT *count)
+{
+    return m_control->GetTypeInfoCount(count);
+}
 
 STDMETHODIMP FilterGraph::GetTypeInfo(UINT index, LCID locale, ITypeInfo **info)
 {
@@ -160,23 +166,44 @@ void FilterGraph::stopStartedFilters()
     }
 }
 
-STDMETHODIMP FilterGraph::Pause() { return m_control->Pause(); }
+STDMETHODIMP FilterGraph::Pause()
+{
+    return m_control->Pause();
+}
 
-STDMETHODIMP FilterGraph::Stop() { return m_control->Stop(); }
+STDMETHODIMP FilterGraph::Stop()
+{
+    return m_control->Stop();
+}
 
-STDMETHODIMP FilterGraph::GetState(LONG timeout, OAFilterState *state) { return m_control->GetState(timeout, state); }
+STDMETHODIMP FilterGraph::GetState(LONG timeout, OAFilterState *state)
+{
+    return m_control->GetState(timeout, state);
+}
 
-STDMETHODIMP FilterGraph::RenderFile(BSTR name) { return m_control->RenderFile(name); }
+STDMETHODIMP FilterGraph::RenderFile(BSTR name)
+{
+    return m_control->RenderFile(name);
+}
 
-STDMETHODIMP FilterGraph::AddSourceFilter(BSTR name, IDispatch **unknown) { return m_control->AddSourceFilter(name, unknown); }
+STDMETHODIMP FilterGraph::AddSourceFilter(BSTR name, IDispatch **unknown)
+{
+    return m_control->AddSourceFilter(name, unknown);
+}
 
-STDMETHODIMP FilterGraph::get_FilterCollection(IDispatch **unknown) { return m_control->get_FilterCollection(unknown); }
+STDMETHODIMP FilterGraph::get_FilterCollection(IDispatch **unknown)
+{
+    return m_control->get_FilterCollection(unknown);
+}
 
 STDMETHODIMP FilterGraph::get_RegFilterCollection(IDispatch **unknown)
 {
     return m_control->get_RegFilterCollection(unknown);
 }
 
-STDMETHODIMP FilterGraph::StopWhenReady() { return m_control->StopWhenReady(); }
+STDMETHODIMP FilterGraph::StopWhenReady()
+{
+    return m_control->StopWhenReady();
+}
 
 } // namespace lab

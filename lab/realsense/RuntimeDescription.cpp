@@ -13,40 +13,51 @@ namespace {
 
 const wchar_t kRecordedDescriptionKey[] = L"Software\\Sorvane\\Lab\\RealSense";
 
-pxcI32 integer(const std::wstring& text, pxcI32 fallback)
+pxcI32 integer(const std::wstring &text, pxcI32 fallback)
 {
     long long value = 0;
     return DeviceConfig::parseInteger(text, value) ? static_cast<pxcI32>(value) : fallback;
 }
 
-PXCCapture::DeviceModel model(const std::wstring& text)
+PXCCapture::DeviceModel model(const std::wstring &text)
 {
     const std::wstring name = DeviceConfig::lower(text);
-    if (name == L"f200") return PXCCapture::DEVICE_MODEL_F200;
-    if (name == L"r200") return PXCCapture::DEVICE_MODEL_R200;
-    if (name == L"sr300") return PXCCapture::DEVICE_MODEL_SR300;
-    if (name == L"r200-enhanced") return PXCCapture::DEVICE_MODEL_R200_ENHANCED;
+    if (name == L"f200")
+        return PXCCapture::DEVICE_MODEL_F200;
+    if (name == L"r200")
+        return PXCCapture::DEVICE_MODEL_R200;
+    if (name == L"sr300")
+        return PXCCapture::DEVICE_MODEL_SR300;
+    if (name == L"r200-enhanced")
+        return PXCCapture::DEVICE_MODEL_R200_ENHANCED;
     return static_cast<PXCCapture::DeviceModel>(integer(text, PXCCapture::DEVICE_MODEL_GENERIC));
 }
 
-PXCCapture::DeviceOrientation orientation(const std::wstring& text)
+PXCCapture::DeviceOrientation orientation(const std::wstring &text)
 {
     const std::wstring name = DeviceConfig::lower(text);
-    if (name == L"user-facing") return PXCCapture::DEVICE_ORIENTATION_USER_FACING;
-    if (name == L"world-facing") return PXCCapture::DEVICE_ORIENTATION_WORLD_FACING;
+    if (name == L"user-facing")
+        return PXCCapture::DEVICE_ORIENTATION_USER_FACING;
+    if (name == L"world-facing")
+        return PXCCapture::DEVICE_ORIENTATION_WORLD_FACING;
     return PXCCapture::DEVICE_ORIENTATION_ANY;
 }
 
-pxcI32 streams(const std::wstring& text)
+pxcI32 streams(const std::wstring &text)
 {
     pxcI32 flags = 0;
-    for (const std::wstring& part : DeviceConfig::split(text, L',')) {
+    for (const std::wstring &part : DeviceConfig::split(text, L',')) {
         const std::wstring name = DeviceConfig::lower(part);
-        if (name == L"color") flags |= PXCCapture::STREAM_TYPE_COLOR;
-        else if (name == L"depth") flags |= PXCCapture::STREAM_TYPE_DEPTH;
-        else if (name == L"ir") flags |= PXCCapture::STREAM_TYPE_IR;
-        else if (name == L"left") flags |= PXCCapture::STREAM_TYPE_LEFT;
-        else if (name == L"right") flags |= PXCCapture::STREAM_TYPE_RIGHT;
+        if (name == L"color")
+            flags |= PXCCapture::STREAM_TYPE_COLOR;
+        else if (name == L"depth")
+            flags |= PXCCapture::STREAM_TYPE_DEPTH;
+        else if (name == L"ir")
+            flags |= PXCCapture::STREAM_TYPE_IR;
+        else if (name == L"left")
+            flags |= PXCCapture::STREAM_TYPE_LEFT;
+        else if (name == L"right")
+            flags |= PXCCapture::STREAM_TYPE_RIGHT;
     }
     return flags;
 }
@@ -59,7 +70,8 @@ RuntimeDescription RuntimeDescription::load()
     const std::wstring path = descriptionPath();
     LabDescription description;
     std::wstring error;
-    if (!path.empty() && description.load(path, error)) runtime.read(description);
+    if (!path.empty() && description.load(path, error))
+        runtime.read(description);
     return runtime;
 }
 
@@ -67,7 +79,8 @@ std::wstring RuntimeDescription::descriptionPath()
 {
     wchar_t path[MAX_PATH] = {};
     const DWORD length = GetEnvironmentVariableW(L"SORVANE_LAB_REALSENSE_CONFIG", path, MAX_PATH);
-    if (length > 0 && length < MAX_PATH) return std::wstring(path, length);
+    if (length > 0 && length < MAX_PATH)
+        return std::wstring(path, length);
     RegistryKey key;
     std::wstring recorded;
     if (RegistryKey::open(HKEY_LOCAL_MACHINE, kRecordedDescriptionKey, KEY_READ, key) == ERROR_SUCCESS)
@@ -75,9 +88,9 @@ std::wstring RuntimeDescription::descriptionPath()
     return recorded;
 }
 
-void RuntimeDescription::read(const LabDescription& description)
+void RuntimeDescription::read(const LabDescription &description)
 {
-    for (const DeviceDescription& section : description.devices()) {
+    for (const DeviceDescription &section : description.devices()) {
         if (section.kind == L"realsense-runtime")
             m_sessionFault = integer(section.value(L"fault.session"), PXC_STATUS_NO_ERROR);
         else if (section.kind == L"realsense-capture")
@@ -87,7 +100,7 @@ void RuntimeDescription::read(const LabDescription& description)
     }
 }
 
-CaptureDescription RuntimeDescription::capture(const DeviceDescription& section)
+CaptureDescription RuntimeDescription::capture(const DeviceDescription &section)
 {
     CaptureDescription capture;
     capture.name = section.value(L"name");
@@ -96,14 +109,15 @@ CaptureDescription RuntimeDescription::capture(const DeviceDescription& section)
     return capture;
 }
 
-CameraDescription RuntimeDescription::camera(const DeviceDescription& section)
+CameraDescription RuntimeDescription::camera(const DeviceDescription &section)
 {
     CameraDescription camera;
     camera.name = section.value(L"name");
     camera.serial = section.value(L"serial");
     camera.did = section.value(L"did");
     const std::vector<std::wstring> firmware = DeviceConfig::split(section.value(L"firmware"), L'.');
-    for (size_t i = 0; i < firmware.size() && i < 4; ++i) camera.firmware[i] = integer(firmware[i], 0);
+    for (size_t i = 0; i < firmware.size() && i < 4; ++i)
+        camera.firmware[i] = integer(firmware[i], 0);
     camera.model = model(section.value(L"model"));
     camera.orientation = orientation(section.value(L"orientation"));
     camera.streams = streams(section.value(L"streams"));

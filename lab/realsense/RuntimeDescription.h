@@ -43,15 +43,15 @@ public:
 
     // Status PXCSession_CreateExt fails with; success when 0 or more.
     pxcStatus sessionFault() const { return m_sessionFault; }
-    const std::vector<CaptureDescription>& captures() const { return m_captures; }
+    const std::vector<CaptureDescription> &captures() const { return m_captures; }
 
     // Takes the [realsense-...] sections of a parsed description, ignoring all others.
-    void read(const LabDescription& description);
+    void read(const LabDescription &description);
 
 private:
     static std::wstring descriptionPath();
-    static CameraDescription camera(const DeviceDescription& section);
-    static CaptureDescription capture(const DeviceDescription& section);
+    static CameraDescription camera(const DeviceDescription &section);
+    static CaptureDescription capture(const DeviceDescription &section);
 
     pxcStatus m_sessionFault = PXC_STATUS_NO_ERROR;
     std::vector<CaptureDescription> m_captures;

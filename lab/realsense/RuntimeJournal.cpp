@@ -16,10 +16,12 @@ std::wstring journalPath()
     return length > 0 && length < MAX_PATH ? std::wstring(path, length) : std::wstring();
 }
 
-std::string utf8(const std::wstring& text)
+std::string utf8(const std::wstring &text)
 {
-    if (text.empty()) return std::string();
-    const int length = WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), nullptr, 0, nullptr, nullptr);
+    if (text.empty())
+        return std::string();
+    const int length =
+        WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), nullptr, 0, nullptr, nullptr);
     std::string result(static_cast<size_t>(length), '\0');
     WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), &result[0], length, nullptr, nullptr);
     return result;
@@ -27,13 +29,15 @@ std::string utf8(const std::wstring& text)
 
 } // namespace
 
-void RuntimeJournal::record(const std::wstring& entry)
+void RuntimeJournal::record(const std::wstring &entry)
 {
     const std::wstring path = journalPath();
-    if (path.empty()) return;
+    if (path.empty())
+        return;
     HANDLE file = CreateFileW(path.c_str(), FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_ALWAYS,
                               FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (file == INVALID_HANDLE_VALUE) return;
+    if (file == INVALID_HANDLE_VALUE)
+        return;
     const std::string line = utf8(entry) + "\n";
     DWORD written = 0;
     WriteFile(file, line.data(), static_cast<DWORD>(line.size()), &written, nullptr);

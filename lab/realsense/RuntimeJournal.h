@@ -20,7 +20,7 @@ namespace realsense {
 
 class RuntimeJournal {
 public:
-    static void record(const std::wstring& entry);
+    static void record(const std::wstring &entry);
 };
 
 } // namespace realsense

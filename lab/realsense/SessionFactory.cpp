@@ -22,16 +22,17 @@ std::wstring ownPath()
 
 } // namespace
 
-extern "C" __declspec(dllexport) pxcStatus PXCAPI PXCSession_CreateExt(pxcI32 version, pxcI32 reserved1, pxcI32 reserved2,
-                                                                       pxcI32 reserved3, pxcBool localRuntime,
-                                                                       pxcI32 reserved4, PXCSession** session)
+extern "C" __declspec(dllexport) pxcStatus PXCAPI
+    PXCSession_CreateExt(pxcI32 version, pxcI32 reserved1, pxcI32 reserved2, pxcI32 reserved3, pxcBool localRuntime,
+                         pxcI32 reserved4, PXCSession **session)
 {
     using lab::realsense::RuntimeJournal;
     std::wstring entry = L"PXCSession_CreateExt";
     for (const pxcI32 argument : {version, reserved1, reserved2, reserved3, localRuntime, reserved4})
         entry += L" " + std::to_wstring(argument);
     RuntimeJournal::record(entry + L" " + ownPath());
-    if (!session) return PXC_STATUS_ITEM_UNAVAILABLE;
+    if (!session)
+        return PXC_STATUS_ITEM_UNAVAILABLE;
     *session = nullptr;
     const lab::realsense::RuntimeDescription description = lab::realsense::RuntimeDescription::load();
     if (description.sessionFault() < PXC_STATUS_NO_ERROR) {

@@ -7,9 +7,9 @@
 namespace lab {
 namespace realsense {
 
-StandInCapture::StandInCapture(const CaptureDescription& description) : m_description(description) {}
+StandInCapture::StandInCapture(const CaptureDescription &description) : m_description(description) {}
 
-void* PXCAPI StandInCapture::QueryInstance(pxcUID cuid)
+void *PXCAPI StandInCapture::QueryInstance(pxcUID cuid)
 {
     return cuid == PXCCapture::CUID || cuid == PXCBase::CUID ? this : nullptr;
 }
@@ -20,7 +20,7 @@ void PXCAPI StandInCapture::Release()
     delete this;
 }
 
-pxcStatus PXCAPI StandInCapture::QueryDeviceInfo(pxcI32 didx, DeviceInfo* dinfo)
+pxcStatus PXCAPI StandInCapture::QueryDeviceInfo(pxcI32 didx, DeviceInfo *dinfo)
 {
     const std::wstring entry = L"QueryDeviceInfo " + m_description.name + L" " + std::to_wstring(didx);
     const bool faulted = m_description.queryFailsFrom >= 0 && didx >= m_description.queryFailsFrom;
@@ -29,7 +29,7 @@ pxcStatus PXCAPI StandInCapture::QueryDeviceInfo(pxcI32 didx, DeviceInfo* dinfo)
         RuntimeJournal::record(entry + L" failed " + std::to_wstring(status));
         return status;
     }
-    const CameraDescription& camera = m_description.cameras[static_cast<size_t>(didx)];
+    const CameraDescription &camera = m_description.cameras[static_cast<size_t>(didx)];
     std::memset(dinfo, 0, sizeof *dinfo);
     copyText(camera.name, dinfo->name, sizeof dinfo->name / sizeof dinfo->name[0]);
     copyText(camera.serial, dinfo->serial, sizeof dinfo->serial / sizeof dinfo->serial[0]);
@@ -45,7 +45,7 @@ pxcStatus PXCAPI StandInCapture::QueryDeviceInfo(pxcI32 didx, DeviceInfo* dinfo)
     return PXC_STATUS_NO_ERROR;
 }
 
-void StandInCapture::copyText(const std::wstring& text, pxcCHAR* target, size_t capacity)
+void StandInCapture::copyText(const std::wstring &text, pxcCHAR *target, size_t capacity)
 {
     const size_t length = text.size() < capacity - 1 ? text.size() : capacity - 1;
     std::memcpy(target, text.data(), length * sizeof(pxcCHAR));

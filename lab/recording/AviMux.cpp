@@ -8,8 +8,7 @@ namespace lab {
 
 namespace {
 
-const ClassRegistration registration(
-    ClassInfo::plain(CLSID_AviDest, L"AVI Mux", &createObject<AviMux, IBaseFilter>));
+const ClassRegistration registration(ClassInfo::plain(CLSID_AviDest, L"AVI Mux", &createObject<AviMux, IBaseFilter>));
 
 } // namespace
 
@@ -18,7 +17,10 @@ AviMux::AviMux() : BaseFilter(CLSID_AviDest), m_output(*this)
     m_inputs.push_back(std::unique_ptr<AviMuxInputPin>(new AviMuxInputPin(*this, 1)));
 }
 
-int AviMux::pinCount() { return static_cast<int>(m_inputs.size()) + 1; }
+int AviMux::pinCount()
+{
+    return static_cast<int>(m_inputs.size()) + 1;
+}
 
 BasePin *AviMux::pin(int index)
 {

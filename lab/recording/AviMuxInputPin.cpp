@@ -25,10 +25,10 @@ HRESULT AviMuxInputPin::checkMediaType(const AM_MEDIA_TYPE &type)
         return S_FALSE;
     if (IsEqualGUID(type.majortype, MEDIATYPE_Video))
         return IsEqualGUID(type.formattype, FORMAT_VideoInfo) && type.cbFormat >= sizeof(VIDEOINFOHEADER) ? S_OK
-                                                                                                        : S_FALSE;
+                                                                                                          : S_FALSE;
     if (IsEqualGUID(type.majortype, MEDIATYPE_Audio))
         return IsEqualGUID(type.formattype, FORMAT_WaveFormatEx) && type.cbFormat >= sizeof(PCMWAVEFORMAT) ? S_OK
-                                                                                                         : S_FALSE;
+                                                                                                           : S_FALSE;
     return S_FALSE;
 }
 
@@ -38,7 +38,10 @@ STDMETHODIMP AviMuxInputPin::EndOfStream()
     return S_OK;
 }
 
-HRESULT AviMuxInputPin::receive(IMediaSample *sample) { return m_mux.write(*this, sample); }
+HRESULT AviMuxInputPin::receive(IMediaSample *sample)
+{
+    return m_mux.write(*this, sample);
+}
 
 HRESULT AviMuxInputPin::onConnected()
 {

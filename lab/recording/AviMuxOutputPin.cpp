@@ -19,7 +19,7 @@ std::vector<MediaType> AviMuxOutputPin::mediaTypes()
 HRESULT AviMuxOutputPin::checkMediaType(const AM_MEDIA_TYPE &type)
 {
     return IsEqualGUID(type.majortype, MEDIATYPE_Stream) && IsEqualGUID(type.subtype, MEDIASUBTYPE_Avi) ? S_OK
-                                                                                                          : S_FALSE;
+                                                                                                        : S_FALSE;
 }
 
 CComPtr<IStream> AviMuxOutputPin::stream()

@@ -8,8 +8,8 @@ namespace lab {
 
 namespace {
 
-const ClassRegistration registration(
-    ClassInfo::plain(CLSID_CaptureGraphBuilder2, L"Capture Graph Builder 2", &CaptureGraphBuilder::create));
+const ClassRegistration registration(ClassInfo::plain(CLSID_CaptureGraphBuilder2, L"Capture Graph Builder 2",
+                                                      &CaptureGraphBuilder::create));
 
 using GetClassObject = HRESULT(WINAPI *)(REFCLSID, REFIID, void **);
 
@@ -56,9 +56,15 @@ HRESULT CaptureGraphBuilder::loadWineBuilder()
     return factory->CreateInstance(nullptr, IID_PPV_ARGS(&m_wine));
 }
 
-STDMETHODIMP CaptureGraphBuilder::SetFiltergraph(IGraphBuilder *graph) { return m_wine->SetFiltergraph(graph); }
+STDMETHODIMP CaptureGraphBuilder::SetFiltergraph(IGraphBuilder *graph)
+{
+    return m_wine->SetFiltergraph(graph);
+}
 
-STDMETHODIMP CaptureGraphBuilder::GetFiltergraph(IGraphBuilder **graph) { return m_wine->GetFiltergraph(graph); }
+STDMETHODIMP CaptureGraphBuilder::GetFiltergraph(IGraphBuilder **graph)
+{
+    return m_wine->GetFiltergraph(graph);
+}
 
 STDMETHODIMP CaptureGraphBuilder::SetOutputFileName(const GUID *type, LPCOLESTR file, IBaseFilter **mux,
                                                     IFileSinkFilter **sink)

@@ -24,11 +24,10 @@ public:
                                    IFileSinkFilter **sink) override;
     STDMETHODIMP FindInterface(const GUID *category, const GUID *majorType, IBaseFilter *filter, REFIID iid,
                                void **out) override;
-    STDMETHODIMP RenderStream(const GUID *category, const GUID *majorType, IUnknown *source,
-                              IBaseFilter *intermediate, IBaseFilter *sink) override;
-    STDMETHODIMP ControlStream(const GUID *category, const GUID *majorType, IBaseFilter *filter,
-                               REFERENCE_TIME *start, REFERENCE_TIME *stop, WORD startCookie,
-                               WORD stopCookie) override;
+    STDMETHODIMP RenderStream(const GUID *category, const GUID *majorType, IUnknown *source, IBaseFilter *intermediate,
+                              IBaseFilter *sink) override;
+    STDMETHODIMP ControlStream(const GUID *category, const GUID *majorType, IBaseFilter *filter, REFERENCE_TIME *start,
+                               REFERENCE_TIME *stop, WORD startCookie, WORD stopCookie) override;
     STDMETHODIMP AllocCapFile(LPCOLESTR file, DWORDLONG size) override;
     STDMETHODIMP CopyCaptureFile(LPOLESTR oldFile, LPOLESTR newFile, int allowEscAbort,
                                  IAMCopyCaptureFileProgress *callback) override;

@@ -10,14 +10,17 @@ namespace lab {
 
 namespace {
 
-const ClassRegistration registration(
-    ClassInfo::plain(CLSID_FileWriter, L"File writer", &createObject<FileWriter, IBaseFilter>));
+const ClassRegistration registration(ClassInfo::plain(CLSID_FileWriter, L"File writer",
+                                                      &createObject<FileWriter, IBaseFilter>));
 
 } // namespace
 
 FileWriter::FileWriter() : BaseFilter(CLSID_FileWriter), m_input(*this, m_file) {}
 
-BasePin *FileWriter::pin(int index) { return index == 0 ? &m_input : nullptr; }
+BasePin *FileWriter::pin(int index)
+{
+    return index == 0 ? &m_input : nullptr;
+}
 
 void *FileWriter::queryExtra(REFIID iid)
 {
@@ -75,9 +78,15 @@ STDMETHODIMP FileWriter::SetMode(DWORD flags)
     return S_OK;
 }
 
-STDMETHODIMP FileWriter::GetMode(DWORD *flags) { return readLocked(m_settingsLock, flags, m_mode); }
+STDMETHODIMP FileWriter::GetMode(DWORD *flags)
+{
+    return readLocked(m_settingsLock, flags, m_mode);
+}
 
-STDMETHODIMP_(ULONG) FileWriter::GetMiscFlags() { return AM_FILTER_MISC_FLAGS_IS_RENDERER; }
+STDMETHODIMP_(ULONG) FileWriter::GetMiscFlags()
+{
+    return AM_FILTER_MISC_FLAGS_IS_RENDERER;
+}
 
 HRESULT FileWriter::onPause(bool fromStopped)
 {
@@ -90,6 +99,9 @@ HRESULT FileWriter::onPause(bool fromStopped)
     return S_OK;
 }
 
-void FileWriter::onStop() { m_file.close(); }
+void FileWriter::onStop()
+{
+    m_file.close();
+}
 
 } // namespace lab

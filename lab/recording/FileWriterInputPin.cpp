@@ -127,11 +127,20 @@ STDMETHODIMP FileWriterInputPin::Commit(DWORD)
     return S_OK;
 }
 
-STDMETHODIMP FileWriterInputPin::Revert() { return E_NOTIMPL; }
+STDMETHODIMP FileWriterInputPin::Revert()
+{
+    return E_NOTIMPL;
+}
 
-STDMETHODIMP FileWriterInputPin::LockRegion(ULARGE_INTEGER, ULARGE_INTEGER, DWORD) { return STG_E_INVALIDFUNCTION; }
+STDMETHODIMP FileWriterInputPin::LockRegion(ULARGE_INTEGER, ULARGE_INTEGER, DWORD)
+{
+    return STG_E_INVALIDFUNCTION;
+}
 
-STDMETHODIMP FileWriterInputPin::UnlockRegion(ULARGE_INTEGER, ULARGE_INTEGER, DWORD) { return STG_E_INVALIDFUNCTION; }
+STDMETHODIMP FileWriterInputPin::UnlockRegion(ULARGE_INTEGER, ULARGE_INTEGER, DWORD)
+{
+    return STG_E_INVALIDFUNCTION;
+}
 
 STDMETHODIMP FileWriterInputPin::Stat(STATSTG *stat, DWORD)
 {

@@ -4,7 +4,10 @@ namespace lab {
 
 namespace {
 
-HRESULT lastError() { return HRESULT_FROM_WIN32(GetLastError()); }
+HRESULT lastError()
+{
+    return HRESULT_FROM_WIN32(GetLastError());
+}
 
 OVERLAPPED at(ULONGLONG position)
 {
@@ -16,7 +19,10 @@ OVERLAPPED at(ULONGLONG position)
 
 } // namespace
 
-SinkFile::~SinkFile() { closeLocked(); }
+SinkFile::~SinkFile()
+{
+    closeLocked();
+}
 
 void SinkFile::setPath(const std::wstring &path)
 {

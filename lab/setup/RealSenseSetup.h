@@ -13,17 +13,17 @@ namespace lab {
 class RealSenseSetup {
 public:
     // binFolder ends with a backslash; descriptionPath is the description file's full path.
-    RealSenseSetup(const std::wstring& binFolder, const std::wstring& descriptionPath);
+    RealSenseSetup(const std::wstring &binFolder, const std::wstring &descriptionPath);
 
     // True for the sections this setup handles rather than the device setup.
-    static bool handles(const DeviceDescription& section);
+    static bool handles(const DeviceDescription &section);
     // Writes the keys the description asks for and removes those it leaves out.
-    HRESULT write(const LabDescription& description, std::wstring& error) const;
+    HRESULT write(const LabDescription &description, std::wstring &error) const;
 
 private:
     // A folder or file named relative to the bin folder, or "." as it stands.
-    std::wstring resolve(const std::wstring& location) const;
-    static LSTATUS writeValue(const wchar_t* key, const wchar_t* name, const std::wstring& value);
+    std::wstring resolve(const std::wstring &location) const;
+    static LSTATUS writeValue(const wchar_t *key, const wchar_t *name, const std::wstring &value);
 
     std::wstring m_binFolder;
     std::wstring m_descriptionPath;

@@ -94,7 +94,8 @@ TEST_F(BdaDeviceTest, CardsArePublishedInBothBdaCategories)
         const labtest::MonikerInfo *tuner = findMoniker(tuners, name);
         ASSERT_TRUE(tuner) << name;
         EXPECT_EQ(L"{6A3C1E52-0F5B-4C0B-9D34-2E7B81F4A6C1}", monikerValue(*tuner, L"CLSID"));
-        EXPECT_NE(std::wstring::npos, monikerValue(*tuner, L"DevicePath").find(L"#{71985f48-1ca1-11d3-9cc8-00c04f7971e0}"));
+        EXPECT_NE(std::wstring::npos,
+                  monikerValue(*tuner, L"DevicePath").find(L"#{71985f48-1ca1-11d3-9cc8-00c04f7971e0}"));
     }
     for (const wchar_t *name : {kAtscReceiver, kDvbReceiver, L"Lab DTMB Receiver", L"Lab OpenCable Receiver"}) {
         const labtest::MonikerInfo *receiver = findMoniker(receivers, name);
@@ -402,7 +403,8 @@ TEST_F(BdaDeviceTest, TestDescribesItsOwnBroadcast)
     {
         const char text[] = "# one cable multiplex\n[cable]\nchannel = 77\nfrequency = 99000\n"
                             "program = 9 pmt=0x90 video=0x91 audio=0x94\n";
-        HANDLE file = CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+        HANDLE file =
+            CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
         ASSERT_NE(INVALID_HANDLE_VALUE, file);
         DWORD written = 0;
         WriteFile(file, text, sizeof(text) - 1, &written, nullptr);

@@ -106,11 +106,13 @@ protected:
 TEST_F(BdaEndToEndTest, ClearQamChannelArrivesAndAnEmptyOneStaysSilent)
 {
     ASSERT_HRESULT_SUCCEEDED(build(kAtscTuner, kAtscReceiver, lab::kClsidNetworkProvider));
-    ASSERT_HRESULT_SUCCEEDED(m_tuner->put_TuneRequest(labtest::atscRequest(L"ATSCCable", 2, 55250, -1, BDA_MOD_256QAM, 1)));
+    ASSERT_HRESULT_SUCCEEDED(
+        m_tuner->put_TuneRequest(labtest::atscRequest(L"ATSCCable", 2, 55250, -1, BDA_MOD_256QAM, 1)));
     EXPECT_TRUE(journalHas(kAtscTuner, L"Tune 55250 kHz 256QAM 6 MHz"));
     expectChannel(m_graph.receive(kStreamBytes), 2);
 
-    ASSERT_HRESULT_SUCCEEDED(m_tuner->put_TuneRequest(labtest::atscRequest(L"ATSCCable", 10, 193250, -1, BDA_MOD_256QAM, 1)));
+    ASSERT_HRESULT_SUCCEEDED(
+        m_tuner->put_TuneRequest(labtest::atscRequest(L"ATSCCable", 10, 193250, -1, BDA_MOD_256QAM, 1)));
     EXPECT_TRUE(journalHas(kAtscTuner, L"Tune 193250 kHz 256QAM 6 MHz"));
     EXPECT_TRUE(m_graph.receive(0, kSilenceMs).empty());
     EXPECT_EQ((std::vector<std::wstring>{

@@ -109,7 +109,8 @@ TEST(BroadcastTest, DescriptionMistakesNameTheirLine)
     EXPECT_EQ("line 2: unknown fault \"loud\"", parseError("[cable]\nfault = silence, loud\n"));
     EXPECT_EQ("line 2: unknown key \"colour\"", parseError("[dtmb]\ncolour = red\n"));
     EXPECT_EQ("line 1: a multiplex needs a frequency (or an atsc channel)", parseError("[cable]\nchannel = 3\n"));
-    EXPECT_EQ("line 2: program: cannot read \"video=0x2000\"", parseError("[atsc]\nprogram = 1 pmt=0x30 video=0x2000\n"));
+    EXPECT_EQ("line 2: program: cannot read \"video=0x2000\"",
+              parseError("[atsc]\nprogram = 1 pmt=0x30 video=0x2000\n"));
 }
 
 TEST(BroadcastTest, GeneratedStreamKeepsSyncCountersAndPace)

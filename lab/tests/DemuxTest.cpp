@@ -196,8 +196,9 @@ TEST_F(DemuxTest, VideoPinRendersThePictureOfTheTunedProgram)
     unsigned long previous = 0;
     const std::vector<labtest::CollectedSample> frames = tap.collector->samples();
     for (size_t i = 0; i < frames.size(); ++i) {
-        const lab::FrameView view{frames[i].data.data(), static_cast<long>(frames[i].data.size()), lab::PixelLayout::Rgb32,
-                                  header.biWidth, std::abs(header.biHeight), header.biHeight > 0};
+        const lab::FrameView view{frames[i].data.data(),     static_cast<long>(frames[i].data.size()),
+                                  lab::PixelLayout::Rgb32,   header.biWidth,
+                                  std::abs(header.biHeight), header.biHeight > 0};
         unsigned long frame = 0;
         unsigned long channel = 0;
         unsigned long program = 0;

@@ -192,7 +192,8 @@ TEST_F(NetworkProviderTest, TuneRequestReachesTheTunerFilter)
     // Without a frequency the physical channel, else the channel, picks one from the plan of
     // the space: terrestrial centres for "ATSC", cable carriers for the cable spaces.
     graph.tuner->clearCalls();
-    ASSERT_HRESULT_SUCCEEDED(graph.control->put_TuneRequest(labtest::atscRequest(L"ATSC", 4, -1, 14, BDA_MOD_NOT_SET, 3)));
+    ASSERT_HRESULT_SUCCEEDED(
+        graph.control->put_TuneRequest(labtest::atscRequest(L"ATSC", 4, -1, 14, BDA_MOD_NOT_SET, 3)));
     EXPECT_EQ(deliveryCalls(473000, 6, BDA_MOD_8VSB), graph.tuner->calls());
     graph.tuner->clearCalls();
     ASSERT_HRESULT_SUCCEEDED(

@@ -33,8 +33,8 @@ std::vector<labtest::CollectedSample> capture(long long frames)
 
 lab::FrameView view(const labtest::CollectedSample &sample)
 {
-    return lab::FrameView{sample.data.data(), static_cast<long>(sample.data.size()), lab::PixelLayout::Yuy2,
-                          kWidth, kHeight, false};
+    return lab::FrameView{
+        sample.data.data(), static_cast<long>(sample.data.size()), lab::PixelLayout::Yuy2, kWidth, kHeight, false};
 }
 
 // Rows [first, last) of two YUY2 frames hold the same bytes.
@@ -64,7 +64,8 @@ TEST(LabPicture, FramesShowTheirNumberAndAMovingBlockBelowTheBars)
     const lab::FrameView first = view(samples[0]);
     EXPECT_LT(first.luma(kWidth - 2, strip + 2), 16);
     int white = 0;
-    for (int x = 0; x < kWidth; x += 4) white += first.luma(x, strip + (kHeight - strip) / 2) > 200 ? 1 : 0;
+    for (int x = 0; x < kWidth; x += 4)
+        white += first.luma(x, strip + (kHeight - strip) / 2) > 200 ? 1 : 0;
     EXPECT_GT(white, 0);
 }
 
@@ -94,7 +95,8 @@ TEST(LabPicture, AFlatCameraDeliversOneColour)
         EXPECT_FALSE(lab::readFrameNumber(view(sample), number));
         // Every Y0 U Y1 V quadruple the same.
         bool even = true;
-        for (size_t i = 4; i < sample.data.size() && even; ++i) even = sample.data[i] == sample.data[i % 4];
+        for (size_t i = 4; i < sample.data.size() && even; ++i)
+            even = sample.data[i] == sample.data[i % 4];
         EXPECT_TRUE(even);
         EXPECT_GT(sample.data[0], 16) << "not black";
     }

@@ -37,11 +37,13 @@ protected:
     void TearDown() override
     {
         SetEnvironmentVariableW(L"SORVANE_LAB_REALSENSE_CONFIG", nullptr);
-        if (!m_configPath.empty()) DeleteFileW(m_configPath.c_str());
-        if (m_runtime) FreeLibrary(m_runtime);
+        if (!m_configPath.empty())
+            DeleteFileW(m_configPath.c_str());
+        if (m_runtime)
+            FreeLibrary(m_runtime);
     }
 
-    void describe(const std::string& text)
+    void describe(const std::string &text)
     {
         wchar_t temp[MAX_PATH] = {};
         GetTempPathW(MAX_PATH, temp);
@@ -53,17 +55,18 @@ protected:
         SetEnvironmentVariableW(L"SORVANE_LAB_REALSENSE_CONFIG", m_configPath.c_str());
     }
 
-    PXCSession* createSession()
+    PXCSession *createSession()
     {
-        PXCSession* session = nullptr;
+        PXCSession *session = nullptr;
         EXPECT_EQ(PXC_STATUS_NO_ERROR, factoryOf(m_runtime)(4, 0, 0, 0, 1, 0, &session));
         return session;
     }
 
-    static std::wstring implementationName(PXCSession* session, PXCSession::ImplDesc templat, pxcI32 index)
+    static std::wstring implementationName(PXCSession *session, PXCSession::ImplDesc templat, pxcI32 index)
     {
         PXCSession::ImplDesc description = {};
-        if (session->QueryImpl(&templat, index, &description) < PXC_STATUS_NO_ERROR) return L"(none)";
+        if (session->QueryImpl(&templat, index, &description) < PXC_STATUS_NO_ERROR)
+            return L"(none)";
         return description.friendlyName;
     }
 
@@ -78,7 +81,7 @@ TEST_F(RealSenseRuntimeTest, OffersItsVideoCaptureImplementationsAndTheirCameras
     describe("[realsense-capture]\nname = One\n[realsense-camera]\nname = Cam\nserial = S1\nfirmware = 1.2.3.4\n"
              "model = SR300\norientation = user-facing\nstreams = depth, ir\n"
              "[realsense-capture]\nname = Two\n");
-    PXCSession* session = createSession();
+    PXCSession *session = createSession();
     ASSERT_NE(nullptr, session);
     EXPECT_EQ(session, session->QueryInstance(PXCSession::CUID));
     EXPECT_EQ(nullptr, session->QueryInstance(PXCCapture::CUID));
@@ -95,11 +98,11 @@ TEST_F(RealSenseRuntimeTest, OffersItsVideoCaptureImplementationsAndTheirCameras
 
     PXCSession::ImplDesc first = {};
     ASSERT_EQ(PXC_STATUS_NO_ERROR, session->QueryImpl(&video, 0, &first));
-    void* instance = nullptr;
+    void *instance = nullptr;
     EXPECT_GT(PXC_STATUS_NO_ERROR, session->CreateImpl(&first, PXCSession::CUID, &instance));
     EXPECT_EQ(nullptr, instance);
     ASSERT_EQ(PXC_STATUS_NO_ERROR, session->CreateImpl(&first, PXCCapture::CUID, &instance));
-    PXCCapture* capture = static_cast<PXCCapture*>(instance);
+    PXCCapture *capture = static_cast<PXCCapture *>(instance);
     ASSERT_NE(nullptr, capture);
 
     PXCCapture::DeviceInfo info = {};
@@ -116,14 +119,14 @@ TEST_F(RealSenseRuntimeTest, OffersItsVideoCaptureImplementationsAndTheirCameras
 
 TEST_F(RealSenseRuntimeTest, DescribesTheLabsCamerasByDefaultAndRefusesSessionsWhenTold)
 {
-    PXCSession* session = createSession();
+    PXCSession *session = createSession();
     ASSERT_NE(nullptr, session);
     EXPECT_EQ(L"Lab RealSense Front Capture", implementationName(session, PXCSession::ImplDesc(), 0));
     EXPECT_EQ(L"Lab RealSense World Capture", implementationName(session, PXCSession::ImplDesc(), 1));
     session->Release();
 
     describe("[realsense-runtime]\nfault.session = -503\n");
-    PXCSession* refused = nullptr;
+    PXCSession *refused = nullptr;
     EXPECT_EQ(PXC_STATUS_INIT_FAILED, factoryOf(m_runtime)(4, 0, 0, 0, 1, 0, &refused));
     EXPECT_EQ(nullptr, refused);
 }

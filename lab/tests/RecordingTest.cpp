@@ -82,7 +82,8 @@ struct AviFile {
 
     explicit AviFile(std::vector<BYTE> data) : bytes(std::move(data))
     {
-        if (bytes.size() < 12 || dword(0) != fourcc("RIFF") || dword(8) != fourcc("AVI ") || dword(4) + 8 != bytes.size())
+        if (bytes.size() < 12 || dword(0) != fourcc("RIFF") || dword(8) != fourcc("AVI ") ||
+            dword(4) + 8 != bytes.size())
             return;
         riff = true;
         walk(12, bytes.size());
@@ -246,8 +247,11 @@ std::vector<unsigned long> frameNumbers(const AviFile &avi, const char *chunkId,
         return numbers;
     std::memcpy(&bitmap, avi.streamFormats[0].data(), sizeof(bitmap));
     for (const AviFile::Chunk *chunk : avi.chunksOf(chunkId)) {
-        lab::FrameView view{&avi.bytes[chunk->offset], static_cast<long>(chunk->size), layout,
-                            static_cast<int>(bitmap.biWidth), static_cast<int>(std::labs(bitmap.biHeight)),
+        lab::FrameView view{&avi.bytes[chunk->offset],
+                            static_cast<long>(chunk->size),
+                            layout,
+                            static_cast<int>(bitmap.biWidth),
+                            static_cast<int>(std::labs(bitmap.biHeight)),
                             bitmap.biHeight > 0};
         unsigned long number = 0;
         numbers.push_back(lab::readFrameNumber(view, number) ? number : 0xFFFFFFFFul);

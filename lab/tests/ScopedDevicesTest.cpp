@@ -17,8 +17,8 @@
 #include "lab/ScopedLabDevices.h"
 #include "lab/WineSetupApi.h"
 
-using labtest::DeviceInfoList;
 using lab::ScopedLabDevices;
+using labtest::DeviceInfoList;
 
 namespace {
 
@@ -28,8 +28,9 @@ const wchar_t kLabTvCard[] = L"PCI\\VEN_14F1&DEV_8800&SUBSYS_88010070&REV_05\\4&
 std::wstring cameraPath(unsigned vendor, unsigned product, unsigned instance)
 {
     wchar_t path[256] = {};
-    swprintf(path, 256, L"\\\\?\\usb#vid_%04x&pid_%04x&mi_00#8&%x&0&0000#{65e8773d-8f56-11d0-a3b9-00a0c9223196}\\global",
-             vendor, product, instance);
+    swprintf(path, 256,
+             L"\\\\?\\usb#vid_%04x&pid_%04x&mi_00#8&%x&0&0000#{65e8773d-8f56-11d0-a3b9-00a0c9223196}\\global", vendor,
+             product, instance);
     return path;
 }
 
@@ -62,7 +63,8 @@ std::wstring driverProvider(const DeviceInfoList &list, const std::wstring &inst
         return L"";
     SP_DRVINFO_DATA_V2_W driver = {};
     driver.cbSize = sizeof(driver);
-    if (!SetupDiEnumDriverInfoW(list.handle(), &device, SPDIT_COMPATDRIVER, 0, reinterpret_cast<SP_DRVINFO_DATA_W *>(&driver)))
+    if (!SetupDiEnumDriverInfoW(list.handle(), &device, SPDIT_COMPATDRIVER, 0,
+                                reinterpret_cast<SP_DRVINFO_DATA_W *>(&driver)))
         return L"";
     return driver.ProviderName;
 }
@@ -150,7 +152,8 @@ TEST_F(LabScopedDevices, TwoFiltersOfOnePciCardAreOneRecord)
                                 L"\nformat = YUY2 640x480 30\ncrossbar-inputs = composite\n"
                                 L"crossbar-outputs = video-decoder\nmanufacturer = Scoped Silicon\n"
                                 L"location = PCI bus 7, device 0, function 0\n"
-                                L"[analog-capture]\nname = Scoped Card Second Filter\npath = " + path +
+                                L"[analog-capture]\nname = Scoped Card Second Filter\npath = " +
+                                path +
                                 L"\nformat = YUY2 640x480 30\ncrossbar-inputs = composite\n"
                                 L"crossbar-outputs = video-decoder\nmanufacturer = Ignored Second Maker\n");
     const std::wstring id = L"PCI\\VEN_1131&DEV_7160&SUBSYS_12345678&REV_03\\4&AA&0&0010";
@@ -191,9 +194,10 @@ TEST_F(LabScopedDevices, RefusesMistakesAndLeavesTheLabAsItWas)
     const std::vector<std::wstring> namesBefore = videoInputNames();
     EXPECT_THROW(ScopedLabDevices(camera(L"Lab Webcam RGB24", cameraPath(0x3000, 1, 1))), std::runtime_error)
         << "a lab device is never replaced";
-    EXPECT_THROW(ScopedLabDevices(camera(L"Fresh Camera", cameraPath(0x3000, 2, 2)) +
-                                  camera(L"Clashing Camera", L"\\\\?\\usb#vid_046d&pid_0825&mi_00#7&1a2b&0&0000#{x}\\global")),
-                 std::runtime_error)
+    EXPECT_THROW(
+        ScopedLabDevices(camera(L"Fresh Camera", cameraPath(0x3000, 2, 2)) +
+                         camera(L"Clashing Camera", L"\\\\?\\usb#vid_046d&pid_0825&mi_00#7&1a2b&0&0000#{x}\\global")),
+        std::runtime_error)
         << "nor a lab record";
     EXPECT_THROW(ScopedLabDevices(camera(L"Bad Date", cameraPath(0x3000, 3, 3), L"driver.date = 2015-04-06\n")),
                  std::runtime_error);

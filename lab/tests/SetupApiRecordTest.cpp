@@ -22,7 +22,9 @@ std::vector<SetupApiRecord> records(const std::string &text, std::wstring &error
     return result;
 }
 
-const char kCard[] = "path = \\\\?\\pci#ven_14f1&dev_8800&subsys_88010070&rev_05#4&2f6a4bd6&0&2008#{65e8773d-8f56-11d0-a3b9-00a0c9223196}\\global\n";
+const char kCard[] = "path = "
+                     "\\\\?\\pci#ven_14f1&dev_8800&subsys_88010070&rev_05#4&2f6a4bd6&0&2008#{65e8773d-8f56-11d0-a3b9-"
+                     "00a0c9223196}\\global\n";
 
 } // namespace
 

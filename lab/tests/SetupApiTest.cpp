@@ -99,7 +99,8 @@ TEST_F(LabSetupApi, EnumeratorNameComesFromTheInstanceIdWithTheUsualSizeRules)
     DWORD type = 0;
     DWORD required = 0;
     SetLastError(0);
-    EXPECT_FALSE(SetupDiGetDeviceRegistryPropertyW(cameras.handle(), &device, SPDRP_ENUMERATOR_NAME, &type, nullptr, 0, &required));
+    EXPECT_FALSE(SetupDiGetDeviceRegistryPropertyW(cameras.handle(), &device, SPDRP_ENUMERATOR_NAME, &type, nullptr, 0,
+                                                   &required));
     EXPECT_EQ(static_cast<DWORD>(ERROR_INSUFFICIENT_BUFFER), GetLastError());
     EXPECT_EQ(4 * sizeof(wchar_t), required);
     std::wstring text;

@@ -171,9 +171,9 @@ TEST_F(TunerTest, ChannelMapAnswersPerInputType)
     EXPECT_EQ(1, found);
 
     const std::vector<std::wstring> entries = lab::journal(kTunerCard);
-    const std::vector<std::wstring> expectedStart = {L"Mode TV", L"InputType 0 antenna", L"Channel 3 antenna TV",
-                                                     L"SignalPresent 1", L"InputType 0 cable", L"Channel 3 cable TV",
-                                                     L"SignalPresent 0"};
+    const std::vector<std::wstring> expectedStart = {
+        L"Mode TV",           L"InputType 0 antenna", L"Channel 3 antenna TV", L"SignalPresent 1",
+        L"InputType 0 cable", L"Channel 3 cable TV",  L"SignalPresent 0"};
     ASSERT_GE(entries.size(), expectedStart.size());
     EXPECT_EQ(expectedStart, std::vector<std::wstring>(entries.begin(), entries.begin() + expectedStart.size()));
     EXPECT_TRUE(journalHas(kTunerCard, L"Channel 70 antenna TV failed 0x80070057"));
@@ -271,7 +271,6 @@ TEST_F(TunerTest, CardStreamsBothPinsAndJournalsRunsAndFaults)
         ASSERT_HRESULT_SUCCEEDED(control->Stop());
         EXPECT_TRUE(journalHas(kTunerCard, L"Run"));
         EXPECT_TRUE(journalHas(kTunerCard, L"Stop"));
-
     }
     {
         lab::DeviceOverride inUse(kTunerCard, L"fault.run", L"0x800700AA");
@@ -297,8 +296,8 @@ enum class Picture { Lab, Snow, Black, Other };
 
 Picture pictureOf(const labtest::CollectedSample &sample)
 {
-    const lab::FrameView frame{sample.data.data(), static_cast<long>(sample.data.size()), lab::PixelLayout::Yuy2,
-                               640, 480, false};
+    const lab::FrameView frame{
+        sample.data.data(), static_cast<long>(sample.data.size()), lab::PixelLayout::Yuy2, 640, 480, false};
     if (!frame.complete())
         return Picture::Other;
     std::vector<bool> seen(256, false);

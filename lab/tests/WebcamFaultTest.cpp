@@ -138,8 +138,8 @@ TEST(LabWebcamFault, DeliveryFaults)
         const std::vector<labtest::CollectedSample> samples = runForReferenceFrames(kDevice, 9);
         ASSERT_FALSE(samples.empty());
         for (const labtest::CollectedSample &sample : samples) {
-            const lab::FrameView view{sample.data.data(), static_cast<long>(sample.data.size()), lab::PixelLayout::Yuy2,
-                                      640, 480, false};
+            const lab::FrameView view{
+                sample.data.data(), static_cast<long>(sample.data.size()), lab::PixelLayout::Yuy2, 640, 480, false};
             unsigned long number = 0;
             EXPECT_EQ(640 * 480 * 2u, sample.data.size());
             EXPECT_FALSE(lab::readFrameNumber(view, number));

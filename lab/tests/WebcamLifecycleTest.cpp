@@ -126,7 +126,8 @@ TEST(LabWebcamLifecycle, CaptureGraphBuilderFindsTheStreamConfigOfTheCapturePin)
     AM_MEDIA_TYPE *small = nullptr;
     VIDEO_STREAM_CONFIG_CAPS caps = {};
     ASSERT_EQ(S_OK, config->GetStreamCaps(1, &small, reinterpret_cast<BYTE *>(&caps)));
-    ASSERT_TRUE(SUCCEEDED(graph.builder->RenderStream(&PIN_CATEGORY_CAPTURE, &MEDIATYPE_Video, graph.source, nullptr, nullptr)));
+    ASSERT_TRUE(SUCCEEDED(
+        graph.builder->RenderStream(&PIN_CATEGORY_CAPTURE, &MEDIATYPE_Video, graph.source, nullptr, nullptr)));
     EXPECT_EQ(S_OK, config->SetFormat(small));
     CComPtr<IPin> out;
     out.Attach(labtest::firstPin(graph.source, PINDIR_OUTPUT));

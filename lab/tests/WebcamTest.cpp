@@ -32,8 +32,11 @@ std::vector<unsigned long> frameNumbers(const std::vector<labtest::CollectedSamp
     const BITMAPINFOHEADER &header = reinterpret_cast<const VIDEOINFOHEADER *>(type.pbFormat)->bmiHeader;
     std::vector<unsigned long> numbers;
     for (const labtest::CollectedSample &sample : samples) {
-        const lab::FrameView view{sample.data.data(), static_cast<long>(sample.data.size()), layoutOf(type.subtype),
-                                  static_cast<int>(header.biWidth), static_cast<int>(std::labs(header.biHeight)),
+        const lab::FrameView view{sample.data.data(),
+                                  static_cast<long>(sample.data.size()),
+                                  layoutOf(type.subtype),
+                                  static_cast<int>(header.biWidth),
+                                  static_cast<int>(std::labs(header.biHeight)),
                                   header.biHeight > 0};
         unsigned long number = 0;
         EXPECT_TRUE(lab::readFrameNumber(view, number)) << "unreadable frame of " << sample.data.size() << " bytes";
@@ -57,8 +60,9 @@ TEST(LabWebcam, DeviceEnumeratorListsEveryWebcamWithItsPropertyBag)
     for (const labtest::MonikerInfo &device : devices)
         byName[device.values.at(L"FriendlyName")] = device.values;
 
-    for (const wchar_t *name : {L"Lab Webcam RGB24", L"Lab Webcam RGB24 Top-Down", L"Lab Webcam YUY2", L"Lab Webcam UYVY",
-                                L"Lab Webcam MJPG", L"Lab Webcam YUY2 MJPG", L"Lab Webcam HD", L"Lab Webcam In Use"}) {
+    for (const wchar_t *name :
+         {L"Lab Webcam RGB24", L"Lab Webcam RGB24 Top-Down", L"Lab Webcam YUY2", L"Lab Webcam UYVY", L"Lab Webcam MJPG",
+          L"Lab Webcam YUY2 MJPG", L"Lab Webcam HD", L"Lab Webcam In Use"}) {
         ASSERT_EQ(1u, byName.count(name)) << "missing " << std::string(name, name + wcslen(name));
         EXPECT_EQ(L"{F19DD49F-12B0-4D4B-8CF0-09AECC2CDF40}", byName[name][L"CLSID"]);
         EXPECT_FALSE(byName[name][L"Description"].empty());
@@ -71,7 +75,8 @@ TEST(LabWebcam, DeviceEnumeratorListsEveryWebcamWithItsPropertyBag)
 TEST(LabWebcam, UncompressedCapabilitiesDeliverNumberedFramesInOrder)
 {
     const long objectsBefore = lab::liveObjects();
-    for (const wchar_t *device : {L"Lab Webcam RGB24", L"Lab Webcam RGB24 Top-Down", L"Lab Webcam YUY2", L"Lab Webcam UYVY"}) {
+    for (const wchar_t *device :
+         {L"Lab Webcam RGB24", L"Lab Webcam RGB24 Top-Down", L"Lab Webcam YUY2", L"Lab Webcam UYVY"}) {
         SCOPED_TRACE(std::string(device, device + wcslen(device)));
         CComPtr<IBaseFilter> probe;
         ASSERT_EQ(S_OK, labtest::bindDevice(device, probe));
@@ -132,8 +137,9 @@ static void expectDecodedFrames(const wchar_t *device, int width, int height, in
     ASSERT_EQ(height, std::labs(header.biHeight));
     ASSERT_GE(numbers.size(), 4u);
     expectConsecutive(numbers);
-    const lab::FrameView first{samples[0].data.data(), static_cast<long>(samples[0].data.size()), lab::PixelLayout::Rgb24,
-                               width, height, header.biHeight > 0};
+    const lab::FrameView first{
+        samples[0].data.data(), static_cast<long>(samples[0].data.size()), lab::PixelLayout::Rgb24, width, height,
+        header.biHeight > 0};
     for (int bar = 0; bar < 8; ++bar) {
         const int x = (2 * bar + 1) * width / 16;
         const lab::Rgb expected = lab::barColour(x, width);
@@ -162,13 +168,14 @@ TEST(LabWebcam, YuvReachesAnRgb24GrabberThroughTheColourConverter)
 TEST(LabWebcam, EveryFormatPreviewsThroughTheDefaultVideoRenderer)
 {
     const long objectsBefore = lab::liveObjects();
-    for (const wchar_t *device : {L"Lab Webcam RGB24", L"Lab Webcam RGB24 Top-Down", L"Lab Webcam YUY2", L"Lab Webcam UYVY",
-                                  L"Lab Webcam MJPG"}) {
+    for (const wchar_t *device : {L"Lab Webcam RGB24", L"Lab Webcam RGB24 Top-Down", L"Lab Webcam YUY2",
+                                  L"Lab Webcam UYVY", L"Lab Webcam MJPG"}) {
         SCOPED_TRACE(std::string(device, device + wcslen(device)));
         lab::clearJournal(device);
         LabGraph graph;
         ASSERT_EQ(S_OK, graph.addDevice(device));
-        ASSERT_TRUE(SUCCEEDED(graph.builder->RenderStream(&PIN_CATEGORY_CAPTURE, &MEDIATYPE_Video, graph.source, nullptr, nullptr)));
+        ASSERT_TRUE(SUCCEEDED(
+            graph.builder->RenderStream(&PIN_CATEGORY_CAPTURE, &MEDIATYPE_Video, graph.source, nullptr, nullptr)));
         ASSERT_TRUE(SUCCEEDED(graph.run()));
         const DWORD begin = GetTickCount();
         while (lab::samplesDelivered(device) < 3 && GetTickCount() - begin < 5000)

@@ -53,7 +53,10 @@ AnalogTunerFilter::AnalogTunerFilter(const CLSID &clsid, bool hasTuner)
     useDevice(unnamed);
 }
 
-AnalogTunerFilter::~AnalogTunerFilter() { stopStreaming(); }
+AnalogTunerFilter::~AnalogTunerFilter()
+{
+    stopStreaming();
+}
 
 void *AnalogTunerFilter::queryExtra(REFIID iid)
 {

@@ -38,7 +38,10 @@ std::vector<long> connectors(DeviceState &device, const wchar_t *key, const wcha
     return types;
 }
 
-bool isAudio(long type) { return type >= PhysConn_Audio_Tuner; }
+bool isAudio(long type)
+{
+    return type >= PhysConn_Audio_Tuner;
+}
 
 // Video and audio connectors of one source belong together: the tuner's picture and sound,
 // a line input's picture and sound, the decoder's two outputs.
@@ -55,7 +58,6 @@ int sourceGroup(long type)
         return 3;
     }
 }
-
 
 } // namespace
 
@@ -86,9 +88,18 @@ long CrossbarControl::videoSource()
     return PhysConn_Video_Black;
 }
 
-STDMETHODIMP CrossbarControl::QueryInterface(REFIID iid, void **out) { return m_owner.QueryInterface(iid, out); }
-STDMETHODIMP_(ULONG) CrossbarControl::AddRef() { return m_owner.AddRef(); }
-STDMETHODIMP_(ULONG) CrossbarControl::Release() { return m_owner.Release(); }
+STDMETHODIMP CrossbarControl::QueryInterface(REFIID iid, void **out)
+{
+    return m_owner.QueryInterface(iid, out);
+}
+STDMETHODIMP_(ULONG) CrossbarControl::AddRef()
+{
+    return m_owner.AddRef();
+}
+STDMETHODIMP_(ULONG) CrossbarControl::Release()
+{
+    return m_owner.Release();
+}
 
 STDMETHODIMP CrossbarControl::get_PinCounts(LONG *outputs, LONG *inputs)
 {

@@ -30,7 +30,10 @@ TunerAudioPin::TunerAudioPin(BaseFilter &filter, const std::wstring &name)
 {
 }
 
-TunerAudioPin::~TunerAudioPin() { stopStreaming(); }
+TunerAudioPin::~TunerAudioPin()
+{
+    stopStreaming();
+}
 
 std::vector<MediaType> TunerAudioPin::mediaTypes()
 {
@@ -59,7 +62,10 @@ HRESULT TunerAudioPin::checkMediaType(const AM_MEDIA_TYPE &type)
                : S_FALSE;
 }
 
-long TunerAudioPin::bufferSize() { return static_cast<long>(pcmFormat().nAvgBytesPerSec) * kBufferMs / 1000; }
+long TunerAudioPin::bufferSize()
+{
+    return static_cast<long>(pcmFormat().nAvgBytesPerSec) * kBufferMs / 1000;
+}
 
 void TunerAudioPin::stream(HANDLE stopEvent)
 {

@@ -1,6 +1,5 @@
 #include "tuner/TvTunerControl.h"
 
-
 #include "common/DeviceConfig.h"
 #include "common/DeviceState.h"
 #include "common/LockedRead.h"
@@ -16,13 +15,16 @@ struct FormatName {
 };
 
 const FormatName kFormats[] = {
-    {L"NTSC_M", AnalogVideo_NTSC_M},       {L"NTSC_M_J", AnalogVideo_NTSC_M_J},   {L"NTSC_433", AnalogVideo_NTSC_433},
-    {L"PAL_B", AnalogVideo_PAL_B},         {L"PAL_D", AnalogVideo_PAL_D},         {L"PAL_G", AnalogVideo_PAL_G},
-    {L"PAL_H", AnalogVideo_PAL_H},         {L"PAL_I", AnalogVideo_PAL_I},         {L"PAL_M", AnalogVideo_PAL_M},
-    {L"PAL_N", AnalogVideo_PAL_N},         {L"PAL_60", AnalogVideo_PAL_60},       {L"SECAM_B", AnalogVideo_SECAM_B},
-    {L"SECAM_D", AnalogVideo_SECAM_D},     {L"SECAM_G", AnalogVideo_SECAM_G},     {L"SECAM_H", AnalogVideo_SECAM_H},
-    {L"SECAM_K", AnalogVideo_SECAM_K},     {L"SECAM_K1", AnalogVideo_SECAM_K1},   {L"SECAM_L", AnalogVideo_SECAM_L},
-    {L"SECAM_L1", AnalogVideo_SECAM_L1},   {L"PAL_N_COMBO", AnalogVideo_PAL_N_COMBO},
+    {L"NTSC_M", AnalogVideo_NTSC_M},     {L"NTSC_M_J", AnalogVideo_NTSC_M_J},
+    {L"NTSC_433", AnalogVideo_NTSC_433}, {L"PAL_B", AnalogVideo_PAL_B},
+    {L"PAL_D", AnalogVideo_PAL_D},       {L"PAL_G", AnalogVideo_PAL_G},
+    {L"PAL_H", AnalogVideo_PAL_H},       {L"PAL_I", AnalogVideo_PAL_I},
+    {L"PAL_M", AnalogVideo_PAL_M},       {L"PAL_N", AnalogVideo_PAL_N},
+    {L"PAL_60", AnalogVideo_PAL_60},     {L"SECAM_B", AnalogVideo_SECAM_B},
+    {L"SECAM_D", AnalogVideo_SECAM_D},   {L"SECAM_G", AnalogVideo_SECAM_G},
+    {L"SECAM_H", AnalogVideo_SECAM_H},   {L"SECAM_K", AnalogVideo_SECAM_K},
+    {L"SECAM_K1", AnalogVideo_SECAM_K1}, {L"SECAM_L", AnalogVideo_SECAM_L},
+    {L"SECAM_L1", AnalogVideo_SECAM_L1}, {L"PAL_N_COMBO", AnalogVideo_PAL_N_COMBO},
 };
 
 const long kDefaultMinChannel = 2;
@@ -53,10 +55,15 @@ long formatMask(DeviceState &device, long &first)
     return mask;
 }
 
-const wchar_t *inputName(TunerInputType type) { return type == TunerInputAntenna ? L"antenna" : L"cable"; }
+const wchar_t *inputName(TunerInputType type)
+{
+    return type == TunerInputAntenna ? L"antenna" : L"cable";
+}
 
-const wchar_t *modeName(AMTunerModeType mode) { return mode == AMTUNER_MODE_FM_RADIO ? L"FM" : L"TV"; }
-
+const wchar_t *modeName(AMTunerModeType mode)
+{
+    return mode == AMTUNER_MODE_FM_RADIO ? L"FM" : L"TV";
+}
 
 ChannelMap channelMap(DeviceState &device)
 {
@@ -172,9 +179,18 @@ long TvTunerControl::strengthLocked(DeviceState &device)
     return map.channelStrength(m_channel, m_inputTypes[m_connectedInput]);
 }
 
-STDMETHODIMP TvTunerControl::QueryInterface(REFIID iid, void **out) { return m_owner.QueryInterface(iid, out); }
-STDMETHODIMP_(ULONG) TvTunerControl::AddRef() { return m_owner.AddRef(); }
-STDMETHODIMP_(ULONG) TvTunerControl::Release() { return m_owner.Release(); }
+STDMETHODIMP TvTunerControl::QueryInterface(REFIID iid, void **out)
+{
+    return m_owner.QueryInterface(iid, out);
+}
+STDMETHODIMP_(ULONG) TvTunerControl::AddRef()
+{
+    return m_owner.AddRef();
+}
+STDMETHODIMP_(ULONG) TvTunerControl::Release()
+{
+    return m_owner.Release();
+}
 
 STDMETHODIMP TvTunerControl::put_Channel(LONG channel, LONG videoSubChannel, LONG audioSubChannel)
 {
@@ -251,7 +267,10 @@ STDMETHODIMP TvTunerControl::put_CountryCode(LONG country)
         });
 }
 
-STDMETHODIMP TvTunerControl::get_CountryCode(LONG *country) { return readLocked(m_lock, country, m_country); }
+STDMETHODIMP TvTunerControl::get_CountryCode(LONG *country)
+{
+    return readLocked(m_lock, country, m_country);
+}
 
 STDMETHODIMP TvTunerControl::put_TuningSpace(LONG tuningSpace)
 {
@@ -265,9 +284,15 @@ STDMETHODIMP TvTunerControl::get_TuningSpace(LONG *tuningSpace)
     return readLocked(m_lock, tuningSpace, m_tuningSpace);
 }
 
-STDMETHODIMP TvTunerControl::Logon(HANDLE) { return S_OK; }
+STDMETHODIMP TvTunerControl::Logon(HANDLE)
+{
+    return S_OK;
+}
 
-STDMETHODIMP TvTunerControl::Logout() { return S_OK; }
+STDMETHODIMP TvTunerControl::Logout()
+{
+    return S_OK;
+}
 
 STDMETHODIMP TvTunerControl::SignalPresent(LONG *strength)
 {
@@ -297,7 +322,10 @@ STDMETHODIMP TvTunerControl::put_Mode(AMTunerModeType mode)
         });
 }
 
-STDMETHODIMP TvTunerControl::get_Mode(AMTunerModeType *mode) { return readLocked(m_lock, mode, m_mode); }
+STDMETHODIMP TvTunerControl::get_Mode(AMTunerModeType *mode)
+{
+    return readLocked(m_lock, mode, m_mode);
+}
 
 STDMETHODIMP TvTunerControl::GetAvailableModes(LONG *modes)
 {
@@ -310,9 +338,15 @@ STDMETHODIMP TvTunerControl::GetAvailableModes(LONG *modes)
     return S_OK;
 }
 
-STDMETHODIMP TvTunerControl::RegisterNotificationCallBack(IAMTunerNotification *, LONG) { return E_NOTIMPL; }
+STDMETHODIMP TvTunerControl::RegisterNotificationCallBack(IAMTunerNotification *, LONG)
+{
+    return E_NOTIMPL;
+}
 
-STDMETHODIMP TvTunerControl::UnRegisterNotificationCallBack(IAMTunerNotification *) { return E_NOTIMPL; }
+STDMETHODIMP TvTunerControl::UnRegisterNotificationCallBack(IAMTunerNotification *)
+{
+    return E_NOTIMPL;
+}
 
 STDMETHODIMP TvTunerControl::get_AvailableTVFormats(LONG *standards)
 {
@@ -355,7 +389,10 @@ STDMETHODIMP TvTunerControl::AutoTune(LONG channel, LONG *found)
         });
 }
 
-STDMETHODIMP TvTunerControl::StoreAutoTune() { return S_OK; }
+STDMETHODIMP TvTunerControl::StoreAutoTune()
+{
+    return S_OK;
+}
 
 STDMETHODIMP TvTunerControl::get_NumInputConnections(LONG *count)
 {

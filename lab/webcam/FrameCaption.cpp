@@ -27,7 +27,8 @@ void FrameCaption::fill(BYTE *picture, int width, int left, int top, int right, 
         right = width;
     for (int y = top; y < bottom; ++y) {
         if (left < right)
-            std::memset(picture + (static_cast<size_t>(y) * width + left) * 3, level, static_cast<size_t>(right - left) * 3);
+            std::memset(picture + (static_cast<size_t>(y) * width + left) * 3, level,
+                        static_cast<size_t>(right - left) * 3);
     }
 }
 

@@ -12,9 +12,18 @@ namespace lab {
 namespace {
 
 // BT.601 studio range, as capture drivers deliver YUV.
-BYTE lumaOf(const BYTE *rgb) { return static_cast<BYTE>(16 + (66 * rgb[0] + 129 * rgb[1] + 25 * rgb[2] + 128) / 256); }
-BYTE blueDifference(const BYTE *rgb) { return static_cast<BYTE>(128 + (-38 * rgb[0] - 74 * rgb[1] + 112 * rgb[2] + 128) / 256); }
-BYTE redDifference(const BYTE *rgb) { return static_cast<BYTE>(128 + (112 * rgb[0] - 94 * rgb[1] - 18 * rgb[2] + 128) / 256); }
+BYTE lumaOf(const BYTE *rgb)
+{
+    return static_cast<BYTE>(16 + (66 * rgb[0] + 129 * rgb[1] + 25 * rgb[2] + 128) / 256);
+}
+BYTE blueDifference(const BYTE *rgb)
+{
+    return static_cast<BYTE>(128 + (-38 * rgb[0] - 74 * rgb[1] + 112 * rgb[2] + 128) / 256);
+}
+BYTE redDifference(const BYTE *rgb)
+{
+    return static_cast<BYTE>(128 + (112 * rgb[0] - 94 * rgb[1] - 18 * rgb[2] + 128) / 256);
+}
 
 } // namespace
 

@@ -1,6 +1,5 @@
 #include "webcam/WebcamFilter.h"
 
-
 #include "common/ClassRegistry.h"
 #include "common/DeviceRegistry.h"
 #include "lab/LabClassIds.h"
@@ -27,7 +26,10 @@ WebcamFilter::WebcamFilter() : DeviceFilter(CLSID_LabWebcam), m_pin(*this, L"Cap
     useDevice(unnamed);
 }
 
-WebcamFilter::~WebcamFilter() { m_pin.stopStreaming(); }
+WebcamFilter::~WebcamFilter()
+{
+    m_pin.stopStreaming();
+}
 
 void *WebcamFilter::queryExtra(REFIID iid)
 {
@@ -36,7 +38,10 @@ void *WebcamFilter::queryExtra(REFIID iid)
     return DeviceFilter::queryExtra(iid);
 }
 
-BasePin *WebcamFilter::pin(int index) { return index == 0 ? &m_pin : nullptr; }
+BasePin *WebcamFilter::pin(int index)
+{
+    return index == 0 ? &m_pin : nullptr;
+}
 
 HRESULT WebcamFilter::configure(const std::shared_ptr<DeviceState> &device)
 {
@@ -48,7 +53,8 @@ HRESULT WebcamFilter::configure(const std::shared_ptr<DeviceState> &device)
         formats.push_back(format);
     }
     const std::wstring privacy = DeviceConfig::lower(device->text(L"privacy", L"0"));
-    m_privacy = privacy == L"none" ? Privacy::None : (privacy == L"unsupported" ? Privacy::Unsupported : Privacy::Supported);
+    m_privacy =
+        privacy == L"none" ? Privacy::None : (privacy == L"unsupported" ? Privacy::Unsupported : Privacy::Supported);
     m_privacyValue = privacy == L"1" ? 1 : 0;
     m_privacyFlags = CameraControl_Flags_Manual;
     m_pin.setDevice(device, formats);

@@ -13,7 +13,10 @@ namespace lab {
 
 namespace {
 
-const RealSetupApi &wine() { return RealSetupApi::get(); }
+const RealSetupApi &wine()
+{
+    return RealSetupApi::get();
+}
 
 // MAX_DEVICE_ID_LEN of cfgmgr32.h.
 const DWORD kMaxInstanceId = 200;
@@ -33,10 +36,7 @@ private:
 // A driver detail buffer with room for a long hardware ID list, aligned as the structure.
 class DetailBuffer {
 public:
-    DetailBuffer() : m_storage(1024, 0)
-    {
-        detail()->cbSize = sizeof(SP_DRVINFO_DETAIL_DATA_W);
-    }
+    DetailBuffer() : m_storage(1024, 0) { detail()->cbSize = sizeof(SP_DRVINFO_DETAIL_DATA_W); }
     SP_DRVINFO_DETAIL_DATA_W *detail() { return reinterpret_cast<SP_DRVINFO_DETAIL_DATA_W *>(m_storage.data()); }
     DWORD size() const { return static_cast<DWORD>(m_storage.size() * sizeof(m_storage[0])); }
 

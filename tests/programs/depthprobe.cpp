@@ -13,11 +13,12 @@
 
 namespace {
 
-std::string utf8(const std::wstring& text)
+std::string utf8(const std::wstring &text)
 {
     std::string result(text.size() * 3, '\0');
-    result.resize(static_cast<size_t>(WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()),
-                                                          &result[0], static_cast<int>(result.size()), nullptr, nullptr)));
+    result.resize(
+        static_cast<size_t>(WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), &result[0],
+                                                static_cast<int>(result.size()), nullptr, nullptr)));
     return result;
 }
 
@@ -26,24 +27,28 @@ std::string utf8(const std::wstring& text)
 int main()
 {
     int argc = 0;
-    wchar_t** argv = CommandLineToArgvW(GetCommandLineW(), &argc);
-    if (!argv || argc != 2) return 2;
+    wchar_t **argv = CommandLineToArgvW(GetCommandLineW(), &argc);
+    if (!argv || argc != 2)
+        return 2;
     const std::wstring outputPath = argv[1];
     LocalFree(argv);
 
     std::string output;
     kel::LogFactory::setPriority(kel::LOG_DETAIL);
-    kel::LogFactory::setSink([&output](const kel::String& category, int priority, const kel::String& message) {
+    kel::LogFactory::setSink([&output](const kel::String &category, int priority, const kel::String &message) {
         output += "log " + category.toUtf8() + " " + std::to_string(priority) + " " + message.toUtf8() + "\n";
     });
     kel::Array<PXCCapture::DeviceInfo> devices;
     const unsigned count = sorvane::enumIntelRealSenseDevice(devices);
     kel::LogFactory::setSink(kel::LogFactory::Sink());
     output += "count " + std::to_string(count) + "\n";
-    for (int i = 0; i < devices.size(); ++i) output += "camera " + utf8(devices[i].name) + "\n";
+    for (int i = 0; i < devices.size(); ++i)
+        output += "camera " + utf8(devices[i].name) + "\n";
 
-    HANDLE file = CreateFileW(outputPath.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (file == INVALID_HANDLE_VALUE) return 3;
+    HANDLE file =
+        CreateFileW(outputPath.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE)
+        return 3;
     DWORD written = 0;
     WriteFile(file, output.data(), static_cast<DWORD>(output.size()), &written, nullptr);
     CloseHandle(file);

@@ -11,9 +11,10 @@ namespace {
 std::vector<AssertionCatcher::Assertion> g_assertions;
 volatile long g_raised = 0;
 
-LONG CALLBACK continuePastAssertion(EXCEPTION_POINTERS* info)
+LONG CALLBACK continuePastAssertion(EXCEPTION_POINTERS *info)
 {
-    if (info->ExceptionRecord->ExceptionCode != kel::AssertionFailure::kExceptionCode) return EXCEPTION_CONTINUE_SEARCH;
+    if (info->ExceptionRecord->ExceptionCode != kel::AssertionFailure::kExceptionCode)
+        return EXCEPTION_CONTINUE_SEARCH;
     InterlockedIncrement(&g_raised);
     return EXCEPTION_CONTINUE_EXECUTION;
 }
@@ -24,7 +25,7 @@ AssertionCatcher::AssertionCatcher()
 {
     g_assertions.clear();
     g_raised = 0;
-    kel::AssertionFailure::setListener([](const char* file, int line, const char* expression) {
+    kel::AssertionFailure::setListener([](const char *file, int line, const char *expression) {
         g_assertions.push_back(Assertion{file, line, expression});
     });
     m_handler = AddVectoredExceptionHandler(1, continuePastAssertion);
@@ -36,9 +37,15 @@ AssertionCatcher::~AssertionCatcher()
     kel::AssertionFailure::setListener(kel::AssertionFailure::Listener());
 }
 
-const std::vector<AssertionCatcher::Assertion>& AssertionCatcher::assertions() const { return g_assertions; }
+const std::vector<AssertionCatcher::Assertion> &AssertionCatcher::assertions() const
+{
+    return g_assertions;
+}
 
-int AssertionCatcher::raisedCount() const { return static_cast<int>(g_raised); }
+int AssertionCatcher::raisedCount() const
+{
+    return static_cast<int>(g_raised);
+}
 
 } // namespace test
 } // namespace sorvane

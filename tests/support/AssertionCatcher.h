@@ -18,15 +18,15 @@ public:
 
     AssertionCatcher();
     ~AssertionCatcher();
-    AssertionCatcher(const AssertionCatcher&) = delete;
-    AssertionCatcher& operator=(const AssertionCatcher&) = delete;
+    AssertionCatcher(const AssertionCatcher &) = delete;
+    AssertionCatcher &operator=(const AssertionCatcher &) = delete;
 
-    const std::vector<Assertion>& assertions() const;
+    const std::vector<Assertion> &assertions() const;
     // How many structured exceptions with the assertion code were raised.
     int raisedCount() const;
 
 private:
-    void* m_handler;
+    void *m_handler;
 };
 
 } // namespace test

@@ -9,9 +9,12 @@ namespace test {
 
 namespace {
 
-std::string fourcc(const BYTE* at) { return std::string(reinterpret_cast<const char*>(at), 4); }
+std::string fourcc(const BYTE *at)
+{
+    return std::string(reinterpret_cast<const char *>(at), 4);
+}
 
-DWORD readDword(const BYTE* at)
+DWORD readDword(const BYTE *at)
 {
     DWORD value;
     std::memcpy(&value, at, sizeof(value));
@@ -20,7 +23,7 @@ DWORD readDword(const BYTE* at)
 
 } // namespace
 
-AviFile::AviFile(const std::wstring& path)
+AviFile::AviFile(const std::wstring &path)
     : m_valid(false), m_format(), m_formatSeen(false), m_declaredFrames(0), m_hasIndex(false)
 {
     std::ifstream file(path.c_str(), std::ios::binary);
@@ -38,7 +41,8 @@ AviFile::AviFile(const std::wstring& path)
         fail("RIFF size beyond the end of the file");
         return;
     }
-    if (!walk(12, riffEnd, "AVI ")) return;
+    if (!walk(12, riffEnd, "AVI "))
+        return;
     if (!m_formatSeen) {
         fail("no video stream format");
         return;
@@ -46,17 +50,20 @@ AviFile::AviFile(const std::wstring& path)
     m_valid = true;
 }
 
-bool AviFile::walk(size_t begin, size_t end, const std::string& parent)
+bool AviFile::walk(size_t begin, size_t end, const std::string &parent)
 {
     size_t at = begin;
     while (at + 8 <= end) {
         const std::string id = fourcc(&m_bytes[at]);
         const size_t size = readDword(&m_bytes[at + 4]);
         const size_t data = at + 8;
-        if (data + size > end) return fail("chunk '" + id + "' runs past its parent");
+        if (data + size > end)
+            return fail("chunk '" + id + "' runs past its parent");
         if (id == "LIST") {
-            if (size < 4) return fail("empty LIST");
-            if (!walk(data + 4, data + size, fourcc(&m_bytes[data]))) return false;
+            if (size < 4)
+                return fail("empty LIST");
+            if (!walk(data + 4, data + size, fourcc(&m_bytes[data])))
+                return false;
         } else if (id == "avih" && size >= 20) {
             m_declaredFrames = readDword(&m_bytes[data + 16]);
         } else if (id == "strf" && parent == "strl" && !m_formatSeen && size >= sizeof(BITMAPINFOHEADER)) {
@@ -73,7 +80,7 @@ bool AviFile::walk(size_t begin, size_t end, const std::string& parent)
     return true;
 }
 
-bool AviFile::fail(const std::string& problem)
+bool AviFile::fail(const std::string &problem)
 {
     m_problem = problem;
     return false;

@@ -11,13 +11,13 @@ namespace test {
 // its frame chunks ('00dc' or '00db' in 'movi').
 class AviFile {
 public:
-    explicit AviFile(const std::wstring& path);
+    explicit AviFile(const std::wstring &path);
 
     bool valid() const { return m_valid; }
-    const std::string& problem() const { return m_problem; }
-    const BITMAPINFOHEADER& format() const { return m_format; }
+    const std::string &problem() const { return m_problem; }
+    const BITMAPINFOHEADER &format() const { return m_format; }
     int frameCount() const { return static_cast<int>(m_frames.size()); }
-    const BYTE* frameData(int index) const { return m_bytes.data() + m_frames[index].offset; }
+    const BYTE *frameData(int index) const { return m_bytes.data() + m_frames[index].offset; }
     long frameLength(int index) const { return m_frames[index].length; }
     // Frames the main header says the file holds.
     DWORD declaredFrames() const { return m_declaredFrames; }
@@ -28,8 +28,8 @@ private:
         size_t offset;
         long length;
     };
-    bool walk(size_t begin, size_t end, const std::string& parent);
-    bool fail(const std::string& problem);
+    bool walk(size_t begin, size_t end, const std::string &parent);
+    bool fail(const std::string &problem);
 
     std::vector<BYTE> m_bytes;
     bool m_valid;

@@ -16,36 +16,42 @@ public:
     static const int kListId = 1000;
 
     // `country` empty: the dialog is closed without a choice.
-    explicit CountryDialogDriver(const std::wstring& country) : m_thread([this, country] { drive(country); }) {}
+    explicit CountryDialogDriver(const std::wstring &country) : m_thread([this, country] { drive(country); }) {}
     ~CountryDialogDriver()
     {
-        if (m_thread.joinable()) m_thread.join();
+        if (m_thread.joinable())
+            m_thread.join();
     }
-    CountryDialogDriver(const CountryDialogDriver&) = delete;
-    CountryDialogDriver& operator=(const CountryDialogDriver&) = delete;
+    CountryDialogDriver(const CountryDialogDriver &) = delete;
+    CountryDialogDriver &operator=(const CountryDialogDriver &) = delete;
 
     // What the dialog listed; empty when it never showed. Waits for the driver to finish.
-    const std::vector<std::wstring>& items()
+    const std::vector<std::wstring> &items()
     {
-        if (m_thread.joinable()) m_thread.join();
+        if (m_thread.joinable())
+            m_thread.join();
         return m_items;
     }
     bool shown()
     {
-        if (m_thread.joinable()) m_thread.join();
+        if (m_thread.joinable())
+            m_thread.join();
         return m_shown;
     }
 
 private:
-    void drive(const std::wstring& country)
+    void drive(const std::wstring &country)
     {
         HWND dialog = nullptr;
         for (int i = 0; i < 1000 && !dialog; ++i) {
             dialog = FindWindowW(L"#32770", L"Please select a country");
-            if (dialog && !IsWindowVisible(dialog)) dialog = nullptr;
-            if (!dialog) Sleep(10);
+            if (dialog && !IsWindowVisible(dialog))
+                dialog = nullptr;
+            if (!dialog)
+                Sleep(10);
         }
-        if (!dialog) return;
+        if (!dialog)
+            return;
         m_shown = true;
         const HWND list = GetDlgItem(dialog, kListId);
         const LRESULT count = SendMessageW(list, CB_GETCOUNT, 0, 0);
@@ -61,7 +67,8 @@ private:
         const LRESULT index =
             SendMessageW(list, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(country.c_str()));
         SendMessageW(list, CB_SETCURSEL, index, 0);
-        PostMessageW(dialog, WM_COMMAND, MAKEWPARAM(IDOK, BN_CLICKED), reinterpret_cast<LPARAM>(GetDlgItem(dialog, IDOK)));
+        PostMessageW(dialog, WM_COMMAND, MAKEWPARAM(IDOK, BN_CLICKED),
+                     reinterpret_cast<LPARAM>(GetDlgItem(dialog, IDOK)));
     }
 
     bool m_shown = false;

@@ -6,7 +6,7 @@
 namespace sorvane {
 namespace test {
 
-DepthProbe::Outcome DepthProbe::run(const std::wstring& program, const std::wstring& workingFolder)
+DepthProbe::Outcome DepthProbe::run(const std::wstring &program, const std::wstring &workingFolder)
 {
     Outcome outcome = {false, 0, std::string()};
     ScratchFolder scratch(L"sorvane-depthprobe");
@@ -21,7 +21,8 @@ DepthProbe::Outcome DepthProbe::run(const std::wstring& program, const std::wstr
                         workingFolder.empty() ? nullptr : workingFolder.c_str(), &startup, &process))
         return outcome;
     outcome.finished = WaitForSingleObject(process.hProcess, 60000) == WAIT_OBJECT_0;
-    if (!outcome.finished) TerminateProcess(process.hProcess, 1);
+    if (!outcome.finished)
+        TerminateProcess(process.hProcess, 1);
     WaitForSingleObject(process.hProcess, 5000);
     GetExitCodeProcess(process.hProcess, &outcome.exitCode);
     CloseHandle(process.hProcess);

@@ -18,7 +18,7 @@ public:
     };
 
     // Starts `program` in `workingFolder` (the test's own when empty) and waits for it.
-    static Outcome run(const std::wstring& program, const std::wstring& workingFolder = std::wstring());
+    static Outcome run(const std::wstring &program, const std::wstring &workingFolder = std::wstring());
 };
 
 } // namespace test

@@ -7,17 +7,19 @@ namespace test {
 
 namespace {
 
-typedef HRESULT(WINAPI* GetClassObjectFunction)(REFCLSID, REFIID, void**);
+typedef HRESULT(WINAPI *GetClassObjectFunction)(REFCLSID, REFIID, void **);
 
 // The grabber's own class object, straight from its DLL: under CLSID_SampleGrabber COM now
 // finds the faulty one.
-HRESULT systemGrabberFactory(IClassFactory** factory)
+HRESULT systemGrabberFactory(IClassFactory **factory)
 {
     const HMODULE qedit = LoadLibraryW(L"qedit.dll");
-    if (!qedit) return HRESULT_FROM_WIN32(GetLastError());
+    if (!qedit)
+        return HRESULT_FROM_WIN32(GetLastError());
     const auto getClassObject = reinterpret_cast<GetClassObjectFunction>(
         reinterpret_cast<void (*)()>(GetProcAddress(qedit, "DllGetClassObject")));
-    if (!getClassObject) return HRESULT_FROM_WIN32(GetLastError());
+    if (!getClassObject)
+        return HRESULT_FROM_WIN32(GetLastError());
     return getClassObject(CLSID_SampleGrabber, IID_PPV_ARGS(factory));
 }
 
@@ -30,46 +32,56 @@ FaultySampleGrabber::FaultySampleGrabber(Method refused, HRESULT refusal)
 
 FaultySampleGrabber::~FaultySampleGrabber()
 {
-    if (m_inner) m_inner->Release();
+    if (m_inner)
+        m_inner->Release();
 }
 
-HRESULT FaultySampleGrabber::create(Method refused, HRESULT refusal, REFIID iid, void** out)
+HRESULT FaultySampleGrabber::create(Method refused, HRESULT refusal, REFIID iid, void **out)
 {
-    if (!out) return E_POINTER;
+    if (!out)
+        return E_POINTER;
     *out = nullptr;
-    FaultySampleGrabber* grabber = new FaultySampleGrabber(refused, refusal);
+    FaultySampleGrabber *grabber = new FaultySampleGrabber(refused, refusal);
     HRESULT hr = grabber->aggregateSystemGrabber();
-    if (SUCCEEDED(hr)) hr = grabber->QueryInterface(iid, out);
+    if (SUCCEEDED(hr))
+        hr = grabber->QueryInterface(iid, out);
     grabber->Release();
     return hr;
 }
 
 HRESULT FaultySampleGrabber::aggregateSystemGrabber()
 {
-    IClassFactory* factory = nullptr;
+    IClassFactory *factory = nullptr;
     HRESULT hr = systemGrabberFactory(&factory);
-    if (FAILED(hr)) return hr;
-    hr = factory->CreateInstance(static_cast<ISampleGrabber*>(this), IID_PPV_ARGS(&m_inner));
+    if (FAILED(hr))
+        return hr;
+    hr = factory->CreateInstance(static_cast<ISampleGrabber *>(this), IID_PPV_ARGS(&m_inner));
     factory->Release();
-    if (FAILED(hr)) return hr;
+    if (FAILED(hr))
+        return hr;
     // The inner interface counts on the outer object; holding it must not keep us alive.
     hr = m_inner->QueryInterface(IID_PPV_ARGS(&m_grabber));
-    if (SUCCEEDED(hr)) Release();
+    if (SUCCEEDED(hr))
+        Release();
     return hr;
 }
 
-STDMETHODIMP FaultySampleGrabber::QueryInterface(REFIID iid, void** out)
+STDMETHODIMP FaultySampleGrabber::QueryInterface(REFIID iid, void **out)
 {
-    if (!out) return E_POINTER;
+    if (!out)
+        return E_POINTER;
     if (IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, IID_ISampleGrabber)) {
-        *out = static_cast<ISampleGrabber*>(this);
+        *out = static_cast<ISampleGrabber *>(this);
         AddRef();
         return S_OK;
     }
     return m_inner->QueryInterface(iid, out);
 }
 
-STDMETHODIMP_(ULONG) FaultySampleGrabber::AddRef() { return InterlockedIncrement(&m_refs); }
+STDMETHODIMP_(ULONG) FaultySampleGrabber::AddRef()
+{
+    return InterlockedIncrement(&m_refs);
+}
 
 STDMETHODIMP_(ULONG) FaultySampleGrabber::Release()
 {
@@ -87,12 +99,12 @@ STDMETHODIMP FaultySampleGrabber::SetOneShot(WINBOOL oneShot)
     return m_refused == SET_ONE_SHOT ? m_refusal : m_grabber->SetOneShot(oneShot);
 }
 
-STDMETHODIMP FaultySampleGrabber::SetMediaType(const AM_MEDIA_TYPE* type)
+STDMETHODIMP FaultySampleGrabber::SetMediaType(const AM_MEDIA_TYPE *type)
 {
     return m_refused == SET_MEDIA_TYPE ? m_refusal : m_grabber->SetMediaType(type);
 }
 
-STDMETHODIMP FaultySampleGrabber::GetConnectedMediaType(AM_MEDIA_TYPE* type)
+STDMETHODIMP FaultySampleGrabber::GetConnectedMediaType(AM_MEDIA_TYPE *type)
 {
     return m_grabber->GetConnectedMediaType(type);
 }
@@ -102,17 +114,21 @@ STDMETHODIMP FaultySampleGrabber::SetBufferSamples(WINBOOL bufferThem)
     return m_refused == SET_BUFFER_SAMPLES ? m_refusal : m_grabber->SetBufferSamples(bufferThem);
 }
 
-STDMETHODIMP FaultySampleGrabber::GetCurrentBuffer(LONG* size, LONG* buffer)
+STDMETHODIMP FaultySampleGrabber::GetCurrentBuffer(LONG *size, LONG *buffer)
 {
     return m_grabber->GetCurrentBuffer(size, buffer);
 }
 
-STDMETHODIMP FaultySampleGrabber::GetCurrentSample(IMediaSample** sample) { return m_grabber->GetCurrentSample(sample); }
+STDMETHODIMP FaultySampleGrabber::GetCurrentSample(IMediaSample **sample)
+{
+    return m_grabber->GetCurrentSample(sample);
+}
 
-STDMETHODIMP FaultySampleGrabber::SetCallback(ISampleGrabberCB* callback, LONG whichMethod)
+STDMETHODIMP FaultySampleGrabber::SetCallback(ISampleGrabberCB *callback, LONG whichMethod)
 {
     // Detaching (no callback) always works, so that a refused attach can be cleaned up.
-    if (m_refused == SET_CALLBACK && callback) return m_refusal;
+    if (m_refused == SET_CALLBACK && callback)
+        return m_refusal;
     return m_grabber->SetCallback(callback, whichMethod);
 }
 

@@ -14,19 +14,19 @@ public:
     enum Method { SET_MEDIA_TYPE, SET_ONE_SHOT, SET_BUFFER_SAMPLES, SET_CALLBACK };
 
     // Makes one, answering `iid`, as a class factory would.
-    static HRESULT create(Method refused, HRESULT refusal, REFIID iid, void** out);
+    static HRESULT create(Method refused, HRESULT refusal, REFIID iid, void **out);
 
-    STDMETHODIMP QueryInterface(REFIID iid, void** out) override;
+    STDMETHODIMP QueryInterface(REFIID iid, void **out) override;
     STDMETHODIMP_(ULONG) AddRef() override;
     STDMETHODIMP_(ULONG) Release() override;
 
     STDMETHODIMP SetOneShot(WINBOOL oneShot) override;
-    STDMETHODIMP SetMediaType(const AM_MEDIA_TYPE* type) override;
-    STDMETHODIMP GetConnectedMediaType(AM_MEDIA_TYPE* type) override;
+    STDMETHODIMP SetMediaType(const AM_MEDIA_TYPE *type) override;
+    STDMETHODIMP GetConnectedMediaType(AM_MEDIA_TYPE *type) override;
     STDMETHODIMP SetBufferSamples(WINBOOL bufferThem) override;
-    STDMETHODIMP GetCurrentBuffer(LONG* size, LONG* buffer) override;
-    STDMETHODIMP GetCurrentSample(IMediaSample** sample) override;
-    STDMETHODIMP SetCallback(ISampleGrabberCB* callback, LONG whichMethod) override;
+    STDMETHODIMP GetCurrentBuffer(LONG *size, LONG *buffer) override;
+    STDMETHODIMP GetCurrentSample(IMediaSample **sample) override;
+    STDMETHODIMP SetCallback(ISampleGrabberCB *callback, LONG whichMethod) override;
 
 private:
     FaultySampleGrabber(Method refused, HRESULT refusal);
@@ -36,8 +36,8 @@ private:
     LONG m_refs;
     Method m_refused;
     HRESULT m_refusal;
-    IUnknown* m_inner;          // the system grabber's own IUnknown, owned
-    ISampleGrabber* m_grabber;  // its grabber interface, not counted (it counts on us)
+    IUnknown *m_inner;         // the system grabber's own IUnknown, owned
+    ISampleGrabber *m_grabber; // its grabber interface, not counted (it counts on us)
 };
 
 } // namespace test

@@ -19,9 +19,9 @@ void FrameworkTest::TearDown()
     m_recorder.reset();
 }
 
-void FrameworkTest::setParameter(const char* key, const ruvo::Value& value)
+void FrameworkTest::setParameter(const char *key, const ruvo::Value &value)
 {
-    ruvo::Parameter* parameter = ruvo::DiagModule::findParameter(kel::String(key));
+    ruvo::Parameter *parameter = ruvo::DiagModule::findParameter(kel::String(key));
     ASSERT_NE(parameter, nullptr) << "no parameter " << key;
     ASSERT_TRUE(parameter->set(value)) << "wrong type for " << key;
 }
@@ -29,15 +29,22 @@ void FrameworkTest::setParameter(const char* key, const ruvo::Value& value)
 std::vector<std::string> FrameworkTest::postedKeys() const
 {
     std::vector<std::string> keys;
-    for (const ruvo::PostedEvent& event : m_recorder->events) keys.push_back(narrow(event.key));
+    for (const ruvo::PostedEvent &event : m_recorder->events)
+        keys.push_back(narrow(event.key));
     return keys;
 }
 
-std::string narrow(const kel::String& text) { return text.toUtf8(); }
+std::string narrow(const kel::String &text)
+{
+    return text.toUtf8();
+}
 
 } // namespace test
 } // namespace sorvane
 
 namespace kel {
-void PrintTo(const String& text, std::ostream* out) { *out << '"' << text.toUtf8() << '"'; }
+void PrintTo(const String &text, std::ostream *out)
+{
+    *out << '"' << text.toUtf8() << '"';
 }
+} // namespace kel

@@ -17,10 +17,10 @@ protected:
     void SetUp() override;
     void TearDown() override;
 
-    ruvo::RecordingBackend& recorder() { return *m_recorder; }
-    LogCapture& log() { return *m_log; }
+    ruvo::RecordingBackend &recorder() { return *m_recorder; }
+    LogCapture &log() { return *m_log; }
     // Sets a declared parameter; fails the test when the key or the type is wrong.
-    void setParameter(const char* key, const ruvo::Value& value);
+    void setParameter(const char *key, const ruvo::Value &value);
 
     // Keys of the posted events, in order.
     std::vector<std::string> postedKeys() const;
@@ -30,12 +30,12 @@ private:
     std::unique_ptr<LogCapture> m_log;
 };
 
-std::string narrow(const kel::String& text);
+std::string narrow(const kel::String &text);
 
 } // namespace test
 } // namespace sorvane
 
 // gtest prints kel::String as UTF-8.
 namespace kel {
-void PrintTo(const String& text, std::ostream* out);
+void PrintTo(const String &text, std::ostream *out);
 }

@@ -14,24 +14,27 @@ struct HostProgram::Reader {
 
 namespace {
 
-std::wstring quoted(const std::wstring& argument)
+std::wstring quoted(const std::wstring &argument)
 {
-    if (!argument.empty() && argument.find_first_of(L" \t\"") == std::wstring::npos) return argument;
+    if (!argument.empty() && argument.find_first_of(L" \t\"") == std::wstring::npos)
+        return argument;
     std::wstring result = L"\"";
     for (const wchar_t c : argument) {
-        if (c == L'"') result += L'\\';
+        if (c == L'"')
+            result += L'\\';
         result += c;
     }
     return result + L"\"";
 }
 
 // A pipe whose `childEnd` the program inherits.
-bool makePipe(HANDLE& parentEnd, HANDLE& childEnd, bool childReads)
+bool makePipe(HANDLE &parentEnd, HANDLE &childEnd, bool childReads)
 {
     SECURITY_ATTRIBUTES inherit = {sizeof inherit, nullptr, TRUE};
     HANDLE read = nullptr;
     HANDLE write = nullptr;
-    if (!CreatePipe(&read, &write, &inherit, 0)) return false;
+    if (!CreatePipe(&read, &write, &inherit, 0))
+        return false;
     parentEnd = childReads ? write : read;
     childEnd = childReads ? read : write;
     SetHandleInformation(parentEnd, HANDLE_FLAG_INHERIT, 0);
@@ -48,11 +51,12 @@ std::wstring HostProgram::programPath()
     return path.substr(0, path.find_last_of(L"\\/") + 1) + L"sorvane-diag.exe";
 }
 
-HostProgram::HostProgram(const std::vector<std::wstring>& arguments, const std::string& input)
+HostProgram::HostProgram(const std::vector<std::wstring> &arguments, const std::string &input)
     : m_process(), m_out(new Reader), m_err(new Reader)
 {
     std::wstring commandLine = quoted(programPath());
-    for (const std::wstring& argument : arguments) commandLine += L" " + quoted(argument);
+    for (const std::wstring &argument : arguments)
+        commandLine += L" " + quoted(argument);
 
     HANDLE inParent = nullptr, inChild = nullptr, outChild = nullptr, errChild = nullptr;
     if (!makePipe(inParent, inChild, true) || !makePipe(m_out->pipe, outChild, false) ||
@@ -75,7 +79,8 @@ HostProgram::HostProgram(const std::vector<std::wstring>& arguments, const std::
     CloseHandle(errChild);
 
     DWORD written = 0;
-    if (!input.empty()) WriteFile(inParent, input.data(), static_cast<DWORD>(input.size()), &written, nullptr);
+    if (!input.empty())
+        WriteFile(inParent, input.data(), static_cast<DWORD>(input.size()), &written, nullptr);
     CloseHandle(inParent);
     m_out->thread = CreateThread(nullptr, 0, readAll, m_out, 0, nullptr);
     m_err->thread = CreateThread(nullptr, 0, readAll, m_err, 0, nullptr);
@@ -89,28 +94,33 @@ HostProgram::~HostProgram()
         CloseHandle(m_process.hProcess);
         CloseHandle(m_process.hThread);
     }
-    for (Reader* reader : {m_out, m_err}) {
+    for (Reader *reader : {m_out, m_err}) {
         // A reader that cannot be stopped keeps its buffer: it is left to the process's end.
-        if (!finishReading(*reader)) continue;
-        if (reader->thread) CloseHandle(reader->thread);
-        if (reader->pipe) CloseHandle(reader->pipe);
+        if (!finishReading(*reader))
+            continue;
+        if (reader->thread)
+            CloseHandle(reader->thread);
+        if (reader->pipe)
+            CloseHandle(reader->pipe);
         delete reader;
     }
 }
 
 // The output ends when the last holder of the pipe's write end is gone. Should another
 // process have inherited it, the read is cancelled rather than waited for without end.
-bool HostProgram::finishReading(Reader& reader)
+bool HostProgram::finishReading(Reader &reader)
 {
-    if (!reader.thread) return true;
-    if (WaitForSingleObject(reader.thread, kGraceMs) == WAIT_OBJECT_0) return true;
+    if (!reader.thread)
+        return true;
+    if (WaitForSingleObject(reader.thread, kGraceMs) == WAIT_OBJECT_0)
+        return true;
     CancelSynchronousIo(reader.thread);
     return WaitForSingleObject(reader.thread, kGraceMs) == WAIT_OBJECT_0;
 }
 
-DWORD WINAPI HostProgram::readAll(void* context)
+DWORD WINAPI HostProgram::readAll(void *context)
 {
-    Reader* reader = static_cast<Reader*>(context);
+    Reader *reader = static_cast<Reader *>(context);
     char buffer[4096];
     DWORD read = 0;
     while (ReadFile(reader->pipe, buffer, sizeof buffer, &read, nullptr) && read > 0) {
@@ -120,17 +130,23 @@ DWORD WINAPI HostProgram::readAll(void* context)
     return 0;
 }
 
-std::string HostProgram::textSoFar(Reader& reader)
+std::string HostProgram::textSoFar(Reader &reader)
 {
     std::lock_guard<std::mutex> guard(reader.lock);
     return reader.text;
 }
 
-std::string HostProgram::outputSoFar() { return textSoFar(*m_out); }
+std::string HostProgram::outputSoFar()
+{
+    return textSoFar(*m_out);
+}
 
-std::string HostProgram::errorSoFar() { return textSoFar(*m_err); }
+std::string HostProgram::errorSoFar()
+{
+    return textSoFar(*m_err);
+}
 
-bool HostProgram::waitForText(Reader& reader, const std::string& text, DWORD milliseconds)
+bool HostProgram::waitForText(Reader &reader, const std::string &text, DWORD milliseconds)
 {
     const ULONGLONG deadline = GetTickCount64() + milliseconds;
     while (textSoFar(reader).find(text) == std::string::npos) {
@@ -141,12 +157,12 @@ bool HostProgram::waitForText(Reader& reader, const std::string& text, DWORD mil
     return true;
 }
 
-bool HostProgram::waitForOutput(const std::string& text, DWORD milliseconds)
+bool HostProgram::waitForOutput(const std::string &text, DWORD milliseconds)
 {
     return waitForText(*m_out, text, milliseconds);
 }
 
-bool HostProgram::waitForError(const std::string& text, DWORD milliseconds)
+bool HostProgram::waitForError(const std::string &text, DWORD milliseconds)
 {
     return waitForText(*m_err, text, milliseconds);
 }
@@ -154,13 +170,16 @@ bool HostProgram::waitForError(const std::string& text, DWORD milliseconds)
 HostProgram::Outcome HostProgram::wait(DWORD milliseconds)
 {
     Outcome outcome = {false, 0, std::string(), std::string()};
-    if (!m_process.hProcess) return outcome;
+    if (!m_process.hProcess)
+        return outcome;
     outcome.finished = WaitForSingleObject(m_process.hProcess, milliseconds) == WAIT_OBJECT_0;
-    if (!outcome.finished) TerminateProcess(m_process.hProcess, 1);
+    if (!outcome.finished)
+        TerminateProcess(m_process.hProcess, 1);
     WaitForSingleObject(m_process.hProcess, kGraceMs);
     GetExitCodeProcess(m_process.hProcess, &outcome.exitCode);
     bool complete = true;
-    for (Reader* reader : {m_out, m_err}) complete = finishReading(*reader) && complete;
+    for (Reader *reader : {m_out, m_err})
+        complete = finishReading(*reader) && complete;
     {
         std::lock_guard<std::mutex> guard(m_out->lock);
         outcome.out = m_out->text;
@@ -169,11 +188,12 @@ HostProgram::Outcome HostProgram::wait(DWORD milliseconds)
         std::lock_guard<std::mutex> guard(m_err->lock);
         outcome.err = m_err->text;
     }
-    if (!complete) outcome.err += "\n[test: the program's output was still open after it ended]";
+    if (!complete)
+        outcome.err += "\n[test: the program's output was still open after it ended]";
     return outcome;
 }
 
-HostProgram::Outcome HostProgram::run(const std::vector<std::wstring>& arguments, const std::string& input)
+HostProgram::Outcome HostProgram::run(const std::vector<std::wstring> &arguments, const std::string &input)
 {
     HostProgram program(arguments, input);
     return program.wait(120000);

@@ -12,17 +12,17 @@ namespace test {
 class HostProgram {
 public:
     struct Outcome {
-        bool finished;   // false when it was still running after the time limit (then killed)
+        bool finished; // false when it was still running after the time limit (then killed)
         DWORD exitCode;
         std::string out; // UTF-8
         std::string err;
     };
 
     // Starts the program; `input` is written to its standard input, which is then closed.
-    HostProgram(const std::vector<std::wstring>& arguments, const std::string& input = std::string());
+    HostProgram(const std::vector<std::wstring> &arguments, const std::string &input = std::string());
     ~HostProgram();
-    HostProgram(const HostProgram&) = delete;
-    HostProgram& operator=(const HostProgram&) = delete;
+    HostProgram(const HostProgram &) = delete;
+    HostProgram &operator=(const HostProgram &) = delete;
 
     bool started() const { return m_process.hProcess != nullptr; }
     DWORD processId() const { return m_process.dwProcessId; }
@@ -31,44 +31,47 @@ public:
     // Standard error so far.
     std::string errorSoFar();
     // Waits until standard output contains `text`; false after `milliseconds`.
-    bool waitForOutput(const std::string& text, DWORD milliseconds);
+    bool waitForOutput(const std::string &text, DWORD milliseconds);
     // The same for standard error.
-    bool waitForError(const std::string& text, DWORD milliseconds);
+    bool waitForError(const std::string &text, DWORD milliseconds);
     Outcome wait(DWORD milliseconds);
 
     // Starts, waits up to two minutes, returns what happened.
-    static Outcome run(const std::vector<std::wstring>& arguments, const std::string& input = std::string());
+    static Outcome run(const std::vector<std::wstring> &arguments, const std::string &input = std::string());
     static std::wstring programPath();
 
 private:
     struct Reader;
     static const DWORD kGraceMs = 5000;
-    static DWORD WINAPI readAll(void* reader);
-    static bool finishReading(Reader& reader);
-    static std::string textSoFar(Reader& reader);
-    bool waitForText(Reader& reader, const std::string& text, DWORD milliseconds);
+    static DWORD WINAPI readAll(void *reader);
+    static bool finishReading(Reader &reader);
+    static std::string textSoFar(Reader &reader);
+    bool waitForText(Reader &reader, const std::string &text, DWORD milliseconds);
 
     PROCESS_INFORMATION m_process;
-    Reader* m_out;
-    Reader* m_err;
+    Reader *m_out;
+    Reader *m_err;
 };
 
-inline bool contains(const std::string& text, const std::string& part) { return text.find(part) != std::string::npos; }
+inline bool contains(const std::string &text, const std::string &part)
+{
+    return text.find(part) != std::string::npos;
+}
 
 // Paths and names between the program's UTF-8 output and the wide Windows API.
-inline std::wstring wide(const std::string& utf8)
+inline std::wstring wide(const std::string &utf8)
 {
     std::wstring text(utf8.size(), L'\0');
-    text.resize(static_cast<size_t>(
-        MultiByteToWideChar(CP_UTF8, 0, utf8.data(), static_cast<int>(utf8.size()), &text[0], static_cast<int>(text.size()))));
+    text.resize(static_cast<size_t>(MultiByteToWideChar(CP_UTF8, 0, utf8.data(), static_cast<int>(utf8.size()),
+                                                        &text[0], static_cast<int>(text.size()))));
     return text;
 }
 
-inline std::string narrow(const std::wstring& text)
+inline std::string narrow(const std::wstring &text)
 {
     std::string utf8(text.size() * 3, '\0');
-    utf8.resize(static_cast<size_t>(WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), &utf8[0],
-                                                        static_cast<int>(utf8.size()), nullptr, nullptr)));
+    utf8.resize(static_cast<size_t>(WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()),
+                                                        &utf8[0], static_cast<int>(utf8.size()), nullptr, nullptr)));
     return utf8;
 }
 

@@ -8,7 +8,7 @@
 namespace sorvane {
 namespace test {
 
-inline kel::String locatorOf(const kel::String& devicePath)
+inline kel::String locatorOf(const kel::String &devicePath)
 {
     DeviceIdParser::PathIdentity identity;
     DeviceIdParser::readDevicePath(devicePath.toUpper(), identity);

@@ -6,7 +6,7 @@ namespace test {
 LogCapture::LogCapture() : m_previousPriority(kel::LogFactory::getPriority())
 {
     kel::LogFactory::setPriority(kel::LOG_DETAIL);
-    kel::LogFactory::setSink([this](const kel::String& category, int priority, const kel::String& message) {
+    kel::LogFactory::setSink([this](const kel::String &category, int priority, const kel::String &message) {
         std::lock_guard<std::mutex> guard(m_lock);
         m_lines.push_back(Line{category, priority, message});
     });
@@ -24,16 +24,20 @@ std::vector<LogCapture::Line> LogCapture::lines() const
     return m_lines;
 }
 
-std::vector<LogCapture::Line> LogCapture::find(const kel::String& text) const
+std::vector<LogCapture::Line> LogCapture::find(const kel::String &text) const
 {
     std::vector<Line> found;
-    for (const Line& line : lines()) {
-        if (line.message.contains(text)) found.push_back(line);
+    for (const Line &line : lines()) {
+        if (line.message.contains(text))
+            found.push_back(line);
     }
     return found;
 }
 
-bool LogCapture::contains(const kel::String& text) const { return !find(text).empty(); }
+bool LogCapture::contains(const kel::String &text) const
+{
+    return !find(text).empty();
+}
 
 } // namespace test
 } // namespace sorvane

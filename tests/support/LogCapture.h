@@ -18,13 +18,13 @@ public:
 
     LogCapture();
     ~LogCapture();
-    LogCapture(const LogCapture&) = delete;
-    LogCapture& operator=(const LogCapture&) = delete;
+    LogCapture(const LogCapture &) = delete;
+    LogCapture &operator=(const LogCapture &) = delete;
 
     std::vector<Line> lines() const;
     // Lines whose message contains `text`.
-    std::vector<Line> find(const kel::String& text) const;
-    bool contains(const kel::String& text) const;
+    std::vector<Line> find(const kel::String &text) const;
+    bool contains(const kel::String &text) const;
 
 private:
     mutable std::mutex m_lock;

@@ -11,8 +11,8 @@ class ManualClock {
 public:
     ManualClock() { kel::Clock::useManualClock(true); }
     ~ManualClock() { kel::Clock::useManualClock(false); }
-    ManualClock(const ManualClock&) = delete;
-    ManualClock& operator=(const ManualClock&) = delete;
+    ManualClock(const ManualClock &) = delete;
+    ManualClock &operator=(const ManualClock &) = delete;
 
     std::vector<uint32_t> sleeps() const
     {

@@ -11,7 +11,7 @@ CaptureException outcomeOf(Operation operation)
 {
     try {
         operation();
-    } catch (const CaptureException& e) {
+    } catch (const CaptureException &e) {
         return e;
     }
     return CaptureException(ruvo::TestResult::PASS(), 0, nullptr, nullptr);

@@ -23,14 +23,16 @@ ProgramCopies::ProgramCopies()
 
 ProgramCopies::~ProgramCopies()
 {
-    for (const std::wstring& copy : m_copies) DeleteFileW(copy.c_str());
+    for (const std::wstring &copy : m_copies)
+        DeleteFileW(copy.c_str());
     RemoveDirectoryW(m_folder.c_str());
 }
 
-std::wstring ProgramCopies::copyAs(const wchar_t* name)
+std::wstring ProgramCopies::copyAs(const wchar_t *name)
 {
     const std::wstring target = m_folder + name;
-    if (!CopyFileW((binFolder() + L"waitforend.exe").c_str(), target.c_str(), FALSE)) return std::wstring();
+    if (!CopyFileW((binFolder() + L"waitforend.exe").c_str(), target.c_str(), FALSE))
+        return std::wstring();
     m_copies.push_back(target);
     return target;
 }

@@ -12,11 +12,11 @@ class ProgramCopies {
 public:
     ProgramCopies();
     ~ProgramCopies();
-    ProgramCopies(const ProgramCopies&) = delete;
-    ProgramCopies& operator=(const ProgramCopies&) = delete;
+    ProgramCopies(const ProgramCopies &) = delete;
+    ProgramCopies &operator=(const ProgramCopies &) = delete;
 
     // The copy's path, or empty when it could not be made.
-    std::wstring copyAs(const wchar_t* name);
+    std::wstring copyAs(const wchar_t *name);
 
 private:
     std::wstring m_folder;

@@ -13,8 +13,8 @@ class RefusedClass {
 public:
     RefusedClass(REFCLSID classId, HRESULT refusal);
     ~RefusedClass();
-    RefusedClass(const RefusedClass&) = delete;
-    RefusedClass& operator=(const RefusedClass&) = delete;
+    RefusedClass(const RefusedClass &) = delete;
+    RefusedClass &operator=(const RefusedClass &) = delete;
 
     bool active() const { return m_cookie != 0; }
     // Instances asked for while it lived.
@@ -26,10 +26,10 @@ private:
         HRESULT refusal = E_FAIL;
         long refusals = 0;
 
-        STDMETHODIMP QueryInterface(REFIID iid, void** out) override;
+        STDMETHODIMP QueryInterface(REFIID iid, void **out) override;
         STDMETHODIMP_(ULONG) AddRef() override { return 2; }
         STDMETHODIMP_(ULONG) Release() override { return 1; }
-        STDMETHODIMP CreateInstance(IUnknown* outer, REFIID iid, void** out) override;
+        STDMETHODIMP CreateInstance(IUnknown *outer, REFIID iid, void **out) override;
         STDMETHODIMP LockServer(BOOL) override { return S_OK; }
     };
 

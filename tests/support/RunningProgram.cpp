@@ -3,7 +3,7 @@
 namespace sorvane {
 namespace test {
 
-RunningProgram::RunningProgram(const std::wstring& path)
+RunningProgram::RunningProgram(const std::wstring &path)
     : m_ready(nullptr), m_end(nullptr), m_process(), m_started(false)
 {
     const std::wstring ready = eventName(L"ready");
@@ -28,7 +28,8 @@ RunningProgram::~RunningProgram()
 
 bool RunningProgram::end()
 {
-    if (!m_process.hProcess) return true;
+    if (!m_process.hProcess)
+        return true;
     SetEvent(m_end);
     const bool ended = WaitForSingleObject(m_process.hProcess, 20000) == WAIT_OBJECT_0;
     CloseHandle(m_process.hThread);
@@ -37,7 +38,7 @@ bool RunningProgram::end()
     return ended;
 }
 
-std::wstring RunningProgram::eventName(const wchar_t* role)
+std::wstring RunningProgram::eventName(const wchar_t *role)
 {
     static int counter = 0;
     return L"sorvane-process-check-" + std::to_wstring(GetCurrentProcessId()) + L"-" + std::to_wstring(++counter) +

@@ -16,25 +16,29 @@ SampleGrabberFault::SampleGrabberFault(FaultySampleGrabber::Method refused, HRES
 
 SampleGrabberFault::~SampleGrabberFault()
 {
-    if (m_cookie) CoRevokeClassObject(m_cookie);
+    if (m_cookie)
+        CoRevokeClassObject(m_cookie);
 }
 
-STDMETHODIMP SampleGrabberFault::Factory::QueryInterface(REFIID iid, void** out)
+STDMETHODIMP SampleGrabberFault::Factory::QueryInterface(REFIID iid, void **out)
 {
-    if (!out) return E_POINTER;
+    if (!out)
+        return E_POINTER;
     if (IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, IID_IClassFactory)) {
-        *out = static_cast<IClassFactory*>(this);
+        *out = static_cast<IClassFactory *>(this);
         return S_OK;
     }
     *out = nullptr;
     return E_NOINTERFACE;
 }
 
-STDMETHODIMP SampleGrabberFault::Factory::CreateInstance(IUnknown* outer, REFIID iid, void** out)
+STDMETHODIMP SampleGrabberFault::Factory::CreateInstance(IUnknown *outer, REFIID iid, void **out)
 {
-    if (outer) return CLASS_E_NOAGGREGATION;
+    if (outer)
+        return CLASS_E_NOAGGREGATION;
     const HRESULT hr = FaultySampleGrabber::create(refused, refusal, iid, out);
-    if (SUCCEEDED(hr)) ++made;
+    if (SUCCEEDED(hr))
+        ++made;
     return hr;
 }
 

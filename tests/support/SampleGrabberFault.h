@@ -12,8 +12,8 @@ class SampleGrabberFault {
 public:
     SampleGrabberFault(FaultySampleGrabber::Method refused, HRESULT refusal);
     ~SampleGrabberFault();
-    SampleGrabberFault(const SampleGrabberFault&) = delete;
-    SampleGrabberFault& operator=(const SampleGrabberFault&) = delete;
+    SampleGrabberFault(const SampleGrabberFault &) = delete;
+    SampleGrabberFault &operator=(const SampleGrabberFault &) = delete;
 
     bool active() const { return m_cookie != 0; }
     long grabbersMade() const { return m_factory.made; }
@@ -25,10 +25,10 @@ private:
         HRESULT refusal = E_FAIL;
         long made = 0;
 
-        STDMETHODIMP QueryInterface(REFIID iid, void** out) override;
+        STDMETHODIMP QueryInterface(REFIID iid, void **out) override;
         STDMETHODIMP_(ULONG) AddRef() override { return 2; }
         STDMETHODIMP_(ULONG) Release() override { return 1; }
-        STDMETHODIMP CreateInstance(IUnknown* outer, REFIID iid, void** out) override;
+        STDMETHODIMP CreateInstance(IUnknown *outer, REFIID iid, void **out) override;
         STDMETHODIMP LockServer(BOOL) override { return S_OK; }
     };
 

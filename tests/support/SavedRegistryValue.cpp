@@ -5,7 +5,7 @@
 namespace sorvane {
 namespace test {
 
-SavedRegistryValue::SavedRegistryValue(const wchar_t* key, const wchar_t* name)
+SavedRegistryValue::SavedRegistryValue(const wchar_t *key, const wchar_t *name)
     : m_key(key), m_name(name), m_present(false)
 {
     m_present = read(m_value);
@@ -13,19 +13,24 @@ SavedRegistryValue::SavedRegistryValue(const wchar_t* key, const wchar_t* name)
 
 SavedRegistryValue::~SavedRegistryValue()
 {
-    if (m_present) set(m_value);
-    else remove();
+    if (m_present)
+        set(m_value);
+    else
+        remove();
 }
 
-void SavedRegistryValue::set(const std::wstring& value) const
+void SavedRegistryValue::set(const std::wstring &value) const
 {
     RegSetKeyValueW(HKEY_LOCAL_MACHINE, m_key, m_name, REG_SZ, value.c_str(),
                     static_cast<DWORD>((value.size() + 1) * sizeof(wchar_t)));
 }
 
-void SavedRegistryValue::remove() const { RegDeleteKeyValueW(HKEY_LOCAL_MACHINE, m_key, m_name); }
+void SavedRegistryValue::remove() const
+{
+    RegDeleteKeyValueW(HKEY_LOCAL_MACHINE, m_key, m_name);
+}
 
-bool SavedRegistryValue::read(std::wstring& value) const
+bool SavedRegistryValue::read(std::wstring &value) const
 {
     wchar_t buffer[1024] = {};
     DWORD size = sizeof buffer;

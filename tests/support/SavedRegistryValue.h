@@ -10,19 +10,19 @@ namespace test {
 
 class SavedRegistryValue {
 public:
-    SavedRegistryValue(const wchar_t* key, const wchar_t* name);
+    SavedRegistryValue(const wchar_t *key, const wchar_t *name);
     ~SavedRegistryValue();
-    SavedRegistryValue(const SavedRegistryValue&) = delete;
-    SavedRegistryValue& operator=(const SavedRegistryValue&) = delete;
+    SavedRegistryValue(const SavedRegistryValue &) = delete;
+    SavedRegistryValue &operator=(const SavedRegistryValue &) = delete;
 
-    void set(const std::wstring& value) const;
+    void set(const std::wstring &value) const;
     void remove() const;
 
 private:
-    bool read(std::wstring& value) const;
+    bool read(std::wstring &value) const;
 
-    const wchar_t* m_key;
-    const wchar_t* m_name;
+    const wchar_t *m_key;
+    const wchar_t *m_name;
     std::wstring m_value;
     bool m_present;
 };

@@ -21,16 +21,16 @@ public:
         std::wstring description; // "Description"; none when empty
     };
 
-    explicit ScopedMonikers(const GUID& category);
+    explicit ScopedMonikers(const GUID &category);
     ~ScopedMonikers();
-    ScopedMonikers(const ScopedMonikers&) = delete;
-    ScopedMonikers& operator=(const ScopedMonikers&) = delete;
+    ScopedMonikers(const ScopedMonikers &) = delete;
+    ScopedMonikers &operator=(const ScopedMonikers &) = delete;
 
     // False when the registry refused the key.
-    bool add(const Moniker& moniker);
+    bool add(const Moniker &moniker);
 
 private:
-    std::wstring instanceKey(const std::wstring& name) const;
+    std::wstring instanceKey(const std::wstring &name) const;
 
     std::wstring m_category;
     std::vector<std::wstring> m_added;

@@ -12,8 +12,8 @@ class SharedConsole {
 public:
     SharedConsole();
     ~SharedConsole();
-    SharedConsole(const SharedConsole&) = delete;
-    SharedConsole& operator=(const SharedConsole&) = delete;
+    SharedConsole(const SharedConsole &) = delete;
+    SharedConsole &operator=(const SharedConsole &) = delete;
 
     bool ready() const { return m_ready; }
     // Call after the program has started: it would inherit the ignoring.

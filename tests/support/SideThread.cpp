@@ -5,7 +5,7 @@
 namespace sorvane {
 namespace test {
 
-SideThread::SideThread(const std::function<void(SideThread&)>& work) : m_thread([this, work] { work(*this); }) {}
+SideThread::SideThread(const std::function<void(SideThread &)> &work) : m_thread([this, work] { work(*this); }) {}
 
 SideThread::~SideThread()
 {
@@ -13,10 +13,11 @@ SideThread::~SideThread()
     m_thread.join();
 }
 
-bool SideThread::waitUntil(const std::function<bool()>& condition)
+bool SideThread::waitUntil(const std::function<bool()> &condition)
 {
     while (!m_over) {
-        if (condition()) return true;
+        if (condition())
+            return true;
         Sleep(1);
     }
     return false;

@@ -11,13 +11,13 @@ namespace test {
 // closing a window ...); `work` waits through waitUntil, which gives up when the test is over.
 class SideThread {
 public:
-    explicit SideThread(const std::function<void(SideThread&)>& work);
+    explicit SideThread(const std::function<void(SideThread &)> &work);
     ~SideThread();
-    SideThread(const SideThread&) = delete;
-    SideThread& operator=(const SideThread&) = delete;
+    SideThread(const SideThread &) = delete;
+    SideThread &operator=(const SideThread &) = delete;
 
     // Polls `condition` until it holds (true) or the side thread is being ended (false).
-    bool waitUntil(const std::function<bool()>& condition);
+    bool waitUntil(const std::function<bool()> &condition);
 
 private:
     std::atomic<bool> m_over{false};

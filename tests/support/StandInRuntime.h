@@ -15,15 +15,15 @@ class StandInRuntime {
 public:
     StandInRuntime();
     ~StandInRuntime();
-    StandInRuntime(const StandInRuntime&) = delete;
-    StandInRuntime& operator=(const StandInRuntime&) = delete;
+    StandInRuntime(const StandInRuntime &) = delete;
+    StandInRuntime &operator=(const StandInRuntime &) = delete;
 
     // Replaces the runtime's description ([realsense-...] sections, as in lab/lab.conf).
-    void describe(const std::string& text);
+    void describe(const std::string &text);
     // The runtime's journal entries so far; empty when it was never called.
     std::vector<std::string> journal() const;
     void clearJournal();
-    const std::wstring& folder() const { return m_folder.path(); }
+    const std::wstring &folder() const { return m_folder.path(); }
 
 private:
     ScratchFolder m_folder;

@@ -7,7 +7,7 @@
 #endif
 #include <cstdio>
 
-int main(int argc, char** argv)
+int main(int argc, char **argv)
 {
     setvbuf(stdout, nullptr, _IONBF, 0);
 #ifdef SORVANE_FILL_WINE_SETUPAPI

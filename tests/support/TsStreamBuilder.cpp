@@ -12,7 +12,7 @@ const int kPayloadSize = TsStreamBuilder::kPacketSize - kHeaderSize;
 const uint8_t kCaTag = 0x09;
 const uint8_t kPrivateTag = 0x80;
 
-void put16(Bytes& out, unsigned value)
+void put16(Bytes &out, unsigned value)
 {
     out.push_back(static_cast<uint8_t>(value >> 8));
     out.push_back(static_cast<uint8_t>(value));
@@ -26,7 +26,7 @@ Bytes caDescriptor()
 } // namespace
 
 Bytes TsStreamBuilder::section(uint8_t tableId, uint16_t extension, int version, bool current, int number, int last,
-                               const Bytes& body)
+                               const Bytes &body)
 {
     Bytes out;
     out.push_back(tableId);
@@ -43,17 +43,17 @@ Bytes TsStreamBuilder::section(uint8_t tableId, uint16_t extension, int version,
     return out;
 }
 
-Bytes TsStreamBuilder::pat(const std::vector<TsProgram>& programs, int version, bool current, int number, int last)
+Bytes TsStreamBuilder::pat(const std::vector<TsProgram> &programs, int version, bool current, int number, int last)
 {
     Bytes body;
-    for (const TsProgram& program : programs) {
+    for (const TsProgram &program : programs) {
         put16(body, program.number);
         put16(body, 0xE000 | program.pmtPid);
     }
     return section(0x00, 1, version, current, number, last, body);
 }
 
-Bytes TsStreamBuilder::pmt(uint16_t program, const std::vector<TsElementaryStream>& streams, bool programCa,
+Bytes TsStreamBuilder::pmt(uint16_t program, const std::vector<TsElementaryStream> &streams, bool programCa,
                            int version, int descriptorPadding)
 {
     Bytes info;
@@ -72,7 +72,7 @@ Bytes TsStreamBuilder::pmt(uint16_t program, const std::vector<TsElementaryStrea
     put16(body, 0xE000 | (streams.empty() ? 0x1FFF : streams.front().pid));
     put16(body, 0xF000 | static_cast<unsigned>(info.size()));
     body.insert(body.end(), info.begin(), info.end());
-    for (const TsElementaryStream& stream : streams) {
+    for (const TsElementaryStream &stream : streams) {
         body.push_back(stream.streamType);
         put16(body, 0xE000 | stream.pid);
         const Bytes esInfo = stream.conditionalAccess ? caDescriptor() : Bytes();
@@ -82,7 +82,7 @@ Bytes TsStreamBuilder::pmt(uint16_t program, const std::vector<TsElementaryStrea
     return section(0x02, program, version, true, 0, 0, body);
 }
 
-Bytes TsStreamBuilder::packet(uint16_t pid, bool unitStart, int continuity, const Bytes& payload, bool error,
+Bytes TsStreamBuilder::packet(uint16_t pid, bool unitStart, int continuity, const Bytes &payload, bool error,
                               int scrambling)
 {
     Bytes out;
@@ -97,13 +97,13 @@ Bytes TsStreamBuilder::packet(uint16_t pid, bool unitStart, int continuity, cons
 
 int TsStreamBuilder::nextContinuity(uint16_t pid)
 {
-    int& counter = m_continuity[pid];
+    int &counter = m_continuity[pid];
     const int value = counter;
     counter = (counter + 1) & 0x0F;
     return value;
 }
 
-TsStreamBuilder& TsStreamBuilder::addSection(uint16_t pid, const Bytes& sectionBytes)
+TsStreamBuilder &TsStreamBuilder::addSection(uint16_t pid, const Bytes &sectionBytes)
 {
     Bytes rest(1, 0x00);
     rest.insert(rest.end(), sectionBytes.begin(), sectionBytes.end());
@@ -118,12 +118,12 @@ TsStreamBuilder& TsStreamBuilder::addSection(uint16_t pid, const Bytes& sectionB
     return *this;
 }
 
-TsStreamBuilder& TsStreamBuilder::addPayload(uint16_t pid, bool scrambled)
+TsStreamBuilder &TsStreamBuilder::addPayload(uint16_t pid, bool scrambled)
 {
     return addPacket(packet(pid, false, nextContinuity(pid), Bytes(kPayloadSize, 0x11), false, scrambled ? 2 : 0));
 }
 
-TsStreamBuilder& TsStreamBuilder::addPacket(const Bytes& packetBytes)
+TsStreamBuilder &TsStreamBuilder::addPacket(const Bytes &packetBytes)
 {
     m_bytes.insert(m_bytes.end(), packetBytes.begin(), packetBytes.end());
     return *this;

@@ -9,7 +9,7 @@ thread_local ATOM t_refusedAtom = 0;
 thread_local std::wstring t_refusedName;
 } // namespace
 
-WindowCreationRefusal::WindowCreationRefusal(const wchar_t* windowClass) : m_hook(nullptr)
+WindowCreationRefusal::WindowCreationRefusal(const wchar_t *windowClass) : m_hook(nullptr)
 {
     if (IS_INTRESOURCE(windowClass)) {
         t_refusedAtom = LOWORD(reinterpret_cast<ULONG_PTR>(windowClass));
@@ -23,21 +23,24 @@ WindowCreationRefusal::WindowCreationRefusal(const wchar_t* windowClass) : m_hoo
 
 WindowCreationRefusal::~WindowCreationRefusal()
 {
-    if (m_hook) UnhookWindowsHookEx(m_hook);
+    if (m_hook)
+        UnhookWindowsHookEx(m_hook);
     t_refusedAtom = 0;
     t_refusedName.clear();
 }
 
-bool WindowCreationRefusal::refused(const wchar_t* windowClass)
+bool WindowCreationRefusal::refused(const wchar_t *windowClass)
 {
-    if (IS_INTRESOURCE(windowClass)) return t_refusedAtom != 0 && LOWORD(reinterpret_cast<ULONG_PTR>(windowClass)) == t_refusedAtom;
+    if (IS_INTRESOURCE(windowClass))
+        return t_refusedAtom != 0 && LOWORD(reinterpret_cast<ULONG_PTR>(windowClass)) == t_refusedAtom;
     return !t_refusedName.empty() && lstrcmpiW(windowClass, t_refusedName.c_str()) == 0;
 }
 
 LRESULT CALLBACK WindowCreationRefusal::filter(int code, WPARAM wParam, LPARAM lParam)
 {
     // A non-zero answer to HCBT_CREATEWND makes the creation fail.
-    if (code == HCBT_CREATEWND && refused(reinterpret_cast<CBT_CREATEWNDW*>(lParam)->lpcs->lpszClass)) return 1;
+    if (code == HCBT_CREATEWND && refused(reinterpret_cast<CBT_CREATEWNDW *>(lParam)->lpcs->lpszClass))
+        return 1;
     return CallNextHookEx(nullptr, code, wParam, lParam);
 }
 

@@ -11,16 +11,16 @@ namespace test {
 class WindowCreationRefusal {
 public:
     // The class by name, or by atom (MAKEINTATOM, e.g. WC_DIALOG for dialog boxes).
-    explicit WindowCreationRefusal(const wchar_t* windowClass);
+    explicit WindowCreationRefusal(const wchar_t *windowClass);
     ~WindowCreationRefusal();
-    WindowCreationRefusal(const WindowCreationRefusal&) = delete;
-    WindowCreationRefusal& operator=(const WindowCreationRefusal&) = delete;
+    WindowCreationRefusal(const WindowCreationRefusal &) = delete;
+    WindowCreationRefusal &operator=(const WindowCreationRefusal &) = delete;
 
     bool active() const { return m_hook != nullptr; }
 
 private:
     static LRESULT CALLBACK filter(int code, WPARAM wParam, LPARAM lParam);
-    static bool refused(const wchar_t* windowClass);
+    static bool refused(const wchar_t *windowClass);
 
     HHOOK m_hook;
 };

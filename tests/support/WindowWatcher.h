@@ -16,10 +16,10 @@ class WindowWatcher {
 public:
     typedef std::function<void(HWND)> Action;
 
-    WindowWatcher(const std::wstring& className, const std::wstring& caption, Action action = Action());
+    WindowWatcher(const std::wstring &className, const std::wstring &caption, Action action = Action());
     ~WindowWatcher();
-    WindowWatcher(const WindowWatcher&) = delete;
-    WindowWatcher& operator=(const WindowWatcher&) = delete;
+    WindowWatcher(const WindowWatcher &) = delete;
+    WindowWatcher &operator=(const WindowWatcher &) = delete;
 
     bool seen() const { return m_seen; }
     bool seenVisible() const { return m_seenVisible; }
@@ -30,8 +30,8 @@ public:
     static void press(HWND dialog, int id);
     // Top-level windows of the class that belong to this process. Test programs run side
     // by side on one desktop, so a plain FindWindow may see another program's window.
-    static int countInThisProcess(const std::wstring& className);
-    static std::vector<HWND> findInThisProcess(const std::wstring& className);
+    static int countInThisProcess(const std::wstring &className);
+    static std::vector<HWND> findInThisProcess(const std::wstring &className);
 
 private:
     void watch();

@@ -12,12 +12,12 @@
 namespace sorvane {
 namespace diag {
 
-bool CaptureClasses::isTuner(const ruvo::DiagDevice& device)
+bool CaptureClasses::isTuner(const ruvo::DiagDevice &device)
 {
     return device.deviceCapabilities().isCapable(ruvo::DeviceCapability::AnalogTVTuner());
 }
 
-CapturedFrames CaptureClasses::captureFrames(const ruvo::DiagDevice& device, const std::wstring& title,
+CapturedFrames CaptureClasses::captureFrames(const ruvo::DiagDevice &device, const std::wstring &title,
                                              unsigned captureDelay, unsigned count)
 {
     Webcam camera(device, kel::String(title), captureDelay);
@@ -32,25 +32,29 @@ CapturedFrames CaptureClasses::captureFrames(const ruvo::DiagDevice& device, con
     return frames;
 }
 
-void CaptureClasses::captureToScreen(const ruvo::DiagDevice& device, const std::wstring& title, unsigned captureDelay)
+void CaptureClasses::captureToScreen(const ruvo::DiagDevice &device, const std::wstring &title, unsigned captureDelay)
 {
-    if (isTuner(device)) AnalogTuner(device, kel::String(title)).captureToScreen();
-    else Webcam(device, kel::String(title), captureDelay).captureToScreen();
+    if (isTuner(device))
+        AnalogTuner(device, kel::String(title)).captureToScreen();
+    else
+        Webcam(device, kel::String(title), captureDelay).captureToScreen();
 }
 
-void CaptureClasses::captureToFile(const ruvo::DiagDevice& device, const std::wstring& title, unsigned captureDelay,
-                                   const std::wstring& fileName)
+void CaptureClasses::captureToFile(const ruvo::DiagDevice &device, const std::wstring &title, unsigned captureDelay,
+                                   const std::wstring &fileName)
 {
-    if (isTuner(device)) AnalogTuner(device, kel::String(title)).captureToFile(kel::String(fileName));
-    else Webcam(device, kel::String(title), captureDelay).captureToFile(kel::String(fileName));
+    if (isTuner(device))
+        AnalogTuner(device, kel::String(title)).captureToFile(kel::String(fileName));
+    else
+        Webcam(device, kel::String(title), captureDelay).captureToFile(kel::String(fileName));
 }
 
-void CaptureClasses::checkTVSignal(const ruvo::DiagDevice& device, const std::wstring& title)
+void CaptureClasses::checkTVSignal(const ruvo::DiagDevice &device, const std::wstring &title)
 {
     AnalogTuner(device, kel::String(title)).checkTVSignal();
 }
 
-void CaptureClasses::checkFMRadioSignal(const ruvo::DiagDevice& device, const std::wstring& title)
+void CaptureClasses::checkFMRadioSignal(const ruvo::DiagDevice &device, const std::wstring &title)
 {
     AnalogTuner(device, kel::String(title)).checkFMRadioSignal();
 }
@@ -58,7 +62,7 @@ void CaptureClasses::checkFMRadioSignal(const ruvo::DiagDevice& device, const st
 namespace {
 
 template <class Tuner>
-CaptureClasses::StreamReport scanWith(const ruvo::DiagDevice& device, const std::wstring& title)
+CaptureClasses::StreamReport scanWith(const ruvo::DiagDevice &device, const std::wstring &title)
 {
     Tuner tuner(device, kel::String(title));
     tuner.checkTVSignal();
@@ -70,19 +74,23 @@ CaptureClasses::StreamReport scanWith(const ruvo::DiagDevice& device, const std:
 
 } // namespace
 
-CaptureClasses::StreamReport CaptureClasses::checkDigitalTVSignal(DigitalKind kind, const ruvo::DiagDevice& device,
-                                                                  const std::wstring& title)
+CaptureClasses::StreamReport CaptureClasses::checkDigitalTVSignal(DigitalKind kind, const ruvo::DiagDevice &device,
+                                                                  const std::wstring &title)
 {
     switch (kind) {
-    case DigitalKind::ATSC: return scanWith<ATSCTuner>(device, title);
-    case DigitalKind::CLEARQAM: return scanWith<ClearQAMTuner>(device, title);
-    case DigitalKind::DVBT: return scanWith<DVBTuner>(device, title);
-    case DigitalKind::OCUR: break;
+    case DigitalKind::ATSC:
+        return scanWith<ATSCTuner>(device, title);
+    case DigitalKind::CLEARQAM:
+        return scanWith<ClearQAMTuner>(device, title);
+    case DigitalKind::DVBT:
+        return scanWith<DVBTuner>(device, title);
+    case DigitalKind::OCUR:
+        break;
     }
     return scanWith<OcurTuner>(device, title);
 }
 
-std::wstring CaptureClasses::recordingPath(const std::wstring& fileName)
+std::wstring CaptureClasses::recordingPath(const std::wstring &fileName)
 {
     return kel::FileSystem::tempDirectory().wstr() + fileName + L".avi";
 }

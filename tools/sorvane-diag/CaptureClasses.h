@@ -16,16 +16,16 @@ namespace diag {
 class CaptureClasses {
 public:
     // Tuners are captured by AnalogTuner, every other device by Webcam.
-    static bool isTuner(const ruvo::DiagDevice& device);
+    static bool isTuner(const ruvo::DiagDevice &device);
 
-    static CapturedFrames captureFrames(const ruvo::DiagDevice& device, const std::wstring& title,
+    static CapturedFrames captureFrames(const ruvo::DiagDevice &device, const std::wstring &title,
                                         unsigned captureDelay, unsigned count);
     // A tuner shows its TV picture; any other device is previewed as a webcam.
-    static void captureToScreen(const ruvo::DiagDevice& device, const std::wstring& title, unsigned captureDelay);
-    static void captureToFile(const ruvo::DiagDevice& device, const std::wstring& title, unsigned captureDelay,
-                              const std::wstring& fileName);
-    static void checkTVSignal(const ruvo::DiagDevice& device, const std::wstring& title);
-    static void checkFMRadioSignal(const ruvo::DiagDevice& device, const std::wstring& title);
+    static void captureToScreen(const ruvo::DiagDevice &device, const std::wstring &title, unsigned captureDelay);
+    static void captureToFile(const ruvo::DiagDevice &device, const std::wstring &title, unsigned captureDelay,
+                              const std::wstring &fileName);
+    static void checkTVSignal(const ruvo::DiagDevice &device, const std::wstring &title);
+    static void checkFMRadioSignal(const ruvo::DiagDevice &device, const std::wstring &title);
 
     // The digital tuners, in the order of the host's commands.
     enum class DigitalKind { ATSC, CLEARQAM, DVBT, OCUR };
@@ -34,10 +34,11 @@ public:
         StreamHealth health;
         int quality = 0;
     };
-    static StreamReport checkDigitalTVSignal(DigitalKind kind, const ruvo::DiagDevice& device, const std::wstring& title);
+    static StreamReport checkDigitalTVSignal(DigitalKind kind, const ruvo::DiagDevice &device,
+                                             const std::wstring &title);
 
     // Where captureToFile leaves its recording: "<temp>\<fileName>.avi".
-    static std::wstring recordingPath(const std::wstring& fileName);
+    static std::wstring recordingPath(const std::wstring &fileName);
 };
 
 } // namespace diag

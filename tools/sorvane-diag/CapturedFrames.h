@@ -18,16 +18,20 @@ struct CapturedFrames {
     static Layout layoutOf(int format, bool isJpeg)
     {
         switch (format) {
-        case 1: return isJpeg ? JPEG : BGR24;
-        case 2: return YUY2;
-        case 3: return UYVY;
-        default: return UNKNOWN;
+        case 1:
+            return isJpeg ? JPEG : BGR24;
+        case 2:
+            return YUY2;
+        case 3:
+            return UYVY;
+        default:
+            return UNKNOWN;
         }
     }
 
-    static const wchar_t* layoutName(Layout layout)
+    static const wchar_t *layoutName(Layout layout)
     {
-        static const wchar_t* const kNames[] = {L"unknown", L"RGB24", L"YUY2", L"UYVY", L"MJPG"};
+        static const wchar_t *const kNames[] = {L"unknown", L"RGB24", L"YUY2", L"UYVY", L"MJPG"};
         return kNames[layout];
     }
 
@@ -36,7 +40,7 @@ struct CapturedFrames {
     Layout layout;
     // RGB24 rows stored bottom-up, as a positive biHeight says.
     bool bottomUp;
-    std::vector<boost::shared_ptr<unsigned char> > buffers;
+    std::vector<boost::shared_ptr<unsigned char>> buffers;
 };
 
 } // namespace diag

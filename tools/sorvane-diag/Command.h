@@ -24,7 +24,7 @@ public:
     virtual std::vector<std::wstring> ownOptions() const { return std::vector<std::wstring>(); }
     virtual bool takesDevice() const { return true; }
 
-    virtual ruvo::TestResult run(CommandContext& context) = 0;
+    virtual ruvo::TestResult run(CommandContext &context) = 0;
 };
 
 } // namespace diag

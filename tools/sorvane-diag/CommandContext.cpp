@@ -16,33 +16,35 @@
 namespace sorvane {
 namespace diag {
 
-CommandContext::CommandContext(const HostOptions& options, Terminal& terminal, RunReport& report)
+CommandContext::CommandContext(const HostOptions &options, Terminal &terminal, RunReport &report)
     : m_options(options), m_terminal(terminal), m_report(report), m_enumerated(false)
 {
 }
 
-const std::vector<ruvo::DiagDevice>& CommandContext::devices()
+const std::vector<ruvo::DiagDevice> &CommandContext::devices()
 {
     if (!m_enumerated) {
         RunReport::Phase timing(m_report, L"enumeration");
         CaptureDevice::enumerateDevices(m_captureDevices);
-        for (const CaptureDevice& device : m_captureDevices) m_devices.push_back(DeviceRecords::recordFor(device));
+        for (const CaptureDevice &device : m_captureDevices)
+            m_devices.push_back(DeviceRecords::recordFor(device));
         m_enumerated = true;
     }
     return m_devices;
 }
 
-const kel::Array<CaptureDevice>& CommandContext::captureDevices()
+const kel::Array<CaptureDevice> &CommandContext::captureDevices()
 {
     devices();
     return m_captureDevices;
 }
 
-bool CommandContext::chooseDevice(const ruvo::DeviceCapability& fitting, const std::wstring& kind,
-                                  ruvo::DiagDevice& chosen)
+bool CommandContext::chooseDevice(const ruvo::DeviceCapability &fitting, const std::wstring &kind,
+                                  ruvo::DiagDevice &chosen)
 {
     const DeviceChooser::Choice choice = DeviceChooser::choose(devices(), m_options.device, fitting, kind);
-    if (choice.ambiguous) throw UsageError(choice.problem);
+    if (choice.ambiguous)
+        throw UsageError(choice.problem);
     if (choice.index < 0) {
         say(choice.problem);
         return false;
@@ -54,12 +56,12 @@ bool CommandContext::chooseDevice(const ruvo::DeviceCapability& fitting, const s
     return true;
 }
 
-ruvo::TestResult CommandContext::chooseCaptureDevice(ruvo::DiagDevice& chosen)
+ruvo::TestResult CommandContext::chooseCaptureDevice(ruvo::DiagDevice &chosen)
 {
     // Without --device a person most likely means a webcam, not a capture card's black
     // picture; any video capture device when there is no webcam.
     bool webcam = false;
-    for (const ruvo::DiagDevice& device : devices())
+    for (const ruvo::DiagDevice &device : devices())
         webcam = webcam || device.deviceCapabilities().isCapable(ruvo::DeviceCapability::Webcam());
     const bool preferWebcam = m_options.device.empty() && webcam;
     if (!chooseDevice(preferWebcam ? ruvo::DeviceCapability::Webcam() : ruvo::DeviceCapability::VideoCapture(),
@@ -69,20 +71,21 @@ ruvo::TestResult CommandContext::chooseCaptureDevice(ruvo::DiagDevice& chosen)
     return ruvo::TestResult::PASS();
 }
 
-bool CommandContext::canCapture(const ruvo::DiagDevice& device)
+bool CommandContext::canCapture(const ruvo::DiagDevice &device)
 {
-    if (device.deviceCapabilities().isCapable(ruvo::DeviceCapability::VideoCapture())) return true;
+    if (device.deviceCapabilities().isCapable(ruvo::DeviceCapability::VideoCapture()))
+        return true;
     say(device.name().wstr() + L" is listed, but Windows could not open it as a video capture device: it may "
                                L"have been unplugged (`sorvane-diag list --verbose` shows its record).");
     return false;
 }
 
-std::wstring CommandContext::windowTitle(const ruvo::DiagDevice& device)
+std::wstring CommandContext::windowTitle(const ruvo::DiagDevice &device)
 {
     return L"sorvane-diag: " + device.name().wstr();
 }
 
-ruvo::TestResult CommandContext::runTest(const std::wstring& phase, const std::function<void()>& test)
+ruvo::TestResult CommandContext::runTest(const std::wstring &phase, const std::function<void()> &test)
 {
     RunReport::Phase timing(m_report, phase);
     const size_t eventsBefore = m_report.eventCount();
@@ -91,7 +94,7 @@ ruvo::TestResult CommandContext::runTest(const std::wstring& phase, const std::f
         test();
         m_terminal.finishProgress();
         return ruvo::TestResult::PASS();
-    } catch (const CaptureException& failure) {
+    } catch (const CaptureException &failure) {
         // A range scanned to its end without a signal is finished: its bar ends full, although
         // the library's last report is that of the last channel's start.
         if (failure.getResult() == ruvo::TestResult::NOSIGNAL()) {
@@ -108,16 +111,18 @@ ruvo::TestResult CommandContext::runTest(const std::wstring& phase, const std::f
                                                  static_cast<long>(failure.getErrorCode()),
                                                  LibraryErrors::since(errorsBefore)};
         const std::wstring explanation = FailureExplanation::of(facts);
-        if (!explanation.empty()) say(explanation);
+        if (!explanation.empty())
+            say(explanation);
         return failure.getResult();
     }
 }
 
-void CommandContext::defaultParameter(const std::wstring& key, const std::wstring& value)
+void CommandContext::defaultParameter(const std::wstring &key, const std::wstring &value)
 {
-    ruvo::Parameter* parameter = ruvo::DiagModule::findParameter(kel::String(key));
+    ruvo::Parameter *parameter = ruvo::DiagModule::findParameter(kel::String(key));
     ruvo::Value typed;
-    if (!parameter || parameter->isset() || !ruvo::Value::parse(parameter->type(), kel::String(value), typed)) return;
+    if (!parameter || parameter->isset() || !ruvo::Value::parse(parameter->type(), kel::String(value), typed))
+        return;
     parameter->set(typed);
     m_report.addParameter(key, value);
     m_terminal.line(key + L" is not set: using " + value + L".");
@@ -128,7 +133,7 @@ unsigned CommandContext::captureDelay()
     return g_captureDelay->isset() ? g_captureDelay->value().valueUint32() : 0;
 }
 
-void CommandContext::say(const std::wstring& message)
+void CommandContext::say(const std::wstring &message)
 {
     m_report.addMessage(message);
     m_terminal.line(message);

@@ -21,44 +21,44 @@ class Terminal;
 
 class CommandContext {
 public:
-    CommandContext(const HostOptions& options, Terminal& terminal, RunReport& report);
+    CommandContext(const HostOptions &options, Terminal &terminal, RunReport &report);
 
-    const HostOptions& options() const { return m_options; }
-    Terminal& terminal() { return m_terminal; }
-    RunReport& report() { return m_report; }
+    const HostOptions &options() const { return m_options; }
+    Terminal &terminal() { return m_terminal; }
+    RunReport &report() { return m_report; }
 
     // The framework's records of the system's capture devices, enumerated by the library on
     // first use; record i is capture device i.
-    const std::vector<ruvo::DiagDevice>& devices();
-    const kel::Array<CaptureDevice>& captureDevices();
+    const std::vector<ruvo::DiagDevice> &devices();
+    const kel::Array<CaptureDevice> &captureDevices();
     // The device given by --device, or the first with `fitting`; `kind` names it for a
     // person ("webcam"). False, with the reason printed and reported, when there is none.
-    bool chooseDevice(const ruvo::DeviceCapability& fitting, const std::wstring& kind, ruvo::DiagDevice& chosen);
+    bool chooseDevice(const ruvo::DeviceCapability &fitting, const std::wstring &kind, ruvo::DiagDevice &chosen);
     // True when the library can capture video from `device`; otherwise false, with the
     // reason said (a listed camera whose filter no longer binds has no capabilities).
-    bool canCapture(const ruvo::DiagDevice& device);
+    bool canCapture(const ruvo::DiagDevice &device);
     // Any video capture device, for preview and recording. PASS when this build of the
     // library has the class that captures it, otherwise the result to end with.
-    ruvo::TestResult chooseCaptureDevice(ruvo::DiagDevice& chosen);
+    ruvo::TestResult chooseCaptureDevice(ruvo::DiagDevice &chosen);
     // The title of the video window and of the library's questions.
-    static std::wstring windowTitle(const ruvo::DiagDevice& device);
+    static std::wstring windowTitle(const ruvo::DiagDevice &device);
 
     // Runs one library operation as a test module does: PASS when it returns; when it
     // throws a CaptureException, its events are posted and its result taken.
-    ruvo::TestResult runTest(const std::wstring& phase, const std::function<void()>& test);
+    ruvo::TestResult runTest(const std::wstring &phase, const std::function<void()> &test);
     // The result of a command whose capture class this build of the library lacks.
     // A sentence from the host, shown and kept in the report.
-    void say(const std::wstring& message);
+    void say(const std::wstring &message);
     // Sets a framework parameter the command needs, when the command line left it unset.
-    void defaultParameter(const std::wstring& key, const std::wstring& value);
+    void defaultParameter(const std::wstring &key, const std::wstring &value);
     // The capture delay a test module passes to a webcam: the "CaptureDelay" parameter, 0
     // when unset.
     static unsigned captureDelay();
 
 private:
-    const HostOptions& m_options;
-    Terminal& m_terminal;
-    RunReport& m_report;
+    const HostOptions &m_options;
+    Terminal &m_terminal;
+    RunReport &m_report;
     bool m_enumerated;
     kel::Array<CaptureDevice> m_captureDevices;
     std::vector<ruvo::DiagDevice> m_devices;

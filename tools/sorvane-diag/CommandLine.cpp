@@ -13,31 +13,50 @@ namespace diag {
 
 namespace {
 
-typedef void (*Apply)(HostOptions& options, const std::wstring& value);
+typedef void (*Apply)(HostOptions &options, const std::wstring &value);
 
 struct OptionSpec {
-    const wchar_t* longName;
-    const wchar_t* shortName;
+    const wchar_t *longName;
+    const wchar_t *shortName;
     bool takesValue;
     Apply apply;
 };
 
 std::wstring lower(std::wstring text)
 {
-    for (wchar_t& c : text) c = static_cast<wchar_t>(towlower(c));
+    for (wchar_t &c : text)
+        c = static_cast<wchar_t>(towlower(c));
     return text;
 }
 
-void applyHelp(HostOptions& options, const std::wstring&) { options.help = true; }
-void applyInteractive(HostOptions& options, const std::wstring&) { options.interactive = true; }
-void applyDevice(HostOptions& options, const std::wstring& value) { options.device = value; }
-void applyJson(HostOptions& options, const std::wstring& value) { options.jsonPath = value; }
-void applyLog(HostOptions& options, const std::wstring& value) { options.logPath = value; }
+void applyHelp(HostOptions &options, const std::wstring &)
+{
+    options.help = true;
+}
+void applyInteractive(HostOptions &options, const std::wstring &)
+{
+    options.interactive = true;
+}
+void applyDevice(HostOptions &options, const std::wstring &value)
+{
+    options.device = value;
+}
+void applyJson(HostOptions &options, const std::wstring &value)
+{
+    options.jsonPath = value;
+}
+void applyLog(HostOptions &options, const std::wstring &value)
+{
+    options.logPath = value;
+}
 // Read back through HostOptions::has("--strict").
-void applyFlag(HostOptions&, const std::wstring&) {}
-void applyOut(HostOptions& options, const std::wstring& value) { options.outputFolder = value; }
+void applyFlag(HostOptions &, const std::wstring &) {}
+void applyOut(HostOptions &options, const std::wstring &value)
+{
+    options.outputFolder = value;
+}
 
-void applySet(HostOptions& options, const std::wstring& value)
+void applySet(HostOptions &options, const std::wstring &value)
 {
     const size_t equals = value.find(L'=');
     if (equals == std::wstring::npos || equals == 0)
@@ -45,17 +64,17 @@ void applySet(HostOptions& options, const std::wstring& value)
     options.settings.push_back(std::make_pair(value.substr(0, equals), value.substr(equals + 1)));
 }
 
-void applyLogLevel(HostOptions& options, const std::wstring& value)
+void applyLogLevel(HostOptions &options, const std::wstring &value)
 {
     static const struct {
-        const wchar_t* name;
+        const wchar_t *name;
         int priority;
     } kLevels[] = {
         {L"detail", kel::LOG_DETAIL}, {L"info", kel::LOG_INFO}, {L"warning", kel::LOG_WARNING},
         {L"error", kel::LOG_ERROR},   {L"off", kel::LOG_OFF},
     };
     const std::wstring wanted = lower(value);
-    for (const auto& level : kLevels) {
+    for (const auto &level : kLevels) {
         if (wanted == level.name) {
             options.logPriority = level.priority;
             return;
@@ -64,9 +83,9 @@ void applyLogLevel(HostOptions& options, const std::wstring& value)
     throw UsageError(L"--log-level takes detail, info, warning, error or off; got \"" + value + L"\".");
 }
 
-void applyFrames(HostOptions& options, const std::wstring& value)
+void applyFrames(HostOptions &options, const std::wstring &value)
 {
-    wchar_t* end = nullptr;
+    wchar_t *end = nullptr;
     const unsigned long frames = value.empty() || !iswdigit(value[0]) ? 0 : wcstoul(value.c_str(), &end, 10);
     if (!end || *end != L'\0' || frames < 1 || frames > CommandLine::kMaxFrames)
         throw UsageError(L"--frames takes a whole number from 1 to " + std::to_wstring(CommandLine::kMaxFrames) +
@@ -74,14 +93,17 @@ void applyFrames(HostOptions& options, const std::wstring& value)
     options.frames = static_cast<unsigned>(frames);
 }
 
-void applyName(HostOptions& options, const std::wstring& value)
+void applyName(HostOptions &options, const std::wstring &value)
 {
     if (value.empty() || value.find_first_of(L"\\/:*?\"<>|") != std::wstring::npos)
         throw UsageError(L"--name takes a file name without a folder or extension; got \"" + value + L"\".");
     options.recordingName = value;
 }
 
-void applyVerbose(HostOptions& options, const std::wstring&) { options.verbose = true; }
+void applyVerbose(HostOptions &options, const std::wstring &)
+{
+    options.verbose = true;
+}
 
 const OptionSpec kOptions[] = {
     {L"--help", L"-h", false, applyHelp},
@@ -98,24 +120,28 @@ const OptionSpec kOptions[] = {
     {L"--verbose", L"-v", false, applyVerbose},
 };
 
-const OptionSpec* findOption(const std::wstring& name)
+const OptionSpec *findOption(const std::wstring &name)
 {
-    for (const OptionSpec& option : kOptions) {
-        if (name == option.longName || (option.shortName && name == option.shortName)) return &option;
+    for (const OptionSpec &option : kOptions) {
+        if (name == option.longName || (option.shortName && name == option.shortName))
+            return &option;
     }
     return nullptr;
 }
 
-bool looksLikeOption(const std::wstring& argument) { return argument.size() > 1 && argument[0] == L'-'; }
+bool looksLikeOption(const std::wstring &argument)
+{
+    return argument.size() > 1 && argument[0] == L'-';
+}
 
 } // namespace
 
-HostOptions CommandLine::parse(const std::vector<std::wstring>& arguments)
+HostOptions CommandLine::parse(const std::vector<std::wstring> &arguments)
 {
     HostOptions options;
     std::vector<std::wstring> words;
     for (size_t i = 0; i < arguments.size(); ++i) {
-        const std::wstring& argument = arguments[i];
+        const std::wstring &argument = arguments[i];
         if (!looksLikeOption(argument)) {
             words.push_back(argument);
             continue;
@@ -123,12 +149,14 @@ HostOptions CommandLine::parse(const std::vector<std::wstring>& arguments)
         // "--json=report.json" is the same as "--json report.json".
         const size_t equals = argument.rfind(L"--", 0) == 0 ? argument.find(L'=') : std::wstring::npos;
         const std::wstring name = argument.substr(0, equals);
-        const OptionSpec* option = findOption(name);
-        if (!option) throw UsageError(L"Unknown option " + name + L".");
+        const OptionSpec *option = findOption(name);
+        if (!option)
+            throw UsageError(L"Unknown option " + name + L".");
 
         std::wstring value;
         if (equals != std::wstring::npos) {
-            if (!option->takesValue) throw UsageError(std::wstring(option->longName) + L" takes no value.");
+            if (!option->takesValue)
+                throw UsageError(std::wstring(option->longName) + L" takes no value.");
             value = argument.substr(equals + 1);
         } else if (option->takesValue) {
             if (i + 1 >= arguments.size())
@@ -144,8 +172,10 @@ HostOptions CommandLine::parse(const std::vector<std::wstring>& arguments)
         options.help = true;
         words.erase(words.begin());
     }
-    if (words.size() > 1) throw UsageError(L"Unexpected argument \"" + words[1] + L"\".");
-    if (!words.empty()) options.command = words[0];
+    if (words.size() > 1)
+        throw UsageError(L"Unexpected argument \"" + words[1] + L"\".");
+    if (!words.empty())
+        options.command = words[0];
     if (options.logPriority && options.logPath.empty())
         throw UsageError(L"--log-level needs --log FILE to say where the log goes.");
     return options;
@@ -155,9 +185,11 @@ std::vector<std::wstring> CommandLine::processArguments()
 {
     std::vector<std::wstring> arguments;
     int count = 0;
-    wchar_t** list = CommandLineToArgvW(GetCommandLineW(), &count);
-    if (!list) return arguments;
-    for (int i = 1; i < count; ++i) arguments.push_back(list[i]);
+    wchar_t **list = CommandLineToArgvW(GetCommandLineW(), &count);
+    if (!list)
+        return arguments;
+    for (int i = 1; i < count; ++i)
+        arguments.push_back(list[i]);
     LocalFree(list);
     return arguments;
 }

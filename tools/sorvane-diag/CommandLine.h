@@ -17,7 +17,7 @@ public:
     static const unsigned kMaxFrames = 500;
 
     // `arguments` without the program name.
-    static HostOptions parse(const std::vector<std::wstring>& arguments);
+    static HostOptions parse(const std::vector<std::wstring> &arguments);
     // This process's arguments, without the program name.
     static std::vector<std::wstring> processArguments();
     // The options every command takes, as printed by --help.

@@ -23,10 +23,11 @@ CommandSet::CommandSet() : m_demo(m_list, m_webcam)
     m_all.push_back(&m_ocur);
 }
 
-Command* CommandSet::find(const std::wstring& name)
+Command *CommandSet::find(const std::wstring &name)
 {
-    for (Command* command : m_all) {
-        if (command->name() == name) return command;
+    for (Command *command : m_all) {
+        if (command->name() == name)
+            return command;
     }
     return nullptr;
 }
@@ -34,7 +35,8 @@ Command* CommandSet::find(const std::wstring& name)
 std::wstring CommandSet::names() const
 {
     std::wstring text;
-    for (const Command* command : m_all) text += (text.empty() ? L"" : L", ") + command->name();
+    for (const Command *command : m_all)
+        text += (text.empty() ? L"" : L", ") + command->name();
     return text;
 }
 
@@ -46,7 +48,7 @@ std::wstring CommandSet::help() const
                         L"Runs libSorvane's tests and device enumeration from a terminal.\n"
                         L"\n"
                         L"Commands:\n";
-    for (const Command* command : m_all) {
+    for (const Command *command : m_all) {
         std::wstring name = command->name();
         name.append(10 - name.size(), L' ');
         text += L"  " + name + command->summary() + L"\n";
@@ -57,7 +59,7 @@ std::wstring CommandSet::help() const
     return text;
 }
 
-std::wstring CommandSet::help(const Command& command) const
+std::wstring CommandSet::help(const Command &command) const
 {
     return command.help() + L"\nOptions of every command:\n" + CommandLine::commonOptionsHelp() +
            L"\nExit status: 0 when the test passed; `sorvane-diag --help` lists the others.\n";

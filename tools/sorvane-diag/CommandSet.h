@@ -22,17 +22,17 @@ namespace diag {
 class CommandSet {
 public:
     CommandSet();
-    CommandSet(const CommandSet&) = delete;
-    CommandSet& operator=(const CommandSet&) = delete;
+    CommandSet(const CommandSet &) = delete;
+    CommandSet &operator=(const CommandSet &) = delete;
 
     // Null when there is no such command.
-    Command* find(const std::wstring& name);
+    Command *find(const std::wstring &name);
     // "list, webcam, ...".
     std::wstring names() const;
     // The program's --help.
     std::wstring help() const;
     // A command's --help, with the options every command takes.
-    std::wstring help(const Command& command) const;
+    std::wstring help(const Command &command) const;
 
 private:
     ListCommand m_list;
@@ -48,7 +48,7 @@ private:
     DigitalScanCommand m_clearqam{CaptureClasses::DigitalKind::CLEARQAM};
     DigitalScanCommand m_dvbt{CaptureClasses::DigitalKind::DVBT};
     DigitalScanCommand m_ocur{CaptureClasses::DigitalKind::OCUR};
-    std::vector<Command*> m_all;
+    std::vector<Command *> m_all;
 };
 
 } // namespace diag

@@ -16,12 +16,12 @@ public:
     ContactSheet(int count, int frameWidth, int frameHeight);
 
     // Scales the frame down into the next free cell.
-    void add(const Image& frame);
-    const Image& image() const { return m_sheet; }
+    void add(const Image &frame);
+    const Image &image() const { return m_sheet; }
 
 private:
     // Area-averages `source` into the cell at (left, top).
-    void drawScaled(int left, int top, const Image& source);
+    void drawScaled(int left, int top, const Image &source);
 
     int m_columns;
     int m_cellWidth;

@@ -5,9 +5,12 @@
 namespace sorvane {
 namespace diag {
 
-DemoCommand::DemoCommand(Command& list, Command& webcam) : m_list(list), m_webcam(webcam) {}
+DemoCommand::DemoCommand(Command &list, Command &webcam) : m_list(list), m_webcam(webcam) {}
 
-std::wstring DemoCommand::summary() const { return L"list the devices, then capture frames from the first webcam"; }
+std::wstring DemoCommand::summary() const
+{
+    return L"list the devices, then capture frames from the first webcam";
+}
 
 std::wstring DemoCommand::help() const
 {
@@ -18,12 +21,16 @@ std::wstring DemoCommand::help() const
            L"with a contact sheet, printing the folder. The options are those of `webcam`.\n";
 }
 
-std::vector<std::wstring> DemoCommand::ownOptions() const { return m_webcam.ownOptions(); }
+std::vector<std::wstring> DemoCommand::ownOptions() const
+{
+    return m_webcam.ownOptions();
+}
 
-ruvo::TestResult DemoCommand::run(CommandContext& context)
+ruvo::TestResult DemoCommand::run(CommandContext &context)
 {
     const ruvo::TestResult listed = m_list.run(context);
-    if (listed != ruvo::TestResult::PASS()) return listed;
+    if (listed != ruvo::TestResult::PASS())
+        return listed;
     context.terminal().line(L"");
     return m_webcam.run(context);
 }

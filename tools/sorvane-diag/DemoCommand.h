@@ -9,17 +9,17 @@ namespace diag {
 
 class DemoCommand : public Command {
 public:
-    DemoCommand(Command& list, Command& webcam);
+    DemoCommand(Command &list, Command &webcam);
 
     std::wstring name() const override { return L"demo"; }
     std::wstring summary() const override;
     std::wstring help() const override;
     std::vector<std::wstring> ownOptions() const override;
-    ruvo::TestResult run(CommandContext& context) override;
+    ruvo::TestResult run(CommandContext &context) override;
 
 private:
-    Command& m_list;
-    Command& m_webcam;
+    Command &m_list;
+    Command &m_webcam;
 };
 
 } // namespace diag

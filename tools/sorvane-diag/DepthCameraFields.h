@@ -11,7 +11,7 @@ namespace diag {
 
 class DepthCameraFields {
 public:
-    explicit DepthCameraFields(const PXCCapture::DeviceInfo& camera);
+    explicit DepthCameraFields(const PXCCapture::DeviceInfo &camera);
 
     std::wstring name() const;
     std::wstring serial() const;
@@ -28,9 +28,9 @@ public:
 
 private:
     // The text of a fixed-size field, which need not end with a terminator.
-    static std::wstring text(const pxcCHAR* field, size_t capacity);
+    static std::wstring text(const pxcCHAR *field, size_t capacity);
 
-    const PXCCapture::DeviceInfo& m_camera;
+    const PXCCapture::DeviceInfo &m_camera;
 };
 
 } // namespace diag

@@ -16,15 +16,21 @@ namespace diag {
 
 namespace {
 
-const wchar_t* const kDispatchValues[][2] = {{L"Software\\Intel\\RSSDK\\Dispatch", L"LocalRuntime"},
+const wchar_t *const kDispatchValues[][2] = {{L"Software\\Intel\\RSSDK\\Dispatch", L"LocalRuntime"},
                                              {L"Software\\Wow6432Node\\Intel\\RSSDK\\Dispatch", L"LocalRuntime"},
                                              {L"Software\\Intel\\RSSDK\\v4\\Dispatch", L"Core"}};
 
-std::wstring padded(const std::wstring& text, size_t width) { return text + std::wstring(width - text.size(), L' '); }
+std::wstring padded(const std::wstring &text, size_t width)
+{
+    return text + std::wstring(width - text.size(), L' ');
+}
 
 } // namespace
 
-std::wstring DepthCommand::summary() const { return L"list the Intel RealSense depth cameras the RealSense runtime reports"; }
+std::wstring DepthCommand::summary() const
+{
+    return L"list the Intel RealSense depth cameras the RealSense runtime reports";
+}
 
 std::wstring DepthCommand::help() const
 {
@@ -41,18 +47,19 @@ std::wstring DepthCommand::help() const
            L"or reports none, NOTSUPPORTED before Windows 8.1. --log FILE shows the library's steps.\n";
 }
 
-ruvo::TestResult DepthCommand::run(CommandContext& context)
+ruvo::TestResult DepthCommand::run(CommandContext &context)
 {
     Cameras cameras;
     sorvane::enumIntelRealSenseDevice(cameras);
-    context.report().addSection(L"cameras", [cameras](JsonWriter& json) { writeCameras(json, cameras); });
+    context.report().addSection(L"cameras", [cameras](JsonWriter &json) { writeCameras(json, cameras); });
     if (cameras.isEmpty()) {
         context.say(whyNone());
         return isWindows81OrLater() ? ruvo::TestResult::NODEVICE() : ruvo::TestResult::NOTSUPPORTED();
     }
     context.terminal().line(std::to_wstring(cameras.size()) +
                             (cameras.size() == 1 ? L" RealSense camera:" : L" RealSense cameras:"));
-    for (const std::wstring& line : table(cameras)) context.terminal().line(line);
+    for (const std::wstring &line : table(cameras))
+        context.terminal().line(line);
     return ruvo::TestResult::PASS();
 }
 
@@ -66,15 +73,17 @@ bool DepthCommand::isWindows81OrLater()
     conditions = VerSetConditionMask(conditions, VER_MAJORVERSION, VER_GREATER_EQUAL);
     conditions = VerSetConditionMask(conditions, VER_MINORVERSION, VER_GREATER_EQUAL);
     conditions = VerSetConditionMask(conditions, VER_SERVICEPACKMAJOR, VER_GREATER_EQUAL);
-    return VerifyVersionInfoW(&version, VER_MAJORVERSION | VER_MINORVERSION | VER_SERVICEPACKMAJOR, conditions) != FALSE;
+    return VerifyVersionInfoW(&version, VER_MAJORVERSION | VER_MINORVERSION | VER_SERVICEPACKMAJOR, conditions) !=
+           FALSE;
 }
 
 bool DepthCommand::runtimeNamed()
 {
-    for (const auto& value : kDispatchValues) {
+    for (const auto &value : kDispatchValues) {
         wchar_t buffer[260] = {};
         DWORD size = sizeof buffer;
-        if (RegGetValueW(HKEY_LOCAL_MACHINE, value[0], value[1], RRF_RT_REG_SZ, nullptr, buffer, &size) == ERROR_SUCCESS &&
+        if (RegGetValueW(HKEY_LOCAL_MACHINE, value[0], value[1], RRF_RT_REG_SZ, nullptr, buffer, &size) ==
+                ERROR_SUCCESS &&
             buffer[0] != L'\0')
             return true;
     }
@@ -91,9 +100,9 @@ std::wstring DepthCommand::whyNone()
     return L"No RealSense cameras: the runtime could not be started or reports none (--log FILE shows which).";
 }
 
-std::vector<std::wstring> DepthCommand::table(const Cameras& cameras)
+std::vector<std::wstring> DepthCommand::table(const Cameras &cameras)
 {
-    std::vector<std::vector<std::wstring> > rows;
+    std::vector<std::vector<std::wstring>> rows;
     rows.push_back({L"#", L"Name", L"Model", L"Orientation", L"Firmware", L"Serial", L"Streams"});
     for (int i = 0; i < cameras.size(); ++i) {
         const DepthCameraFields camera(cameras[i]);
@@ -101,19 +110,21 @@ std::vector<std::wstring> DepthCommand::table(const Cameras& cameras)
                         camera.serial(), camera.streamList()});
     }
     std::vector<size_t> widths(rows[0].size(), 0);
-    for (const auto& row : rows) {
-        for (size_t column = 0; column < row.size(); ++column) widths[column] = std::max(widths[column], row[column].size());
+    for (const auto &row : rows) {
+        for (size_t column = 0; column < row.size(); ++column)
+            widths[column] = std::max(widths[column], row[column].size());
     }
     std::vector<std::wstring> lines;
-    for (const auto& row : rows) {
+    for (const auto &row : rows) {
         std::wstring line = L" ";
-        for (size_t column = 0; column + 1 < row.size(); ++column) line += L" " + padded(row[column], widths[column]) + L" ";
+        for (size_t column = 0; column + 1 < row.size(); ++column)
+            line += L" " + padded(row[column], widths[column]) + L" ";
         lines.push_back(line + L" " + row.back());
     }
     return lines;
 }
 
-void DepthCommand::writeCameras(JsonWriter& json, const Cameras& cameras)
+void DepthCommand::writeCameras(JsonWriter &json, const Cameras &cameras)
 {
     json.beginArray();
     for (int i = 0; i < cameras.size(); ++i) {
@@ -127,7 +138,8 @@ void DepthCommand::writeCameras(JsonWriter& json, const Cameras& cameras)
         json.field(L"model", camera.model());
         json.field(L"orientation", camera.orientation());
         json.key(L"streams").beginArray();
-        for (const std::wstring& stream : camera.streams()) json.value(stream);
+        for (const std::wstring &stream : camera.streams())
+            json.value(stream);
         json.endArray();
         json.endObject();
     }

@@ -18,7 +18,7 @@ public:
     std::wstring summary() const override;
     std::wstring help() const override;
     bool takesDevice() const override { return false; }
-    ruvo::TestResult run(CommandContext& context) override;
+    ruvo::TestResult run(CommandContext &context) override;
 
 private:
     typedef kel::Array<PXCCapture::DeviceInfo> Cameras;
@@ -29,8 +29,8 @@ private:
     static bool runtimeNamed();
     // Why nothing was listed, in one sentence.
     static std::wstring whyNone();
-    static std::vector<std::wstring> table(const Cameras& cameras);
-    static void writeCameras(JsonWriter& json, const Cameras& cameras);
+    static std::vector<std::wstring> table(const Cameras &cameras);
+    static void writeCameras(JsonWriter &json, const Cameras &cameras);
 };
 
 } // namespace diag

@@ -7,36 +7,43 @@ namespace diag {
 
 namespace {
 
-std::wstring lower(const kel::String& text) { return text.toLower().wstr(); }
-
-bool allDigits(const std::wstring& text)
+std::wstring lower(const kel::String &text)
 {
-    if (text.empty()) return false;
+    return text.toLower().wstr();
+}
+
+bool allDigits(const std::wstring &text)
+{
+    if (text.empty())
+        return false;
     for (const wchar_t c : text) {
-        if (!iswdigit(c)) return false;
+        if (!iswdigit(c))
+            return false;
     }
     return true;
 }
 
 } // namespace
 
-DeviceChooser::Choice DeviceChooser::none(const std::wstring& problem)
+DeviceChooser::Choice DeviceChooser::none(const std::wstring &problem)
 {
     Choice choice = {-1, problem};
     return choice;
 }
 
-DeviceChooser::Choice DeviceChooser::choose(const std::vector<ruvo::DiagDevice>& devices, const std::wstring& selector,
-                                            const ruvo::DeviceCapability& fitting, const std::wstring& kind)
+DeviceChooser::Choice DeviceChooser::choose(const std::vector<ruvo::DiagDevice> &devices, const std::wstring &selector,
+                                            const ruvo::DeviceCapability &fitting, const std::wstring &kind)
 {
-    if (devices.empty()) return none(L"The system lists no video capture devices.");
-    if (selector.empty()) return firstFitting(devices, fitting, kind);
-    if (allDigits(selector)) return byIndex(devices, selector);
+    if (devices.empty())
+        return none(L"The system lists no video capture devices.");
+    if (selector.empty())
+        return firstFitting(devices, fitting, kind);
+    if (allDigits(selector))
+        return byIndex(devices, selector);
     return byName(devices, selector);
 }
 
-DeviceChooser::Choice DeviceChooser::byIndex(const std::vector<ruvo::DiagDevice>& devices,
-                                             const std::wstring& selector)
+DeviceChooser::Choice DeviceChooser::byIndex(const std::vector<ruvo::DiagDevice> &devices, const std::wstring &selector)
 {
     const unsigned long index = selector.size() > 9 ? devices.size() : wcstoul(selector.c_str(), nullptr, 10);
     if (index >= devices.size())
@@ -46,8 +53,7 @@ DeviceChooser::Choice DeviceChooser::byIndex(const std::vector<ruvo::DiagDevice>
     return choice;
 }
 
-DeviceChooser::Choice DeviceChooser::byName(const std::vector<ruvo::DiagDevice>& devices,
-                                            const std::wstring& selector)
+DeviceChooser::Choice DeviceChooser::byName(const std::vector<ruvo::DiagDevice> &devices, const std::wstring &selector)
 {
     const std::wstring wanted = lower(kel::String(selector));
     std::vector<int> partial;
@@ -57,23 +63,26 @@ DeviceChooser::Choice DeviceChooser::byName(const std::vector<ruvo::DiagDevice>&
             Choice choice = {static_cast<int>(i), std::wstring()};
             return choice;
         }
-        if (name.find(wanted) != std::wstring::npos) partial.push_back(static_cast<int>(i));
+        if (name.find(wanted) != std::wstring::npos)
+            partial.push_back(static_cast<int>(i));
     }
     if (partial.size() == 1) {
         Choice choice = {partial[0], std::wstring()};
         return choice;
     }
-    if (partial.empty()) return none(L"No device is called \"" + selector + L"\" (see `sorvane-diag list`).");
+    if (partial.empty())
+        return none(L"No device is called \"" + selector + L"\" (see `sorvane-diag list`).");
     std::wstring names;
-    for (const int index : partial) names += (names.empty() ? L"" : L", ") + devices[index].name().wstr();
+    for (const int index : partial)
+        names += (names.empty() ? L"" : L", ") + devices[index].name().wstr();
     Choice choice = none(L"--device \"" + selector + L"\" fits several devices (" + names +
                          L"); give more of the name or an index.");
     choice.ambiguous = true;
     return choice;
 }
 
-DeviceChooser::Choice DeviceChooser::firstFitting(const std::vector<ruvo::DiagDevice>& devices,
-                                                  const ruvo::DeviceCapability& fitting, const std::wstring& kind)
+DeviceChooser::Choice DeviceChooser::firstFitting(const std::vector<ruvo::DiagDevice> &devices,
+                                                  const ruvo::DeviceCapability &fitting, const std::wstring &kind)
 {
     for (size_t i = 0; i < devices.size(); ++i) {
         if (devices[i].deviceCapabilities().isCapable(fitting)) {

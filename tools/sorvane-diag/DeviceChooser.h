@@ -12,23 +12,23 @@ namespace diag {
 class DeviceChooser {
 public:
     struct Choice {
-        int index;            // -1 when nothing was chosen
-        std::wstring problem; // why not, as a sentence
+        int index;              // -1 when nothing was chosen
+        std::wstring problem;   // why not, as a sentence
         bool ambiguous = false; // the name fits several devices: a command-line mistake
     };
 
     // `selector`: empty for the first device with `fitting`; all digits for an index as
     // `list` prints it; otherwise a name: the exact friendly name (any case) or a part of
     // exactly one friendly name. `kind` names what the command wants ("webcam").
-    static Choice choose(const std::vector<ruvo::DiagDevice>& devices, const std::wstring& selector,
-                         const ruvo::DeviceCapability& fitting, const std::wstring& kind);
+    static Choice choose(const std::vector<ruvo::DiagDevice> &devices, const std::wstring &selector,
+                         const ruvo::DeviceCapability &fitting, const std::wstring &kind);
 
 private:
-    static Choice byIndex(const std::vector<ruvo::DiagDevice>& devices, const std::wstring& selector);
-    static Choice byName(const std::vector<ruvo::DiagDevice>& devices, const std::wstring& selector);
-    static Choice firstFitting(const std::vector<ruvo::DiagDevice>& devices, const ruvo::DeviceCapability& fitting,
-                               const std::wstring& kind);
-    static Choice none(const std::wstring& problem);
+    static Choice byIndex(const std::vector<ruvo::DiagDevice> &devices, const std::wstring &selector);
+    static Choice byName(const std::vector<ruvo::DiagDevice> &devices, const std::wstring &selector);
+    static Choice firstFitting(const std::vector<ruvo::DiagDevice> &devices, const ruvo::DeviceCapability &fitting,
+                               const std::wstring &kind);
+    static Choice none(const std::wstring &problem);
 };
 
 } // namespace diag

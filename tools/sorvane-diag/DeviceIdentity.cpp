@@ -6,26 +6,28 @@ namespace diag {
 
 namespace {
 
-bool has(const CaptureDevice& device, const CaptureStreamType& type, const CaptureFeature& feature)
+bool has(const CaptureDevice &device, const CaptureStreamType &type, const CaptureFeature &feature)
 {
-    for (const CaptureCapability& capability : device.capabilities()) {
-        if (capability.type() == type && capability.feature() == feature) return true;
+    for (const CaptureCapability &capability : device.capabilities()) {
+        if (capability.type() == type && capability.feature() == feature)
+            return true;
     }
     return false;
 }
 
-DeviceIdentity::Capability capabilityOf(const CaptureCapability& capability)
+DeviceIdentity::Capability capabilityOf(const CaptureCapability &capability)
 {
     DeviceIdentity::Capability entry;
     entry.type = capability.type().name().wstr();
     entry.feature = capability.feature().name().wstr();
-    for (const kel::String& standard : capability.standards().names()) entry.standards.push_back(standard.wstr());
+    for (const kel::String &standard : capability.standards().names())
+        entry.standards.push_back(standard.wstr());
     return entry;
 }
 
 } // namespace
 
-DeviceIdentity DeviceIdentity::of(const CaptureDevice& device)
+DeviceIdentity DeviceIdentity::of(const CaptureDevice &device)
 {
     DeviceIdentity identity;
     identity.kind = kindOf(device);
@@ -44,32 +46,37 @@ DeviceIdentity DeviceIdentity::of(const CaptureDevice& device)
     identity.driverFile = device.driverName().wstr();
     identity.analogFilter = device.analogFilterName().wstr();
     identity.digitalFilter = device.digitalFilterName().wstr();
-    for (const CaptureCapability& capability : device.capabilities()) identity.capabilities.push_back(capabilityOf(capability));
+    for (const CaptureCapability &capability : device.capabilities())
+        identity.capabilities.push_back(capabilityOf(capability));
     return identity;
 }
 
 // Tuners by what they tune; among the rest, imaging-class hardware or a camera control makes a
 // webcam, anything else (a capture card's line inputs) is plain video capture.
-std::wstring DeviceIdentity::kindOf(const CaptureDevice& device)
+std::wstring DeviceIdentity::kindOf(const CaptureDevice &device)
 {
     const bool analogTuner = has(device, CaptureStreamType::ANALOG(), CaptureFeature::TVTUNING());
     const bool digitalTuner = has(device, CaptureStreamType::DIGITAL(), CaptureFeature::TVTUNING());
-    if (analogTuner && digitalTuner) return L"analog and digital tuner";
-    if (analogTuner) return L"analog tuner";
-    if (digitalTuner) return L"digital tuner";
+    if (analogTuner && digitalTuner)
+        return L"analog and digital tuner";
+    if (analogTuner)
+        return L"analog tuner";
+    if (digitalTuner)
+        return L"digital tuner";
     if (device.deviceType() == kel::String(L"IMAGE") ||
         has(device, CaptureStreamType::ANALOG(), CaptureFeature::WEBCAMCONTROL()))
         return L"webcam";
     return L"video capture";
 }
 
-std::wstring DeviceIdentity::busOf(const CaptureDevice& device)
+std::wstring DeviceIdentity::busOf(const CaptureDevice &device)
 {
-    if (device.monikers().isEmpty() || device.monikers()[0].busType().isPlaceHolder()) return std::wstring();
+    if (device.monikers().isEmpty() || device.monikers()[0].busType().isPlaceHolder())
+        return std::wstring();
     return device.monikers()[0].busType().name().wstr();
 }
 
-void DeviceIdentity::write(JsonWriter& json) const
+void DeviceIdentity::write(JsonWriter &json) const
 {
     json.beginObject();
     json.field(L"kind", kind);
@@ -91,12 +98,13 @@ void DeviceIdentity::write(JsonWriter& json) const
     json.field(L"analogFilter", analogFilter);
     json.field(L"digitalFilter", digitalFilter);
     json.key(L"capabilities").beginArray();
-    for (const Capability& capability : capabilities) {
+    for (const Capability &capability : capabilities) {
         json.beginObject();
         json.field(L"type", capability.type);
         json.field(L"feature", capability.feature);
         json.key(L"standards").beginArray();
-        for (const std::wstring& standard : capability.standards) json.value(standard);
+        for (const std::wstring &standard : capability.standards)
+            json.value(standard);
         json.endArray();
         json.endObject();
     }

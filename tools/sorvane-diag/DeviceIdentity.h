@@ -19,13 +19,13 @@ struct DeviceIdentity {
         std::vector<std::wstring> standards;
     };
 
-    static DeviceIdentity of(const CaptureDevice& device);
+    static DeviceIdentity of(const CaptureDevice &device);
     // "webcam", "analog tuner", "digital tuner", "analog and digital tuner" or "video capture".
-    static std::wstring kindOf(const CaptureDevice& device);
+    static std::wstring kindOf(const CaptureDevice &device);
     // The bus of the device's first moniker: "USB", "PCI", or "" when its path names none.
-    static std::wstring busOf(const CaptureDevice& device);
+    static std::wstring busOf(const CaptureDevice &device);
 
-    void write(JsonWriter& json) const;
+    void write(JsonWriter &json) const;
 
     std::wstring kind;
     std::wstring instanceId;

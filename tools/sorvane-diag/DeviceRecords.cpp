@@ -6,17 +6,18 @@ namespace diag {
 
 namespace {
 
-bool has(const CaptureDevice& device, const CaptureStreamType& type, const CaptureFeature& feature)
+bool has(const CaptureDevice &device, const CaptureStreamType &type, const CaptureFeature &feature)
 {
-    for (const CaptureCapability& capability : device.capabilities()) {
-        if (capability.type() == type && capability.feature() == feature) return true;
+    for (const CaptureCapability &capability : device.capabilities()) {
+        if (capability.type() == type && capability.feature() == feature)
+            return true;
     }
     return false;
 }
 
 } // namespace
 
-ruvo::DiagDevice DeviceRecords::recordFor(const CaptureDevice& device)
+ruvo::DiagDevice DeviceRecords::recordFor(const CaptureDevice &device)
 {
     const kel::String description = device.monikers().isEmpty() ? kel::String() : device.monikers()[0].description();
     ruvo::DiagDevice record(device.name(), description, device.guid(), capabilitiesOf(device));
@@ -24,11 +25,12 @@ ruvo::DiagDevice DeviceRecords::recordFor(const CaptureDevice& device)
         record.setProperty("AnalogFriendlyName", ruvo::Value(device.analogFilterName()));
     if (!device.digitalFilterName().isEmpty())
         record.setProperty("DigitalFriendlyName", ruvo::Value(device.digitalFilterName()));
-    if (!device.monikers().isEmpty()) record.setProperty("DevicePath", ruvo::Value(device.monikers()[0].devicePath()));
+    if (!device.monikers().isEmpty())
+        record.setProperty("DevicePath", ruvo::Value(device.monikers()[0].devicePath()));
     return record;
 }
 
-ruvo::DeviceCapability DeviceRecords::capabilitiesOf(const CaptureDevice& device)
+ruvo::DeviceCapability DeviceRecords::capabilitiesOf(const CaptureDevice &device)
 {
     ruvo::DeviceCapability capabilities;
     if (has(device, CaptureStreamType::ANALOG(), CaptureFeature::CAPTURE()))
@@ -39,7 +41,8 @@ ruvo::DeviceCapability DeviceRecords::capabilitiesOf(const CaptureDevice& device
     // requires that capability of its record.
     if (has(device, CaptureStreamType::DIGITAL(), CaptureFeature::TVTUNING()))
         capabilities = capabilities | ruvo::DeviceCapability::VideoCapture() | ruvo::DeviceCapability::DigitalTVTuner();
-    if (DeviceIdentity::kindOf(device) == L"webcam") capabilities = capabilities | ruvo::DeviceCapability::Webcam();
+    if (DeviceIdentity::kindOf(device) == L"webcam")
+        capabilities = capabilities | ruvo::DeviceCapability::Webcam();
     return capabilities;
 }
 

@@ -13,13 +13,13 @@ class DeviceRecords {
 public:
     // Name and "AnalogFriendlyName" from the analog capture filter, the locator from the
     // device path the library parsed (what the capture classes match a moniker by).
-    static ruvo::DiagDevice recordFor(const CaptureDevice& device);
+    static ruvo::DiagDevice recordFor(const CaptureDevice &device);
 
 private:
     // VideoCapture for an analog capture filter; AnalogTVTuner and FMRadioTuner for an analog
     // TV tuner (the probe does not tell FM apart: a tuner without it fails the fm test with
     // the library's own result); DigitalTVTuner for a BDA tuner; Webcam for a webcam.
-    static ruvo::DeviceCapability capabilitiesOf(const CaptureDevice& device);
+    static ruvo::DeviceCapability capabilitiesOf(const CaptureDevice &device);
 };
 
 } // namespace diag

@@ -9,12 +9,12 @@ namespace diag {
 namespace {
 
 struct KindText {
-    const wchar_t* name;
-    const wchar_t* summary;
-    const wchar_t* kind;
-    const wchar_t* firstChannel;
-    const wchar_t* lastChannel;
-    const wchar_t* details;
+    const wchar_t *name;
+    const wchar_t *summary;
+    const wchar_t *kind;
+    const wchar_t *firstChannel;
+    const wchar_t *lastChannel;
+    const wchar_t *details;
 };
 
 const KindText kTexts[] = {
@@ -33,17 +33,18 @@ const KindText kTexts[] = {
      L"UseMinorChannelTechnique a channel counts when the tuned request keeps a minor channel.\n"},
 };
 
-const KindText& textOf(CaptureClasses::DigitalKind kind)
+const KindText &textOf(CaptureClasses::DigitalKind kind)
 {
     return kTexts[static_cast<int>(kind)];
 }
 
-std::wstring healthLine(const CaptureClasses::StreamReport& stream)
+std::wstring healthLine(const CaptureClasses::StreamReport &stream)
 {
-    const StreamHealth& health = stream.health;
-    std::wstring line = L"Stream: quality " + std::to_wstring(stream.quality) + L" %, " + std::to_wstring(health.packets) +
-                        L" packets; TR 101 290 priority 1: ";
-    if (health.clean()) return line + L"no errors";
+    const StreamHealth &health = stream.health;
+    std::wstring line = L"Stream: quality " + std::to_wstring(stream.quality) + L" %, " +
+                        std::to_wstring(health.packets) + L" packets; TR 101 290 priority 1: ";
+    if (health.clean())
+        return line + L"no errors";
     line += L"sync losses " + std::to_wstring(health.syncLosses) + L", sync byte errors " +
             std::to_wstring(health.syncByteErrors) + L", PAT errors " + std::to_wstring(health.patErrors) +
             L", continuity errors " + std::to_wstring(health.continuityErrors) + L", PMT errors " +
@@ -55,18 +56,27 @@ std::wstring healthLine(const CaptureClasses::StreamReport& stream)
 
 DigitalScanCommand::DigitalScanCommand(CaptureClasses::DigitalKind kind) : m_kind(kind) {}
 
-std::wstring DigitalScanCommand::name() const { return textOf(m_kind).name; }
+std::wstring DigitalScanCommand::name() const
+{
+    return textOf(m_kind).name;
+}
 
-std::wstring DigitalScanCommand::summary() const { return textOf(m_kind).summary; }
+std::wstring DigitalScanCommand::summary() const
+{
+    return textOf(m_kind).summary;
+}
 
-std::wstring DigitalScanCommand::kind() const { return textOf(m_kind).kind; }
+std::wstring DigitalScanCommand::kind() const
+{
+    return textOf(m_kind).kind;
+}
 
 std::wstring DigitalScanCommand::help() const
 {
-    const KindText& text = textOf(m_kind);
+    const KindText &text = textOf(m_kind);
     std::wstring range = text.firstChannel
-                             ? std::wstring(L"DigitalStartChannel and DigitalEndChannel (the host uses ") + text.firstChannel +
-                                   L" and " + text.lastChannel + L" when unset)"
+                             ? std::wstring(L"DigitalStartChannel and DigitalEndChannel (the host uses ") +
+                                   text.firstChannel + L" and " + text.lastChannel + L" when unset)"
                              : std::wstring(L"DigitalStartChannel and DigitalEndChannel\n(unset: every channel of the "
                                             L"country, or 13 to 56 for DTMB)");
     return L"Usage: sorvane-diag " + std::wstring(text.name) +
@@ -74,31 +84,33 @@ std::wstring DigitalScanCommand::help() const
            L"A range without a signal ends with NOSIGNAL after one more pass. Ctrl+C stops the scan\n"
            L"at the next channel: USERABORTED. On a pass the report gives the transport stream's\n"
            L"health (ETSI TR 101 290 priority 1) beside its quality percentage, where measured.\n\n"
-           L"Parameters read: " + range + L",\nCheckTVCable, MsgBoxTimeout" +
+           L"Parameters read: " +
+           range + L",\nCheckTVCable, MsgBoxTimeout" +
            (m_kind == CaptureClasses::DigitalKind::DVBT ? L", Country" : L"") +
            (m_kind == CaptureClasses::DigitalKind::OCUR ? L", UseMinorChannelTechnique" : L"") + L".\n";
 }
 
-ruvo::TestResult DigitalScanCommand::run(CommandContext& context)
+ruvo::TestResult DigitalScanCommand::run(CommandContext &context)
 {
     m_stream = CaptureClasses::StreamReport();
     return TunerScanCommand::run(context);
 }
 
-void DigitalScanCommand::applyDefaults(CommandContext& context) const
+void DigitalScanCommand::applyDefaults(CommandContext &context) const
 {
-    const KindText& text = textOf(m_kind);
-    if (!text.firstChannel) return;
+    const KindText &text = textOf(m_kind);
+    if (!text.firstChannel)
+        return;
     context.defaultParameter(L"DigitalStartChannel", text.firstChannel);
     context.defaultParameter(L"DigitalEndChannel", text.lastChannel);
 }
 
-void DigitalScanCommand::scan(const ruvo::DiagDevice& device, const std::wstring& title) const
+void DigitalScanCommand::scan(const ruvo::DiagDevice &device, const std::wstring &title) const
 {
     m_stream = CaptureClasses::checkDigitalTVSignal(m_kind, device, title);
 }
 
-void DigitalScanCommand::afterPass(CommandContext& context) const
+void DigitalScanCommand::afterPass(CommandContext &context) const
 {
     if (!m_stream.health.measured) {
         context.terminal().line(L"Stream: not measured by this tuner (no sample grabber)");

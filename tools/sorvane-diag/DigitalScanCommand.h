@@ -15,14 +15,14 @@ public:
     std::wstring name() const override;
     std::wstring summary() const override;
     std::wstring help() const override;
-    ruvo::TestResult run(CommandContext& context) override;
+    ruvo::TestResult run(CommandContext &context) override;
 
 protected:
     ruvo::DeviceCapability fitting() const override { return ruvo::DeviceCapability::DigitalTVTuner(); }
     std::wstring kind() const override;
-    void applyDefaults(CommandContext& context) const override;
-    void scan(const ruvo::DiagDevice& device, const std::wstring& title) const override;
-    void afterPass(CommandContext& context) const override;
+    void applyDefaults(CommandContext &context) const override;
+    void scan(const ruvo::DiagDevice &device, const std::wstring &title) const override;
+    void afterPass(CommandContext &context) const override;
 
 private:
     CaptureClasses::DigitalKind m_kind;

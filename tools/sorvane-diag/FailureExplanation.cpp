@@ -5,7 +5,7 @@
 namespace sorvane {
 namespace diag {
 
-std::wstring FailureExplanation::of(const Facts& facts)
+std::wstring FailureExplanation::of(const Facts &facts)
 {
     if (posted(facts, "WarningDeviceNotFound"))
         return L"What happened: the device is listed but Windows could not open it" + codeText(facts.errorCode) +
@@ -13,7 +13,8 @@ std::wstring FailureExplanation::of(const Facts& facts)
                L". Check the device is connected and run `sorvane-diag list`.";
     if (posted(facts, "ErrorCapturingFrames") || posted(facts, "ErrorNoSignal")) {
         const std::wstring frames = framesNotDelivered(facts);
-        if (!frames.empty()) return frames;
+        if (!frames.empty())
+            return frames;
     }
     if (facts.result == ruvo::TestResult::FAIL() && facts.events.empty() && !facts.libraryErrors.empty())
         return L"What happened: the library reported \"" + facts.libraryErrors.front() + L"\".";
@@ -21,7 +22,7 @@ std::wstring FailureExplanation::of(const Facts& facts)
 }
 
 // One event stands for several failures; the library's error lines tell them apart.
-std::wstring FailureExplanation::framesNotDelivered(const Facts& facts)
+std::wstring FailureExplanation::framesNotDelivered(const Facts &facts)
 {
     const std::wstring run = errorLine(facts, L"IMediaControl::Run() failed");
     if (!run.empty())
@@ -38,18 +39,20 @@ std::wstring FailureExplanation::framesNotDelivered(const Facts& facts)
     return L"What happened: the device started but delivered fewer frames than asked for.";
 }
 
-bool FailureExplanation::posted(const Facts& facts, const char* key)
+bool FailureExplanation::posted(const Facts &facts, const char *key)
 {
-    for (const ruvo::PostedEvent& event : facts.events) {
-        if (event.key == kel::String(key)) return true;
+    for (const ruvo::PostedEvent &event : facts.events) {
+        if (event.key == kel::String(key))
+            return true;
     }
     return false;
 }
 
-std::wstring FailureExplanation::errorLine(const Facts& facts, const wchar_t* part)
+std::wstring FailureExplanation::errorLine(const Facts &facts, const wchar_t *part)
 {
-    for (const std::wstring& line : facts.libraryErrors) {
-        if (line.find(part) != std::wstring::npos) return line;
+    for (const std::wstring &line : facts.libraryErrors) {
+        if (line.find(part) != std::wstring::npos)
+            return line;
     }
     return std::wstring();
 }

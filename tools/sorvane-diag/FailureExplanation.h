@@ -21,13 +21,13 @@ public:
         std::vector<std::wstring> libraryErrors;
     };
 
-    static std::wstring of(const Facts& facts);
+    static std::wstring of(const Facts &facts);
 
 private:
-    static bool posted(const Facts& facts, const char* key);
+    static bool posted(const Facts &facts, const char *key);
     // The first library error line containing `part`; empty when none does.
-    static std::wstring errorLine(const Facts& facts, const wchar_t* part);
-    static std::wstring framesNotDelivered(const Facts& facts);
+    static std::wstring errorLine(const Facts &facts, const wchar_t *part);
+    static std::wstring framesNotDelivered(const Facts &facts);
     static std::wstring codeText(long code);
 };
 

@@ -6,7 +6,10 @@
 namespace sorvane {
 namespace diag {
 
-std::wstring FmCommand::summary() const { return L"sweep the FM band for a radio station"; }
+std::wstring FmCommand::summary() const
+{
+    return L"sweep the FM band for a radio station";
+}
 
 std::wstring FmCommand::help() const
 {
@@ -20,13 +23,13 @@ std::wstring FmCommand::help() const
            L"the start at or below the end; the host uses 87.5 and 108.0 when unset), ChecksPerChannel.\n";
 }
 
-void FmCommand::applyDefaults(CommandContext& context) const
+void FmCommand::applyDefaults(CommandContext &context) const
 {
     context.defaultParameter(L"FMRadioStartChannel", L"87.5");
     context.defaultParameter(L"FMRadioEndChannel", L"108.0");
 }
 
-void FmCommand::scan(const ruvo::DiagDevice& device, const std::wstring& title) const
+void FmCommand::scan(const ruvo::DiagDevice &device, const std::wstring &title) const
 {
     CaptureClasses::checkFMRadioSignal(device, title);
 }
@@ -36,7 +39,7 @@ std::wstring FmCommand::rangeProblem() const
     return ScanRange::frequencyProblem(L"FMRadioStartChannel", L"FMRadioEndChannel");
 }
 
-std::wstring FmCommand::foundAt(const std::wstring& channel) const
+std::wstring FmCommand::foundAt(const std::wstring &channel) const
 {
     return L"Station found at " + channel + L" MHz.";
 }

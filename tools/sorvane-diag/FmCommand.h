@@ -15,11 +15,11 @@ public:
 protected:
     ruvo::DeviceCapability fitting() const override { return ruvo::DeviceCapability::FMRadioTuner(); }
     std::wstring kind() const override { return L"FM radio tuner"; }
-    void applyDefaults(CommandContext& context) const override;
-    void scan(const ruvo::DiagDevice& device, const std::wstring& title) const override;
+    void applyDefaults(CommandContext &context) const override;
+    void scan(const ruvo::DiagDevice &device, const std::wstring &title) const override;
     std::wstring rangeProblem() const override;
     bool refusesWithoutTuner() const override { return true; }
-    std::wstring foundAt(const std::wstring& channel) const override;
+    std::wstring foundAt(const std::wstring &channel) const override;
 };
 
 } // namespace diag

@@ -11,7 +11,10 @@
 namespace sorvane {
 namespace diag {
 
-std::wstring FormatsCommand::summary() const { return L"list each video device's formats, frame sizes and rates"; }
+std::wstring FormatsCommand::summary() const
+{
+    return L"list each video device's formats, frame sizes and rates";
+}
 
 std::wstring FormatsCommand::help() const
 {
@@ -25,15 +28,15 @@ std::wstring FormatsCommand::help() const
            L"FAIL when a device could not be asked.\n";
 }
 
-ruvo::TestResult FormatsCommand::run(CommandContext& context)
+ruvo::TestResult FormatsCommand::run(CommandContext &context)
 {
     std::vector<Listing> listings;
     if (context.options().device.empty()) {
-        const std::vector<ruvo::DiagDevice>& devices = context.devices();
+        const std::vector<ruvo::DiagDevice> &devices = context.devices();
         context.report().setDevices(devices);
         // Only a device with an analog capture filter has a capture pin to ask: a digital
         // tuner's stream is a transport stream.
-        const kel::Array<CaptureDevice>& captureDevices = context.captureDevices();
+        const kel::Array<CaptureDevice> &captureDevices = context.captureDevices();
         for (size_t i = 0; i < devices.size(); ++i) {
             if (!captureDevices[static_cast<int>(i)].analogFilterName().isEmpty())
                 listings.push_back(list(devices[i], static_cast<int>(i)));
@@ -49,15 +52,15 @@ ruvo::TestResult FormatsCommand::run(CommandContext& context)
         return ruvo::TestResult::NODEVICE();
     }
     bool complete = true;
-    for (const Listing& listing : listings) {
+    for (const Listing &listing : listings) {
         show(context, listing);
         complete = complete && listing.problem.empty();
     }
-    context.report().addSection(L"formats", [listings](JsonWriter& json) { write(json, listings); });
+    context.report().addSection(L"formats", [listings](JsonWriter &json) { write(json, listings); });
     return complete ? ruvo::TestResult::PASS() : ruvo::TestResult::FAIL();
 }
 
-int FormatsCommand::indexOf(const std::vector<ruvo::DiagDevice>& devices, const ruvo::DiagDevice& device)
+int FormatsCommand::indexOf(const std::vector<ruvo::DiagDevice> &devices, const ruvo::DiagDevice &device)
 {
     for (size_t i = 0; i < devices.size(); ++i) {
         if (devices[i].name() == device.name() && devices[i].osLocator() == device.osLocator())
@@ -66,7 +69,7 @@ int FormatsCommand::indexOf(const std::vector<ruvo::DiagDevice>& devices, const 
     return -1;
 }
 
-FormatsCommand::Listing FormatsCommand::list(const ruvo::DiagDevice& device, int index)
+FormatsCommand::Listing FormatsCommand::list(const ruvo::DiagDevice &device, int index)
 {
     Listing listing;
     listing.index = index;
@@ -82,11 +85,12 @@ std::wstring FormatsCommand::rate(double fps)
     out << std::fixed << std::setprecision(2) << fps;
     std::wstring text = out.str();
     text.erase(text.find_last_not_of(L'0') + 1);
-    if (!text.empty() && text.back() == L'.') text.pop_back();
+    if (!text.empty() && text.back() == L'.')
+        text.pop_back();
     return text;
 }
 
-std::wstring FormatsCommand::describe(const StreamCapability& capability)
+std::wstring FormatsCommand::describe(const StreamCapability &capability)
 {
     std::wstring text = capability.subtype;
     text.append(capability.subtype.size() < 6 ? 6 - capability.subtype.size() : 1, L' ');
@@ -99,28 +103,30 @@ std::wstring FormatsCommand::describe(const StreamCapability& capability)
     return text;
 }
 
-void FormatsCommand::show(CommandContext& context, const Listing& listing)
+void FormatsCommand::show(CommandContext &context, const Listing &listing)
 {
     context.terminal().line(L"[" + std::to_wstring(listing.index) + L"] " + listing.name);
     if (!listing.problem.empty()) {
         context.terminal().line(L"      formats unknown: " + listing.problem);
         return;
     }
-    if (listing.capabilities.empty()) context.terminal().line(L"      no video formats");
-    for (const StreamCapability& capability : listing.capabilities)
+    if (listing.capabilities.empty())
+        context.terminal().line(L"      no video formats");
+    for (const StreamCapability &capability : listing.capabilities)
         context.terminal().line(L"      " + describe(capability));
 }
 
-void FormatsCommand::write(JsonWriter& json, const std::vector<Listing>& listings)
+void FormatsCommand::write(JsonWriter &json, const std::vector<Listing> &listings)
 {
     json.beginArray();
-    for (const Listing& listing : listings) {
+    for (const Listing &listing : listings) {
         json.beginObject();
         json.field(L"index", listing.index);
         json.field(L"name", listing.name);
-        if (!listing.problem.empty()) json.field(L"problem", listing.problem);
+        if (!listing.problem.empty())
+            json.field(L"problem", listing.problem);
         json.key(L"formats").beginArray();
-        for (const StreamCapability& capability : listing.capabilities) {
+        for (const StreamCapability &capability : listing.capabilities) {
             json.beginObject();
             json.field(L"subtype", capability.subtype);
             json.field(L"width", capability.width);

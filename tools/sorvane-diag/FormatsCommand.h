@@ -18,10 +18,10 @@ public:
     std::wstring name() const override { return L"formats"; }
     std::wstring summary() const override;
     std::wstring help() const override;
-    ruvo::TestResult run(CommandContext& context) override;
+    ruvo::TestResult run(CommandContext &context) override;
 
     // "YUY2  640x480  30 fps (5-30)".
-    static std::wstring describe(const StreamCapability& capability);
+    static std::wstring describe(const StreamCapability &capability);
 
 private:
     struct Listing {
@@ -32,10 +32,10 @@ private:
     };
 
     // The device's index as `list` shows it.
-    static int indexOf(const std::vector<ruvo::DiagDevice>& devices, const ruvo::DiagDevice& device);
-    static Listing list(const ruvo::DiagDevice& device, int index);
-    static void show(CommandContext& context, const Listing& listing);
-    static void write(JsonWriter& json, const std::vector<Listing>& listings);
+    static int indexOf(const std::vector<ruvo::DiagDevice> &devices, const ruvo::DiagDevice &device);
+    static Listing list(const ruvo::DiagDevice &device, int index);
+    static void show(CommandContext &context, const Listing &listing);
+    static void write(JsonWriter &json, const std::vector<Listing> &listings);
     static std::wstring rate(double fps);
 };
 

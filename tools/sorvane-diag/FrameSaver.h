@@ -19,10 +19,10 @@ public:
 
     // "frame-001.png" ... and "contact-sheet.png" in `folder`, which is created when
     // missing. Throws HostError when a file cannot be written.
-    static SavedFiles save(const CapturedFrames& frames, const std::wstring& folder);
+    static SavedFiles save(const CapturedFrames &frames, const std::wstring &folder);
 
 private:
-    static std::wstring frameName(size_t index, const wchar_t* extension);
+    static std::wstring frameName(size_t index, const wchar_t *extension);
 };
 
 } // namespace diag

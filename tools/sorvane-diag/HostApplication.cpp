@@ -21,34 +21,36 @@ namespace diag {
 
 namespace {
 
-const wchar_t* const kCommonOptions[] = {L"--help",        L"--device", L"--set",      L"--interactive",
-                                         L"--json",        L"--log",    L"--log-level"};
+const wchar_t *const kCommonOptions[] = {L"--help", L"--device", L"--set",      L"--interactive",
+                                         L"--json", L"--log",    L"--log-level"};
 
-bool isCommon(const std::wstring& option)
+bool isCommon(const std::wstring &option)
 {
-    for (const wchar_t* common : kCommonOptions) {
-        if (option == common) return true;
+    for (const wchar_t *common : kCommonOptions) {
+        if (option == common)
+            return true;
     }
     return false;
 }
 
 } // namespace
 
-int HostApplication::run(const std::vector<std::wstring>& arguments)
+int HostApplication::run(const std::vector<std::wstring> &arguments)
 {
     HostOptions options;
     CommandSet commands;
     try {
         options = CommandLine::parse(arguments);
         if (options.command.empty()) {
-            if (!options.help) throw UsageError(L"No command given. The commands are: " + commands.names() + L".");
+            if (!options.help)
+                throw UsageError(L"No command given. The commands are: " + commands.names() + L".");
             Terminal(false).line(commands.help());
             return 0;
         }
-        Command* command = commands.find(options.command);
+        Command *command = commands.find(options.command);
         if (!command)
-            throw UsageError(L"Unknown command \"" + options.command + L"\". The commands are: " +
-                             commands.names() + L".");
+            throw UsageError(L"Unknown command \"" + options.command + L"\". The commands are: " + commands.names() +
+                             L".");
         checkOptions(*command, options);
         if (options.help) {
             Terminal(false).line(commands.help(*command));
@@ -56,12 +58,12 @@ int HostApplication::run(const std::vector<std::wstring>& arguments)
         }
         OutputCheck::check(options);
         return runCommand(*command, options);
-    } catch (const UsageError& error) {
+    } catch (const UsageError &error) {
         return usageFailure(error.message(), error.exitCode());
     }
 }
 
-int HostApplication::usageFailure(const std::wstring& message, int exitCode)
+int HostApplication::usageFailure(const std::wstring &message, int exitCode)
 {
     Terminal terminal(false);
     terminal.problem(L"sorvane-diag: " + message);
@@ -69,22 +71,25 @@ int HostApplication::usageFailure(const std::wstring& message, int exitCode)
     return exitCode;
 }
 
-void HostApplication::checkOptions(const Command& command, const HostOptions& options)
+void HostApplication::checkOptions(const Command &command, const HostOptions &options)
 {
     const std::vector<std::wstring> own = command.ownOptions();
-    for (const std::wstring& option : options.given) {
+    for (const std::wstring &option : options.given) {
         bool allowed = isCommon(option) && (option != L"--device" || command.takesDevice());
-        for (const std::wstring& name : own) allowed = allowed || option == name;
-        if (!allowed) throw UsageError(L"The command " + command.name() + L" takes no " + option + L" option.");
+        for (const std::wstring &name : own)
+            allowed = allowed || option == name;
+        if (!allowed)
+            throw UsageError(L"The command " + command.name() + L" takes no " + option + L" option.");
     }
 }
 
-int HostApplication::runCommand(Command& command, const HostOptions& options)
+int HostApplication::runCommand(Command &command, const HostOptions &options)
 {
     Terminal terminal(options.jsonToStdout());
     RunReport report;
     report.setCommand(command.name());
-    for (const auto& setting : options.settings) report.addParameter(setting.first, setting.second);
+    for (const auto &setting : options.settings)
+        report.addParameter(setting.first, setting.second);
 
     int exitCode = ResultCodes::HOST_ERROR;
     try {
@@ -94,17 +99,17 @@ int HostApplication::runCommand(Command& command, const HostOptions& options)
         report.setResult(result);
         exitCode = ResultCodes::exitCode(result);
         terminal.line(L"Result: " + ResultCodes::name(result) + L" (" + ResultCodes::words(result) + L")");
-    } catch (const UsageError& error) {
+    } catch (const UsageError &error) {
         terminal.problem(L"sorvane-diag: " + error.message());
         report.addMessage(error.message());
         exitCode = error.exitCode();
         if (exitCode == ResultCodes::exitCode(ruvo::TestResult::BADPARAMS()))
             report.setResult(ruvo::TestResult::BADPARAMS());
-    } catch (const HostError& error) {
+    } catch (const HostError &error) {
         terminal.finishProgress();
         terminal.problem(L"sorvane-diag: " + error.message());
         report.addMessage(error.message());
-    } catch (const std::exception& error) {
+    } catch (const std::exception &error) {
         terminal.finishProgress();
         const std::wstring message = L"Unexpected error: " + kel::String(error.what()).wstr();
         terminal.problem(L"sorvane-diag: " + message);
@@ -114,8 +119,8 @@ int HostApplication::runCommand(Command& command, const HostOptions& options)
     return writeReport(options, terminal, report) ? exitCode : ResultCodes::HOST_ERROR;
 }
 
-ruvo::TestResult HostApplication::runInSession(Command& command, const HostOptions& options, Terminal& terminal,
-                                               RunReport& report)
+ruvo::TestResult HostApplication::runInSession(Command &command, const HostOptions &options, Terminal &terminal,
+                                               RunReport &report)
 {
     HostSession session(terminal, report, options.interactive, [&options, &terminal, &report] {
         report.addMessage(L"Quit at once by a second Ctrl+C: the test did not finish.");
@@ -126,16 +131,18 @@ ruvo::TestResult HostApplication::runInSession(Command& command, const HostOptio
     return command.run(context);
 }
 
-void HostApplication::configureLog(const HostOptions& options)
+void HostApplication::configureLog(const HostOptions &options)
 {
-    if (options.logPath.empty()) return;
+    if (options.logPath.empty())
+        return;
     kel::LogFactory::setLogFile(kel::String(HostPaths::absolute(options.logPath)));
     kel::LogFactory::setPriority(options.logPriority ? options.logPriority : kel::LOG_DETAIL);
 }
 
-bool HostApplication::writeReport(const HostOptions& options, Terminal& terminal, const RunReport& report)
+bool HostApplication::writeReport(const HostOptions &options, Terminal &terminal, const RunReport &report)
 {
-    if (options.jsonPath.empty()) return true;
+    if (options.jsonPath.empty())
+        return true;
     const std::string json = report.toJson();
     if (options.jsonToStdout()) {
         terminal.writeData(json);
@@ -144,7 +151,7 @@ bool HostApplication::writeReport(const HostOptions& options, Terminal& terminal
     try {
         HostPaths::writeFile(HostPaths::absolute(options.jsonPath), json.data(), json.size());
         return true;
-    } catch (const HostError& error) {
+    } catch (const HostError &error) {
         terminal.problem(L"sorvane-diag: " + error.message());
         return false;
     }

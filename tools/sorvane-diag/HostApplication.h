@@ -18,17 +18,17 @@ class Terminal;
 
 class HostApplication {
 public:
-    int run(const std::vector<std::wstring>& arguments);
+    int run(const std::vector<std::wstring> &arguments);
 
 private:
-    static int usageFailure(const std::wstring& message, int exitCode);
-    static void checkOptions(const Command& command, const HostOptions& options);
-    static int runCommand(Command& command, const HostOptions& options);
-    static ruvo::TestResult runInSession(Command& command, const HostOptions& options, Terminal& terminal,
-                                         RunReport& report);
-    static void configureLog(const HostOptions& options);
+    static int usageFailure(const std::wstring &message, int exitCode);
+    static void checkOptions(const Command &command, const HostOptions &options);
+    static int runCommand(Command &command, const HostOptions &options);
+    static ruvo::TestResult runInSession(Command &command, const HostOptions &options, Terminal &terminal,
+                                         RunReport &report);
+    static void configureLog(const HostOptions &options);
     // False (with the reason printed) when the report cannot be written.
-    static bool writeReport(const HostOptions& options, Terminal& terminal, const RunReport& report);
+    static bool writeReport(const HostOptions &options, Terminal &terminal, const RunReport &report);
 };
 
 } // namespace diag

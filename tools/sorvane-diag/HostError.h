@@ -11,11 +11,11 @@ namespace diag {
 
 class HostError {
 public:
-    explicit HostError(const std::wstring& message) : m_message(message) {}
+    explicit HostError(const std::wstring &message) : m_message(message) {}
     // "<what> failed: 0x80070005 Access is denied."
-    HostError(const std::wstring& what, HRESULT hr);
+    HostError(const std::wstring &what, HRESULT hr);
 
-    const std::wstring& message() const { return m_message; }
+    const std::wstring &message() const { return m_message; }
 
     static std::wstring describe(HRESULT hr);
 

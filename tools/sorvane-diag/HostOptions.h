@@ -19,7 +19,7 @@ struct HostOptions {
     // An index from `list` or a name; empty: the first device that fits the command.
     std::wstring device;
     // --set KEY=VALUE, in the order given.
-    std::vector<std::pair<std::wstring, std::wstring> > settings;
+    std::vector<std::pair<std::wstring, std::wstring>> settings;
     bool interactive;
     // "-" writes the report to standard output (and what a person reads to standard error).
     std::wstring jsonPath;
@@ -33,10 +33,11 @@ struct HostOptions {
     // `list --verbose`: the library's own records.
     bool verbose;
 
-    bool has(const std::wstring& option) const
+    bool has(const std::wstring &option) const
     {
-        for (const std::wstring& name : given) {
-            if (name == option) return true;
+        for (const std::wstring &name : given) {
+            if (name == option)
+                return true;
         }
         return false;
     }

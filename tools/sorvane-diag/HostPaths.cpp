@@ -15,23 +15,25 @@
 namespace sorvane {
 namespace diag {
 
-std::wstring HostPaths::absolute(const std::wstring& path)
+std::wstring HostPaths::absolute(const std::wstring &path)
 {
     const DWORD needed = GetFullPathNameW(path.c_str(), 0, nullptr, nullptr);
-    if (!needed) return path;
+    if (!needed)
+        return path;
     std::vector<wchar_t> buffer(needed + 1, L'\0');
     const DWORD length = GetFullPathNameW(path.c_str(), needed + 1, buffer.data(), nullptr);
     return length ? std::wstring(buffer.data(), length) : path;
 }
 
-std::wstring HostPaths::join(const std::wstring& folder, const std::wstring& name)
+std::wstring HostPaths::join(const std::wstring &folder, const std::wstring &name)
 {
-    if (folder.empty()) return name;
+    if (folder.empty())
+        return name;
     const wchar_t last = folder[folder.size() - 1];
     return last == L'\\' || last == L'/' ? folder + name : folder + L"\\" + name;
 }
 
-void HostPaths::createFolder(const std::wstring& path)
+void HostPaths::createFolder(const std::wstring &path)
 {
     const std::wstring full = absolute(path);
     const int error = SHCreateDirectoryExW(nullptr, full.c_str(), nullptr);
@@ -42,15 +44,19 @@ void HostPaths::createFolder(const std::wstring& path)
         throw HostError(L"The path " + full + L" exists and is not a folder.");
 }
 
-void HostPaths::writeFile(const std::wstring& path, const void* data, size_t size)
+void HostPaths::writeFile(const std::wstring &path, const void *data, size_t size)
 {
-    std::unique_ptr<FILE, int (*)(FILE*)> file(_wfopen(path.c_str(), L"wb"), fclose);
-    if (!file || fwrite(data, 1, size, file.get()) != size) throw HostError(L"Writing " + path + L" failed.");
+    std::unique_ptr<FILE, int (*)(FILE *)> file(_wfopen(path.c_str(), L"wb"), fclose);
+    if (!file || fwrite(data, 1, size, file.get()) != size)
+        throw HostError(L"Writing " + path + L" failed.");
 }
 
-std::wstring HostPaths::tempFolder() { return kel::FileSystem::tempDirectory().wstr(); }
+std::wstring HostPaths::tempFolder()
+{
+    return kel::FileSystem::tempDirectory().wstr();
+}
 
-std::wstring HostPaths::defaultOutputFolder(const std::wstring& command)
+std::wstring HostPaths::defaultOutputFolder(const std::wstring &command)
 {
     SYSTEMTIME now;
     GetLocalTime(&now);
@@ -63,31 +69,34 @@ std::wstring HostPaths::defaultOutputFolder(const std::wstring& command)
     const std::wstring base = join(parent, command + stamp);
     for (unsigned attempt = 1;; ++attempt) {
         const std::wstring folder = attempt == 1 ? base : base + L"-" + std::to_wstring(attempt);
-        if (CreateDirectoryW(folder.c_str(), nullptr)) return folder;
+        if (CreateDirectoryW(folder.c_str(), nullptr))
+            return folder;
         const DWORD error = GetLastError();
         if (error != ERROR_ALREADY_EXISTS)
             throw HostError(L"Creating the folder " + folder, HRESULT_FROM_WIN32(error));
     }
 }
 
-std::wstring HostPaths::hostSystemPath(const std::wstring& path)
+std::wstring HostPaths::hostSystemPath(const std::wstring &path)
 {
     // Wine's kernel32 exports the translation; Windows has no such function.
-    typedef char*(CDECL * UnixFileName)(const wchar_t*);
+    typedef char *(CDECL * UnixFileName)(const wchar_t *);
     const HMODULE kernel = GetModuleHandleW(L"kernel32.dll");
     const FARPROC found = kernel ? GetProcAddress(kernel, "wine_get_unix_file_name") : nullptr;
     // Through the generic function type, which converts to any other without a warning.
     typedef void (*AnyFunction)();
     const UnixFileName unixFileName = reinterpret_cast<UnixFileName>(reinterpret_cast<AnyFunction>(found));
-    if (!unixFileName) return std::wstring();
-    char* translated = unixFileName(path.c_str());
-    if (!translated) return std::wstring();
+    if (!unixFileName)
+        return std::wstring();
+    char *translated = unixFileName(path.c_str());
+    if (!translated)
+        return std::wstring();
     const std::wstring text = kel::String::fromUtf8(translated).wstr();
     HeapFree(GetProcessHeap(), 0, translated);
     return text;
 }
 
-std::wstring HostPaths::shown(const std::wstring& path)
+std::wstring HostPaths::shown(const std::wstring &path)
 {
     const std::wstring hostPath = hostSystemPath(path);
     return hostPath.empty() ? path : path + L"\n  (" + hostPath + L")";

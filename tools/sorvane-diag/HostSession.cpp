@@ -11,14 +11,15 @@
 namespace sorvane {
 namespace diag {
 
-HostSession::HostSession(Terminal& terminal, RunReport& report, bool interactive,
-                         const StopRequest::QuitAction& beforeQuit)
+HostSession::HostSession(Terminal &terminal, RunReport &report, bool interactive,
+                         const StopRequest::QuitAction &beforeQuit)
     : m_backend(terminal, report, interactive)
 {
     // The capture objects own windows and pump messages on this thread, as on a test
     // module's thread: a single-threaded apartment.
     const HRESULT hr = CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
-    if (FAILED(hr)) throw HostError(L"Starting COM", hr);
+    if (FAILED(hr))
+        throw HostError(L"Starting COM", hr);
     ruvo::DiagModule::setBackend(&m_backend);
     LibraryErrors::start();
     sorvane::init();

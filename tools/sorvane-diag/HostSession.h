@@ -12,10 +12,10 @@ class HostSession {
 public:
     // Throws HostError when COM does not start.
     // `beforeQuit` runs when a second Ctrl+C ends the program at once.
-    HostSession(Terminal& terminal, RunReport& report, bool interactive, const StopRequest::QuitAction& beforeQuit);
+    HostSession(Terminal &terminal, RunReport &report, bool interactive, const StopRequest::QuitAction &beforeQuit);
     ~HostSession();
-    HostSession(const HostSession&) = delete;
-    HostSession& operator=(const HostSession&) = delete;
+    HostSession(const HostSession &) = delete;
+    HostSession &operator=(const HostSession &) = delete;
 
 private:
     TerminalBackend m_backend;

@@ -12,8 +12,8 @@ struct Image {
     Image(int w, int h) : width(w), height(h), bgr(static_cast<size_t>(w) * h * 3, 0) {}
 
     int stride() const { return width * 3; }
-    unsigned char* row(int y) { return &bgr[static_cast<size_t>(y) * stride()]; }
-    const unsigned char* row(int y) const { return &bgr[static_cast<size_t>(y) * stride()]; }
+    unsigned char *row(int y) { return &bgr[static_cast<size_t>(y) * stride()]; }
+    const unsigned char *row(int y) const { return &bgr[static_cast<size_t>(y) * stride()]; }
 
     int width;
     int height;

@@ -6,9 +6,10 @@ namespace diag {
 
 namespace {
 
-void check(HRESULT hr, const std::wstring& what)
+void check(HRESULT hr, const std::wstring &what)
 {
-    if (FAILED(hr)) throw HostError(what, hr);
+    if (FAILED(hr))
+        throw HostError(what, hr);
 }
 
 } // namespace
@@ -19,7 +20,7 @@ ImageCodec::ImageCodec()
           L"Starting the Windows Imaging Component");
 }
 
-void ImageCodec::writePng(const Image& image, const std::wstring& path)
+void ImageCodec::writePng(const Image &image, const std::wstring &path)
 {
     const std::wstring what = L"Writing " + path;
     CComPtr<IWICStream> stream;
@@ -40,18 +41,18 @@ void ImageCodec::writePng(const Image& image, const std::wstring& path)
     if (!IsEqualGUID(format, GUID_WICPixelFormat24bppBGR))
         throw HostError(what + L" failed: the PNG encoder does not take 24-bit BGR pixels.");
     check(frame->WritePixels(static_cast<UINT>(image.height), static_cast<UINT>(image.stride()),
-                             static_cast<UINT>(image.bgr.size()), const_cast<BYTE*>(image.bgr.data())),
+                             static_cast<UINT>(image.bgr.size()), const_cast<BYTE *>(image.bgr.data())),
           what);
     check(frame->Commit(), what);
     check(encoder->Commit(), what);
 }
 
-Image ImageCodec::decodeJpeg(const unsigned char* data, size_t size)
+Image ImageCodec::decodeJpeg(const unsigned char *data, size_t size)
 {
     const std::wstring what = L"Decoding a JPEG frame";
     CComPtr<IWICStream> stream;
     check(m_factory->CreateStream(&stream), what);
-    check(stream->InitializeFromMemory(const_cast<BYTE*>(data), static_cast<DWORD>(size)), what);
+    check(stream->InitializeFromMemory(const_cast<BYTE *>(data), static_cast<DWORD>(size)), what);
 
     CComPtr<IWICBitmapDecoder> decoder;
     check(m_factory->CreateDecoderFromStream(stream, nullptr, WICDecodeMetadataCacheOnDemand, &decoder), what);

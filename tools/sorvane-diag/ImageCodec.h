@@ -16,8 +16,8 @@ public:
     // Throws HostError when WIC is not available.
     ImageCodec();
 
-    void writePng(const Image& image, const std::wstring& path);
-    Image decodeJpeg(const unsigned char* data, size_t size);
+    void writePng(const Image &image, const std::wstring &path);
+    Image decodeJpeg(const unsigned char *data, size_t size);
 
 private:
     CComPtr<IWICImagingFactory> m_factory;

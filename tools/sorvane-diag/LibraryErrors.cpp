@@ -15,27 +15,36 @@ std::mutex g_lock;
 std::vector<std::wstring> g_lines;
 
 // "408 IMediaControl::Run() failed: ...\ngraph: ..." as "IMediaControl::Run() failed: ...".
-std::wstring firstLineWithoutNumber(const std::wstring& message)
+std::wstring firstLineWithoutNumber(const std::wstring &message)
 {
     size_t begin = 0;
-    while (begin < message.size() && iswdigit(message[begin])) ++begin;
-    while (begin < message.size() && message[begin] == L' ') ++begin;
+    while (begin < message.size() && iswdigit(message[begin]))
+        ++begin;
+    while (begin < message.size() && message[begin] == L' ')
+        ++begin;
     const size_t end = message.find_first_of(L"\r\n", begin);
     return message.substr(begin, end == std::wstring::npos ? std::wstring::npos : end - begin);
 }
 
-void keep(const kel::String&, int priority, const kel::String& message)
+void keep(const kel::String &, int priority, const kel::String &message)
 {
-    if (priority < kel::LOG_ERROR) return;
+    if (priority < kel::LOG_ERROR)
+        return;
     std::lock_guard<std::mutex> hold(g_lock);
     g_lines.push_back(firstLineWithoutNumber(message.wstr()));
 }
 
 } // namespace
 
-void LibraryErrors::start() { kel::LogFactory::setSink(&keep); }
+void LibraryErrors::start()
+{
+    kel::LogFactory::setSink(&keep);
+}
 
-void LibraryErrors::stop() { kel::LogFactory::setSink(kel::LogFactory::Sink()); }
+void LibraryErrors::stop()
+{
+    kel::LogFactory::setSink(kel::LogFactory::Sink());
+}
 
 size_t LibraryErrors::count()
 {
@@ -46,7 +55,8 @@ size_t LibraryErrors::count()
 std::vector<std::wstring> LibraryErrors::since(size_t first)
 {
     std::lock_guard<std::mutex> hold(g_lock);
-    if (first >= g_lines.size()) return std::vector<std::wstring>();
+    if (first >= g_lines.size())
+        return std::vector<std::wstring>();
     return std::vector<std::wstring>(g_lines.begin() + static_cast<std::ptrdiff_t>(first), g_lines.end());
 }
 

@@ -11,23 +11,27 @@ namespace diag {
 
 namespace {
 
-const wchar_t* const kColumnGap = L"  ";
-const wchar_t* const kMissing = L"-";
+const wchar_t *const kColumnGap = L"  ";
+const wchar_t *const kMissing = L"-";
 
-std::wstring orMissing(const kel::String& value)
+std::wstring orMissing(const kel::String &value)
 {
     return value.isEmpty() ? std::wstring(kMissing) : value.wstr();
 }
 
-std::wstring vendorAndProduct(const CaptureDevice& device)
+std::wstring vendorAndProduct(const CaptureDevice &device)
 {
-    if (device.vendorIdCode().isEmpty() && device.deviceIdCode().isEmpty()) return kMissing;
+    if (device.vendorIdCode().isEmpty() && device.deviceIdCode().isEmpty())
+        return kMissing;
     return orMissing(device.vendorIdCode()) + L":" + orMissing(device.deviceIdCode());
 }
 
 } // namespace
 
-std::wstring ListCommand::summary() const { return L"list the capture devices the library finds"; }
+std::wstring ListCommand::summary() const
+{
+    return L"list the capture devices the library finds";
+}
 
 std::wstring ListCommand::help() const
 {
@@ -48,13 +52,14 @@ std::wstring ListCommand::help() const
            L"Result: PASS when there is at least one device, NODEVICE when there is none.\n";
 }
 
-ruvo::TestResult ListCommand::run(CommandContext& context)
+ruvo::TestResult ListCommand::run(CommandContext &context)
 {
-    const std::vector<ruvo::DiagDevice>& records = context.devices();
-    const kel::Array<CaptureDevice>& devices = context.captureDevices();
+    const std::vector<ruvo::DiagDevice> &records = context.devices();
+    const kel::Array<CaptureDevice> &devices = context.captureDevices();
     context.report().setDevices(records);
     std::vector<DeviceIdentity> identities;
-    for (const CaptureDevice& device : devices) identities.push_back(DeviceIdentity::of(device));
+    for (const CaptureDevice &device : devices)
+        identities.push_back(DeviceIdentity::of(device));
     context.report().setIdentities(identities);
     if (devices.isEmpty()) {
         context.say(L"The library finds no capture devices.");
@@ -63,19 +68,20 @@ ruvo::TestResult ListCommand::run(CommandContext& context)
     context.terminal().line(std::to_wstring(devices.size()) +
                             (devices.size() == 1 ? L" capture device:" : L" capture devices:"));
     if (context.options().verbose) {
-        for (int i = 0; i < devices.size(); ++i) context.terminal().line(verboseRecord(devices[i], i));
+        for (int i = 0; i < devices.size(); ++i)
+            context.terminal().line(verboseRecord(devices[i], i));
     } else {
         context.terminal().line(formatTable(tableOf(devices)));
     }
     return ruvo::TestResult::PASS();
 }
 
-std::vector<ListCommand::Row> ListCommand::tableOf(const kel::Array<CaptureDevice>& devices)
+std::vector<ListCommand::Row> ListCommand::tableOf(const kel::Array<CaptureDevice> &devices)
 {
     std::vector<Row> rows;
     rows.push_back({L"#", L"Name", L"Kind", L"Bus", L"VID:PID", L"Driver"});
     for (int i = 0; i < devices.size(); ++i) {
-        const CaptureDevice& device = devices[i];
+        const CaptureDevice &device = devices[i];
         const std::wstring bus = DeviceIdentity::busOf(device);
         rows.push_back({std::to_wstring(i), orMissing(device.name()), DeviceIdentity::kindOf(device),
                         bus.empty() ? std::wstring(kMissing) : bus, vendorAndProduct(device),
@@ -85,26 +91,28 @@ std::vector<ListCommand::Row> ListCommand::tableOf(const kel::Array<CaptureDevic
 }
 
 // Columns as wide as their widest cell; the last one is not padded.
-std::wstring ListCommand::formatTable(const std::vector<Row>& rows)
+std::wstring ListCommand::formatTable(const std::vector<Row> &rows)
 {
     std::vector<size_t> widths(rows.front().size(), 0);
-    for (const Row& row : rows) {
-        for (size_t column = 0; column < row.size(); ++column) widths[column] = std::max(widths[column], row[column].size());
+    for (const Row &row : rows) {
+        for (size_t column = 0; column < row.size(); ++column)
+            widths[column] = std::max(widths[column], row[column].size());
     }
     std::wstring text;
     for (size_t r = 0; r < rows.size(); ++r) {
         std::wstring line = kColumnGap;
         for (size_t column = 0; column < rows[r].size(); ++column) {
-            const std::wstring& cell = rows[r][column];
+            const std::wstring &cell = rows[r][column];
             line += cell;
-            if (column + 1 < rows[r].size()) line += std::wstring(widths[column] - cell.size(), L' ') + kColumnGap;
+            if (column + 1 < rows[r].size())
+                line += std::wstring(widths[column] - cell.size(), L' ') + kColumnGap;
         }
         text += (r ? L"\n" : L"") + line;
     }
     return text;
 }
 
-std::wstring ListCommand::verboseRecord(const CaptureDevice& device, int index)
+std::wstring ListCommand::verboseRecord(const CaptureDevice &device, int index)
 {
     return L"[" + std::to_wstring(index) + L"] " + device.name().wstr() + L"\n" +
            device.toFormattedString(kel::String(L"    ")).wstr();

@@ -19,14 +19,14 @@ public:
     std::wstring help() const override;
     std::vector<std::wstring> ownOptions() const override { return std::vector<std::wstring>(1, L"--verbose"); }
     bool takesDevice() const override { return false; }
-    ruvo::TestResult run(CommandContext& context) override;
+    ruvo::TestResult run(CommandContext &context) override;
 
 private:
     typedef std::vector<std::wstring> Row;
 
-    static std::vector<Row> tableOf(const kel::Array<CaptureDevice>& devices);
-    static std::wstring formatTable(const std::vector<Row>& rows);
-    static std::wstring verboseRecord(const CaptureDevice& device, int index);
+    static std::vector<Row> tableOf(const kel::Array<CaptureDevice> &devices);
+    static std::wstring formatTable(const std::vector<Row> &rows);
+    static std::wstring verboseRecord(const CaptureDevice &device, int index);
 };
 
 } // namespace diag

@@ -12,27 +12,30 @@ class MediaTypeOwner {
 public:
     MediaTypeOwner() : m_type(nullptr) {}
     ~MediaTypeOwner() { reset(); }
-    MediaTypeOwner(const MediaTypeOwner&) = delete;
-    MediaTypeOwner& operator=(const MediaTypeOwner&) = delete;
+    MediaTypeOwner(const MediaTypeOwner &) = delete;
+    MediaTypeOwner &operator=(const MediaTypeOwner &) = delete;
 
-    AM_MEDIA_TYPE** receive()
+    AM_MEDIA_TYPE **receive()
     {
         reset();
         return &m_type;
     }
-    const AM_MEDIA_TYPE* get() const { return m_type; }
+    const AM_MEDIA_TYPE *get() const { return m_type; }
 
 private:
     void reset()
     {
-        if (!m_type) return;
-        if (m_type->cbFormat) CoTaskMemFree(m_type->pbFormat);
-        if (m_type->pUnk) m_type->pUnk->Release();
+        if (!m_type)
+            return;
+        if (m_type->cbFormat)
+            CoTaskMemFree(m_type->pbFormat);
+        if (m_type->pUnk)
+            m_type->pUnk->Release();
         CoTaskMemFree(m_type);
         m_type = nullptr;
     }
 
-    AM_MEDIA_TYPE* m_type;
+    AM_MEDIA_TYPE *m_type;
 };
 
 } // namespace diag

@@ -9,25 +9,30 @@
 namespace sorvane {
 namespace diag {
 
-void OutputCheck::check(const HostOptions& options)
+void OutputCheck::check(const HostOptions &options)
 {
-    if (!options.jsonPath.empty() && !options.jsonToStdout()) checkFileFolder(options.jsonPath, L"--json");
-    if (!options.logPath.empty()) checkFileFolder(options.logPath, L"--log");
-    if (!options.outputFolder.empty()) checkOutputFolder(HostPaths::absolute(options.outputFolder));
+    if (!options.jsonPath.empty() && !options.jsonToStdout())
+        checkFileFolder(options.jsonPath, L"--json");
+    if (!options.logPath.empty())
+        checkFileFolder(options.logPath, L"--log");
+    if (!options.outputFolder.empty())
+        checkOutputFolder(HostPaths::absolute(options.outputFolder));
 }
 
-void OutputCheck::checkFileFolder(const std::wstring& path, const std::wstring& option)
+void OutputCheck::checkFileFolder(const std::wstring &path, const std::wstring &option)
 {
     const std::wstring full = HostPaths::absolute(path);
     const size_t slash = full.find_last_of(L"\\/");
-    if (slash == std::wstring::npos) return;
+    if (slash == std::wstring::npos)
+        return;
     const std::wstring folder = full.substr(0, slash + 1);
     if (!isFolder(folder))
         throw UsageError(L"The folder " + folder + L" for " + option + L" " + path + L" does not exist.");
-    if (isFolder(full)) throw UsageError(L"The " + option + L" file " + full + L" is a folder.");
+    if (isFolder(full))
+        throw UsageError(L"The " + option + L" file " + full + L" is a folder.");
 }
 
-void OutputCheck::checkOutputFolder(const std::wstring& path)
+void OutputCheck::checkOutputFolder(const std::wstring &path)
 {
     if (isFolder(path)) {
         const std::wstring earlier = earlierFrame(path);
@@ -37,7 +42,7 @@ void OutputCheck::checkOutputFolder(const std::wstring& path)
     }
     try {
         HostPaths::createFolder(path);
-    } catch (const HostError& error) {
+    } catch (const HostError &error) {
         throw UsageError(L"Cannot use the --out folder: " + error.message());
     }
     // Writing a file is the only sure test of write access.
@@ -50,16 +55,17 @@ void OutputCheck::checkOutputFolder(const std::wstring& path)
     CloseHandle(file);
 }
 
-std::wstring OutputCheck::earlierFrame(const std::wstring& folder)
+std::wstring OutputCheck::earlierFrame(const std::wstring &folder)
 {
-    for (const wchar_t* pattern : {L"frame-*.png", L"frame-*.jpg", L"contact-sheet.png"}) {
+    for (const wchar_t *pattern : {L"frame-*.png", L"frame-*.jpg", L"contact-sheet.png"}) {
         const std::wstring found = ScopedFind::firstFile(HostPaths::join(folder, pattern));
-        if (!found.empty()) return found;
+        if (!found.empty())
+            return found;
     }
     return std::wstring();
 }
 
-bool OutputCheck::isFolder(const std::wstring& path)
+bool OutputCheck::isFolder(const std::wstring &path)
 {
     const DWORD attributes = GetFileAttributesW(path.c_str());
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY);

@@ -13,14 +13,14 @@ namespace diag {
 class OutputCheck {
 public:
     // Throws UsageError with the exact problem; creates the --out folder when it is missing.
-    static void check(const HostOptions& options);
+    static void check(const HostOptions &options);
 
 private:
-    static void checkFileFolder(const std::wstring& path, const std::wstring& option);
-    static void checkOutputFolder(const std::wstring& path);
+    static void checkFileFolder(const std::wstring &path, const std::wstring &option);
+    static void checkOutputFolder(const std::wstring &path);
     // The first file of an earlier run in `folder` (frame-001.png ...); empty when none.
-    static std::wstring earlierFrame(const std::wstring& folder);
-    static bool isFolder(const std::wstring& path);
+    static std::wstring earlierFrame(const std::wstring &folder);
+    static bool isFolder(const std::wstring &path);
 };
 
 } // namespace diag

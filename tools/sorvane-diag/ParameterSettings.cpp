@@ -9,32 +9,37 @@ namespace diag {
 
 namespace {
 
-std::wstring typeName(ruvo::DataType::Type type) { return kel::String(ruvo::Value::typeName(type)).wstr(); }
+std::wstring typeName(ruvo::DataType::Type type)
+{
+    return kel::String(ruvo::Value::typeName(type)).wstr();
+}
 
 std::wstring knownKeys()
 {
     std::wstring keys;
     const kel::Array<ruvo::Declaration> declarations = ruvo::DiagModule::declarations();
-    for (const ruvo::Declaration& declaration : declarations) {
-        if (declaration.kind != ruvo::Declaration::PARAMETER) continue;
-        if (!keys.empty()) keys += L", ";
+    for (const ruvo::Declaration &declaration : declarations) {
+        if (declaration.kind != ruvo::Declaration::PARAMETER)
+            continue;
+        if (!keys.empty())
+            keys += L", ";
         keys += declaration.key.wstr();
     }
     return keys;
 }
 
 // The declared key that differs from `key` only in case, or empty.
-std::wstring sameKeyInOtherCase(const std::wstring& key)
+std::wstring sameKeyInOtherCase(const std::wstring &key)
 {
     const kel::Array<ruvo::Declaration> declarations = ruvo::DiagModule::declarations();
-    for (const ruvo::Declaration& declaration : declarations) {
+    for (const ruvo::Declaration &declaration : declarations) {
         if (declaration.kind == ruvo::Declaration::PARAMETER && declaration.key.equalsIgnoreCase(kel::String(key)))
             return declaration.key.wstr();
     }
     return std::wstring();
 }
 
-std::wstring unknownKeyMessage(const std::wstring& key)
+std::wstring unknownKeyMessage(const std::wstring &key)
 {
     const std::wstring suggestion = sameKeyInOtherCase(key);
     if (!suggestion.empty())
@@ -43,11 +48,11 @@ std::wstring unknownKeyMessage(const std::wstring& key)
 }
 
 struct Parsed {
-    ruvo::Parameter* parameter;
+    ruvo::Parameter *parameter;
     ruvo::Value value;
 };
 
-Parsed parse(const std::wstring& key, const std::wstring& text)
+Parsed parse(const std::wstring &key, const std::wstring &text)
 {
     const int badParams = ResultCodes::exitCode(ruvo::TestResult::BADPARAMS());
     Parsed parsed;
@@ -63,21 +68,25 @@ Parsed parse(const std::wstring& key, const std::wstring& text)
 
 } // namespace
 
-void ParameterSettings::apply(const std::vector<std::pair<std::wstring, std::wstring> >& settings)
+void ParameterSettings::apply(const std::vector<std::pair<std::wstring, std::wstring>> &settings)
 {
     std::vector<Parsed> parsed;
-    for (const auto& setting : settings) parsed.push_back(parse(setting.first, setting.second));
-    for (const Parsed& each : parsed) each.parameter->set(each.value);
+    for (const auto &setting : settings)
+        parsed.push_back(parse(setting.first, setting.second));
+    for (const Parsed &each : parsed)
+        each.parameter->set(each.value);
 }
 
 std::wstring ParameterSettings::declaredHelp()
 {
     std::wstring text;
     const kel::Array<ruvo::Declaration> declarations = ruvo::DiagModule::declarations();
-    for (const ruvo::Declaration& declaration : declarations) {
-        if (declaration.kind != ruvo::Declaration::PARAMETER) continue;
+    for (const ruvo::Declaration &declaration : declarations) {
+        if (declaration.kind != ruvo::Declaration::PARAMETER)
+            continue;
         std::wstring key = declaration.key.wstr();
-        if (key.size() < 26) key.append(26 - key.size(), L' ');
+        if (key.size() < 26)
+            key.append(26 - key.size(), L' ');
         text += L"  " + key + L" " + typeName(declaration.type) + L"\n";
     }
     return text;

@@ -14,7 +14,7 @@ public:
     // Sets each KEY=VALUE. An unknown key, or a value that does not parse as the key's
     // declared type, throws UsageError with the BADPARAMS exit status, naming the key and
     // the type expected; nothing is set then.
-    static void apply(const std::vector<std::pair<std::wstring, std::wstring> >& settings);
+    static void apply(const std::vector<std::pair<std::wstring, std::wstring>> &settings);
     // Every declared parameter with its type, one a line, for --help.
     static std::wstring declaredHelp();
 };

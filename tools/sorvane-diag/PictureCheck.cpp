@@ -14,36 +14,40 @@
 namespace sorvane {
 namespace diag {
 
-std::vector<Image> PictureCheck::decode(const CapturedFrames& frames)
+std::vector<Image> PictureCheck::decode(const CapturedFrames &frames)
 {
     std::vector<Image> pictures;
     if (frames.layout == CapturedFrames::JPEG) {
         ImageCodec codec;
         const size_t limit = static_cast<size_t>(frames.width) * frames.height * 3 + 4096;
-        for (const boost::shared_ptr<unsigned char>& frame : frames.buffers) {
+        for (const boost::shared_ptr<unsigned char> &frame : frames.buffers) {
             const size_t size = JpegScanner::length(frame.get(), limit);
-            if (size) pictures.push_back(codec.decodeJpeg(frame.get(), size));
+            if (size)
+                pictures.push_back(codec.decodeJpeg(frame.get(), size));
         }
         return pictures;
     }
-    if (!FrameConverter::isRaw(frames.layout)) return pictures;
-    for (const boost::shared_ptr<unsigned char>& frame : frames.buffers)
+    if (!FrameConverter::isRaw(frames.layout))
+        return pictures;
+    for (const boost::shared_ptr<unsigned char> &frame : frames.buffers)
         pictures.push_back(
             FrameConverter::toImage(frame.get(), frames.layout, frames.width, frames.height, frames.bottomUp));
     return pictures;
 }
 
-ruvo::TestResult PictureCheck::judge(CommandContext& context, const CapturedFrames& frames,
-                                     const ruvo::TestResult& result)
+ruvo::TestResult PictureCheck::judge(CommandContext &context, const CapturedFrames &frames,
+                                     const ruvo::TestResult &result)
 {
-    if (result != ruvo::TestResult::PASS()) return result;
+    if (result != ruvo::TestResult::PASS())
+        return result;
     return conclude(context, L"capture", decode(frames), result);
 }
 
-ruvo::TestResult PictureCheck::judgeSample(CommandContext& context, const ruvo::DiagDevice& device,
-                                           const ruvo::TestResult& result)
+ruvo::TestResult PictureCheck::judgeSample(CommandContext &context, const ruvo::DiagDevice &device,
+                                           const ruvo::TestResult &result)
 {
-    if (result != ruvo::TestResult::PASS()) return result;
+    if (result != ruvo::TestResult::PASS())
+        return result;
     if (CaptureClasses::isTuner(device)) {
         notJudged(context, L"a TV tuner's picture is not sampled");
         return result;
@@ -53,7 +57,7 @@ ruvo::TestResult PictureCheck::judgeSample(CommandContext& context, const ruvo::
     try {
         sample = CaptureClasses::captureFrames(device, CommandContext::windowTitle(device),
                                                CommandContext::captureDelay(), kSampleFrames);
-    } catch (const CaptureException&) {
+    } catch (const CaptureException &) {
         // The library's test has passed and keeps its result; only the judgement is missing.
         notJudged(context, L"the sample of frames could not be captured");
         return result;
@@ -61,15 +65,15 @@ ruvo::TestResult PictureCheck::judgeSample(CommandContext& context, const ruvo::
     return conclude(context, L"sample", decode(sample), result);
 }
 
-ruvo::TestResult PictureCheck::conclude(CommandContext& context, const std::wstring& source,
-                                        const std::vector<Image>& pictures, const ruvo::TestResult& result)
+ruvo::TestResult PictureCheck::conclude(CommandContext &context, const std::wstring &source,
+                                        const std::vector<Image> &pictures, const ruvo::TestResult &result)
 {
     const PictureHealth::Measures measures = PictureHealth::measure(pictures);
     const PictureHealth::Verdict verdict = PictureHealth::judge(measures);
     const bool strict = context.options().has(L"--strict");
     const bool bad = verdict != PictureHealth::GOOD;
     context.terminal().line(PictureHealth::sentence(verdict, measures));
-    context.report().addSection(L"picture", [=](JsonWriter& json) {
+    context.report().addSection(L"picture", [=](JsonWriter &json) {
         json.beginObject();
         json.field(L"verdict", PictureHealth::name(verdict));
         json.field(L"source", source);
@@ -82,15 +86,16 @@ ruvo::TestResult PictureCheck::conclude(CommandContext& context, const std::wstr
         json.field(L"strict", strict);
         json.endObject();
     });
-    if (!bad || !strict) return result;
+    if (!bad || !strict)
+        return result;
     context.say(L"--strict: a " + std::wstring(PictureHealth::name(verdict)) + L" picture fails the test.");
     return ruvo::TestResult::FAIL();
 }
 
-void PictureCheck::notJudged(CommandContext& context, const std::wstring& why)
+void PictureCheck::notJudged(CommandContext &context, const std::wstring &why)
 {
     context.terminal().line(L"Picture: not judged: " + why + L".");
-    context.report().addSection(L"picture", [=](JsonWriter& json) {
+    context.report().addSection(L"picture", [=](JsonWriter &json) {
         json.beginObject();
         json.field(L"verdict", L"not judged");
         json.field(L"reason", why);

@@ -24,19 +24,19 @@ public:
 
     // Judges frames the library returned; `result` is the library's, returned unchanged
     // unless --strict finds the picture bad.
-    static ruvo::TestResult judge(CommandContext& context, const CapturedFrames& frames,
-                                  const ruvo::TestResult& result);
+    static ruvo::TestResult judge(CommandContext &context, const CapturedFrames &frames,
+                                  const ruvo::TestResult &result);
     // Preview and recording return no frames: after a passing run the host captures a short
     // sample from the same device and judges that. Tuners are not sampled.
-    static ruvo::TestResult judgeSample(CommandContext& context, const ruvo::DiagDevice& device,
-                                        const ruvo::TestResult& result);
+    static ruvo::TestResult judgeSample(CommandContext &context, const ruvo::DiagDevice &device,
+                                        const ruvo::TestResult &result);
     // Top-down BGR pictures of the captured frames (JPEG frames decoded).
-    static std::vector<Image> decode(const CapturedFrames& frames);
+    static std::vector<Image> decode(const CapturedFrames &frames);
 
 private:
-    static ruvo::TestResult conclude(CommandContext& context, const std::wstring& source,
-                                     const std::vector<Image>& pictures, const ruvo::TestResult& result);
-    static void notJudged(CommandContext& context, const std::wstring& why);
+    static ruvo::TestResult conclude(CommandContext &context, const std::wstring &source,
+                                     const std::vector<Image> &pictures, const ruvo::TestResult &result);
+    static void notJudged(CommandContext &context, const std::wstring &why);
 };
 
 } // namespace diag

@@ -18,7 +18,7 @@ namespace {
 
 // About 320 samples across and down (at least every second pixel) are plenty for these
 // statistics and keep 500 HD frames quick.
-int stepFor(const Image& frame)
+int stepFor(const Image &frame)
 {
     const int larger = frame.width > frame.height ? frame.width : frame.height;
     return larger / 320 > 2 ? larger / 320 : 2;
@@ -26,13 +26,13 @@ int stepFor(const Image& frame)
 
 } // namespace
 
-int PictureHealth::lumaAt(const Image& frame, int x, int y)
+int PictureHealth::lumaAt(const Image &frame, int x, int y)
 {
-    const unsigned char* pixel = frame.row(y) + x * 3;
+    const unsigned char *pixel = frame.row(y) + x * 3;
     return (pixel[0] * 29 + pixel[1] * 150 + pixel[2] * 77) >> 8;
 }
 
-PictureHealth::FrameFigures PictureHealth::figuresOf(const Image& frame)
+PictureHealth::FrameFigures PictureHealth::figuresOf(const Image &frame)
 {
     FrameFigures figures = {0.0, 0.0, 0.0};
     double sum[3] = {0, 0, 0};
@@ -43,7 +43,7 @@ PictureHealth::FrameFigures PictureHealth::figuresOf(const Image& frame)
     size_t count = 0;
     const int step = stepFor(frame);
     for (int y = 0; y < frame.height; y += step) {
-        const unsigned char* row = frame.row(y);
+        const unsigned char *row = frame.row(y);
         for (int x = 0; x < frame.width; x += step) {
             for (int c = 0; c < 3; ++c) {
                 sum[c] += row[x * 3 + c];
@@ -53,27 +53,30 @@ PictureHealth::FrameFigures PictureHealth::figuresOf(const Image& frame)
             luma += here;
             // The right-hand neighbour, against the pixel half a picture away in both directions.
             neighbours += std::abs(here - lumaAt(frame, x + 1 < frame.width ? x + 1 : x - (x > 0), y));
-            unrelated += std::abs(here - lumaAt(frame, (x + frame.width / 2) % frame.width,
-                                                (y + frame.height / 2) % frame.height));
+            unrelated += std::abs(
+                here - lumaAt(frame, (x + frame.width / 2) % frame.width, (y + frame.height / 2) % frame.height));
             ++count;
         }
     }
-    if (!count) return figures;
+    if (!count)
+        return figures;
     figures.meanLuma = luma / count;
     for (int c = 0; c < 3; ++c) {
         const double mean = sum[c] / count;
         const double variance = squares[c] / count - mean * mean;
         const double deviation = variance > 0 ? std::sqrt(variance) : 0.0;
-        if (deviation > figures.spread) figures.spread = deviation;
+        if (deviation > figures.spread)
+            figures.spread = deviation;
     }
     // A picture without differences has no structure to speak of, and no noise either.
     figures.structure = unrelated > 0 ? 1.0 - neighbours / unrelated : 1.0;
     return figures;
 }
 
-double PictureHealth::changeBetween(const Image& earlier, const Image& later)
+double PictureHealth::changeBetween(const Image &earlier, const Image &later)
 {
-    if (earlier.width != later.width || earlier.height != later.height) return 255.0;
+    if (earlier.width != later.width || earlier.height != later.height)
+        return 255.0;
     double total = 0;
     size_t count = 0;
     const int step = stepFor(later);
@@ -86,17 +89,19 @@ double PictureHealth::changeBetween(const Image& earlier, const Image& later)
     return count ? total / count : 0.0;
 }
 
-PictureHealth::Measures PictureHealth::measure(const std::vector<Image>& frames)
+PictureHealth::Measures PictureHealth::measure(const std::vector<Image> &frames)
 {
     Measures measures;
     measures.frames = frames.size();
-    if (frames.empty()) return measures;
+    if (frames.empty())
+        return measures;
     for (size_t i = 0; i < frames.size(); ++i) {
         const FrameFigures figures = figuresOf(frames[i]);
         measures.meanLuma += figures.meanLuma;
         measures.spread += figures.spread;
         measures.structure += figures.structure;
-        if (i == 0) continue;
+        if (i == 0)
+            continue;
         measures.change += changeBetween(frames[i - 1], frames[i]);
         if (frames[i].width == frames[i - 1].width && frames[i].height == frames[i - 1].height &&
             frames[i].bgr == frames[i - 1].bgr)
@@ -105,35 +110,37 @@ PictureHealth::Measures PictureHealth::measure(const std::vector<Image>& frames)
     measures.meanLuma /= frames.size();
     measures.spread /= frames.size();
     measures.structure /= frames.size();
-    if (frames.size() > 1) measures.change /= frames.size() - 1;
+    if (frames.size() > 1)
+        measures.change /= frames.size() - 1;
     return measures;
 }
 
-PictureHealth::Verdict PictureHealth::judge(const Measures& measures)
+PictureHealth::Verdict PictureHealth::judge(const Measures &measures)
 {
-    if (!measures.frames) return NO_FRAMES;
-    if (measures.spread < kFlatSpread) return measures.meanLuma < kBlackLuma ? BLACK : FLAT;
-    if (measures.structure < kNoiseStructure) return NOISE;
+    if (!measures.frames)
+        return NO_FRAMES;
+    if (measures.spread < kFlatSpread)
+        return measures.meanLuma < kBlackLuma ? BLACK : FLAT;
+    if (measures.structure < kNoiseStructure)
+        return NOISE;
     // One repeated frame proves nothing; a camera that never changes a pixel has stopped.
-    if (measures.frames > 1 && measures.identicalPairs == measures.frames - 1) return FROZEN;
+    if (measures.frames > 1 && measures.identicalPairs == measures.frames - 1)
+        return FROZEN;
     return GOOD;
 }
 
-const wchar_t* PictureHealth::name(Verdict verdict)
+const wchar_t *PictureHealth::name(Verdict verdict)
 {
-    static const wchar_t* const kNames[] = {L"good", L"black", L"flat", L"noise", L"frozen", L"no frames"};
+    static const wchar_t *const kNames[] = {L"good", L"black", L"flat", L"noise", L"frozen", L"no frames"};
     return kNames[verdict];
 }
 
-std::wstring PictureHealth::sentence(Verdict verdict, const Measures& measures)
+std::wstring PictureHealth::sentence(Verdict verdict, const Measures &measures)
 {
-    static const wchar_t* const kMeanings[] = {
-        L"a picture with structure",
-        L"every frame is black",
-        L"every frame is one colour",
-        L"the frames have no structure, as noise",
-        L"every frame repeats the one before",
-        L"nothing to judge",
+    static const wchar_t *const kMeanings[] = {
+        L"a picture with structure",           L"every frame is black",
+        L"every frame is one colour",          L"the frames have no structure, as noise",
+        L"every frame repeats the one before", L"nothing to judge",
     };
     wchar_t figures[160];
     std::swprintf(figures, sizeof figures / sizeof figures[0],

@@ -33,12 +33,12 @@ public:
         size_t identicalPairs;
     };
 
-    static Measures measure(const std::vector<Image>& frames);
-    static Verdict judge(const Measures& measures);
+    static Measures measure(const std::vector<Image> &frames);
+    static Verdict judge(const Measures &measures);
     // "good", "black", "flat", "noise", "frozen", "no frames".
-    static const wchar_t* name(Verdict verdict);
+    static const wchar_t *name(Verdict verdict);
     // One line for a person: "Picture: good (mean luma 120, ...)".
-    static std::wstring sentence(Verdict verdict, const Measures& measures);
+    static std::wstring sentence(Verdict verdict, const Measures &measures);
 
     static const double kBlackLuma;
     static const double kFlatSpread;
@@ -51,9 +51,9 @@ private:
         double structure;
     };
 
-    static FrameFigures figuresOf(const Image& frame);
-    static double changeBetween(const Image& earlier, const Image& later);
-    static int lumaAt(const Image& frame, int x, int y);
+    static FrameFigures figuresOf(const Image &frame);
+    static double changeBetween(const Image &earlier, const Image &later);
+    static int lumaAt(const Image &frame, int x, int y);
 };
 
 } // namespace diag

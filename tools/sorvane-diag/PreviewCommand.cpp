@@ -7,7 +7,10 @@
 namespace sorvane {
 namespace diag {
 
-std::wstring PreviewCommand::summary() const { return L"show a device's live video in a window"; }
+std::wstring PreviewCommand::summary() const
+{
+    return L"show a device's live video in a window";
+}
 
 std::wstring PreviewCommand::help() const
 {
@@ -27,13 +30,17 @@ std::wstring PreviewCommand::help() const
            L"from a TV tuner) and prints its verdict on the picture.\n";
 }
 
-std::vector<std::wstring> PreviewCommand::ownOptions() const { return std::vector<std::wstring>(1, L"--strict"); }
+std::vector<std::wstring> PreviewCommand::ownOptions() const
+{
+    return std::vector<std::wstring>(1, L"--strict");
+}
 
-ruvo::TestResult PreviewCommand::run(CommandContext& context)
+ruvo::TestResult PreviewCommand::run(CommandContext &context)
 {
     ruvo::DiagDevice device;
     const ruvo::TestResult ready = context.chooseCaptureDevice(device);
-    if (ready != ruvo::TestResult::PASS()) return ready;
+    if (ready != ruvo::TestResult::PASS())
+        return ready;
 
     context.terminal().line(L"Previewing...");
     const ruvo::TestResult result = context.runTest(L"preview", [&] {

@@ -12,7 +12,7 @@ public:
     std::wstring summary() const override;
     std::wstring help() const override;
     std::vector<std::wstring> ownOptions() const override;
-    ruvo::TestResult run(CommandContext& context) override;
+    ruvo::TestResult run(CommandContext &context) override;
 };
 
 } // namespace diag

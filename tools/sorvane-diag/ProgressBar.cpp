@@ -9,9 +9,12 @@ namespace {
 const int kBarCells = 24;
 }
 
-int ProgressBar::clamp(int percent) { return percent < 0 ? 0 : (percent > 100 ? 100 : percent); }
+int ProgressBar::clamp(int percent)
+{
+    return percent < 0 ? 0 : (percent > 100 ? 100 : percent);
+}
 
-std::wstring ProgressBar::render(int percent, const std::wstring& text, int width)
+std::wstring ProgressBar::render(int percent, const std::wstring &text, int width)
 {
     const int shown = clamp(percent);
     const int filled = shown * kBarCells / 100;
@@ -19,8 +22,10 @@ std::wstring ProgressBar::render(int percent, const std::wstring& text, int widt
     swprintf(number, 8, L"%3d%%", shown);
 
     std::wstring line = L"[" + std::wstring(filled, L'#') + std::wstring(kBarCells - filled, L'.') + L"] " + number;
-    if (!text.empty()) line += L"  " + text;
-    if (width > 0 && static_cast<int>(line.size()) > width) line.resize(width);
+    if (!text.empty())
+        line += L"  " + text;
+    if (width > 0 && static_cast<int>(line.size()) > width)
+        line.resize(width);
     return line;
 }
 

@@ -10,22 +10,26 @@
 namespace sorvane {
 namespace diag {
 
-PromptReader& PromptReader::instance()
+PromptReader &PromptReader::instance()
 {
-    static PromptReader* reader = new PromptReader;
+    static PromptReader *reader = new PromptReader;
     return *reader;
 }
 
 PromptReader::PromptReader() : m_started(false), m_ended(false) {}
 
-bool PromptReader::readLine(std::wstring& line, uint32_t milliseconds)
+bool PromptReader::readLine(std::wstring &line, uint32_t milliseconds)
 {
     std::unique_lock<std::mutex> guard(m_lock);
-    if (!m_started) start();
+    if (!m_started)
+        start();
     const auto ready = [this] { return !m_lines.empty() || m_ended; };
-    if (milliseconds == 0) m_arrived.wait(guard, ready);
-    else m_arrived.wait_for(guard, std::chrono::milliseconds(milliseconds), ready);
-    if (m_lines.empty()) return false;
+    if (milliseconds == 0)
+        m_arrived.wait(guard, ready);
+    else
+        m_arrived.wait_for(guard, std::chrono::milliseconds(milliseconds), ready);
+    if (m_lines.empty())
+        return false;
     line = m_lines.front();
     m_lines.pop_front();
     return true;
@@ -50,7 +54,7 @@ void PromptReader::readAll()
     m_arrived.notify_all();
 }
 
-bool PromptReader::readOne(std::wstring& line)
+bool PromptReader::readOne(std::wstring &line)
 {
     const HANDLE input = GetStdHandle(STD_INPUT_HANDLE);
     DWORD mode = 0;
@@ -58,17 +62,21 @@ bool PromptReader::readOne(std::wstring& line)
     if (GetConsoleMode(input, &mode)) {
         wchar_t buffer[512];
         DWORD read = 0;
-        if (!ReadConsoleW(input, buffer, 512, &read, nullptr) || read == 0) return false;
+        if (!ReadConsoleW(input, buffer, 512, &read, nullptr) || read == 0)
+            return false;
         line.assign(buffer, read);
     } else {
         std::string bytes;
         char c = 0;
         DWORD read = 0;
-        while (ReadFile(input, &c, 1, &read, nullptr) && read == 1 && c != '\n') bytes += c;
-        if (bytes.empty() && read == 0) return false;
+        while (ReadFile(input, &c, 1, &read, nullptr) && read == 1 && c != '\n')
+            bytes += c;
+        if (bytes.empty() && read == 0)
+            return false;
         line = kel::String::fromUtf8(bytes).wstr();
     }
-    while (!line.empty() && (line.back() == L'\n' || line.back() == L'\r')) line.pop_back();
+    while (!line.empty() && (line.back() == L'\n' || line.back() == L'\r'))
+        line.pop_back();
     return true;
 }
 

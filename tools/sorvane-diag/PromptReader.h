@@ -15,20 +15,20 @@ class PromptReader {
 public:
     // The one reader of this process. It lives as long as the process, as does the thread
     // that may be blocked reading for it.
-    static PromptReader& instance();
+    static PromptReader &instance();
 
     // The next line without its line end; false when none came within `milliseconds`
     // (0: no limit) or standard input has ended.
-    bool readLine(std::wstring& line, uint32_t milliseconds);
+    bool readLine(std::wstring &line, uint32_t milliseconds);
 
 private:
     PromptReader();
-    PromptReader(const PromptReader&) = delete;
-    PromptReader& operator=(const PromptReader&) = delete;
+    PromptReader(const PromptReader &) = delete;
+    PromptReader &operator=(const PromptReader &) = delete;
 
     void start();
     void readAll();
-    bool readOne(std::wstring& line);
+    bool readOne(std::wstring &line);
 
     std::mutex m_lock;
     std::condition_variable m_arrived;

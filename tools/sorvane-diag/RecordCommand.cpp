@@ -11,9 +11,12 @@
 namespace sorvane {
 namespace diag {
 
-const wchar_t* const RecordCommand::kDefaultName = L"sorvane-diag";
+const wchar_t *const RecordCommand::kDefaultName = L"sorvane-diag";
 
-std::wstring RecordCommand::summary() const { return L"record a few seconds of video to an AVI file"; }
+std::wstring RecordCommand::summary() const
+{
+    return L"record a few seconds of video to an AVI file";
+}
 
 std::wstring RecordCommand::help() const
 {
@@ -42,11 +45,12 @@ std::vector<std::wstring> RecordCommand::ownOptions() const
     return options;
 }
 
-ruvo::TestResult RecordCommand::run(CommandContext& context)
+ruvo::TestResult RecordCommand::run(CommandContext &context)
 {
     ruvo::DiagDevice device;
     const ruvo::TestResult ready = context.chooseCaptureDevice(device);
-    if (ready != ruvo::TestResult::PASS()) return ready;
+    if (ready != ruvo::TestResult::PASS())
+        return ready;
 
     const std::wstring name = context.options().recordingName.empty() ? kDefaultName : context.options().recordingName;
     context.terminal().line(L"Recording...");

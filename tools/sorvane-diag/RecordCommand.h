@@ -8,13 +8,13 @@ namespace diag {
 
 class RecordCommand : public Command {
 public:
-    static const wchar_t* const kDefaultName;
+    static const wchar_t *const kDefaultName;
 
     std::wstring name() const override { return L"record"; }
     std::wstring summary() const override;
     std::wstring help() const override;
     std::vector<std::wstring> ownOptions() const override;
-    ruvo::TestResult run(CommandContext& context) override;
+    ruvo::TestResult run(CommandContext &context) override;
 };
 
 } // namespace diag

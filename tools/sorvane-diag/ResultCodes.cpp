@@ -8,7 +8,7 @@ namespace {
 struct ResultRow {
     ruvo::TestResult::Code code;
     int exitCode;
-    const wchar_t* words;
+    const wchar_t *words;
 };
 
 const ResultRow kRows[] = {
@@ -25,32 +25,43 @@ const ResultRow kRows[] = {
     {ruvo::TestResult::CODE_TESTNOTSTARTED, 19, L"the test did not start"},
 };
 
-const ResultRow& rowOf(const ruvo::TestResult& result)
+const ResultRow &rowOf(const ruvo::TestResult &result)
 {
-    for (const ResultRow& row : kRows) {
-        if (row.code == result.code()) return row;
+    for (const ResultRow &row : kRows) {
+        if (row.code == result.code())
+            return row;
     }
     return kRows[ruvo::TestResult::CODE_TESTNOTSTARTED];
 }
 
 std::wstring padded(std::wstring text, size_t width)
 {
-    if (text.size() < width) text.append(width - text.size(), L' ');
+    if (text.size() < width)
+        text.append(width - text.size(), L' ');
     return text;
 }
 
 } // namespace
 
-int ResultCodes::exitCode(const ruvo::TestResult& result) { return rowOf(result).exitCode; }
+int ResultCodes::exitCode(const ruvo::TestResult &result)
+{
+    return rowOf(result).exitCode;
+}
 
-std::wstring ResultCodes::words(const ruvo::TestResult& result) { return rowOf(result).words; }
+std::wstring ResultCodes::words(const ruvo::TestResult &result)
+{
+    return rowOf(result).words;
+}
 
-std::wstring ResultCodes::name(const ruvo::TestResult& result) { return result.toString().toKELString().wstr(); }
+std::wstring ResultCodes::name(const ruvo::TestResult &result)
+{
+    return result.toString().toKELString().wstr();
+}
 
 std::wstring ResultCodes::table()
 {
     std::wstring text;
-    for (const ResultRow& row : kRows) {
+    for (const ResultRow &row : kRows) {
         const ruvo::TestResult result = ruvo::TestResult::fromCode(row.code);
         text += L"  " + padded(std::to_wstring(row.exitCode), 4) + padded(name(result), 16) + row.words + L"\n";
     }

@@ -17,10 +17,10 @@ public:
     // A second Ctrl+C ended the program before the test did.
     static const int FORCED_QUIT = 4;
 
-    static int exitCode(const ruvo::TestResult& result);
+    static int exitCode(const ruvo::TestResult &result);
     // "the test passed", "no signal was found" ...
-    static std::wstring words(const ruvo::TestResult& result);
-    static std::wstring name(const ruvo::TestResult& result);
+    static std::wstring words(const ruvo::TestResult &result);
+    static std::wstring name(const ruvo::TestResult &result);
     // The table printed by --help: every exit status and what it means.
     static std::wstring table();
 };

@@ -11,32 +11,44 @@ namespace diag {
 
 namespace {
 
-int64_t fileSize(const std::wstring& path)
+int64_t fileSize(const std::wstring &path)
 {
     WIN32_FILE_ATTRIBUTE_DATA data;
-    if (!GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &data)) return -1;
+    if (!GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &data))
+        return -1;
     return (static_cast<int64_t>(data.nFileSizeHigh) << 32) | data.nFileSizeLow;
 }
 
-void writeValue(JsonWriter& json, const ruvo::Value& value)
+void writeValue(JsonWriter &json, const ruvo::Value &value)
 {
     switch (value.type()) {
-    case ruvo::DataType::UINT32: json.value(static_cast<int64_t>(value.valueUint32())); break;
-    case ruvo::DataType::BOOLEAN: json.value(value.valueBool()); break;
-    case ruvo::DataType::DOUBLE: json.value(value.valueDouble()); break;
-    case ruvo::DataType::STRING: json.value(value.toKELString().wstr()); break;
-    default: json.null(); break;
+    case ruvo::DataType::UINT32:
+        json.value(static_cast<int64_t>(value.valueUint32()));
+        break;
+    case ruvo::DataType::BOOLEAN:
+        json.value(value.valueBool());
+        break;
+    case ruvo::DataType::DOUBLE:
+        json.value(value.valueDouble());
+        break;
+    case ruvo::DataType::STRING:
+        json.value(value.toKELString().wstr());
+        break;
+    default:
+        json.null();
+        break;
     }
 }
 
 // "VideoCapture, Webcam" as ["VideoCapture", "Webcam"].
-void writeCapabilities(JsonWriter& json, const ruvo::DeviceCapability& capabilities)
+void writeCapabilities(JsonWriter &json, const ruvo::DeviceCapability &capabilities)
 {
     json.beginArray();
     const kel::String names = capabilities.toString().toKELString();
     if (!names.isEmpty()) {
         const kel::Array<kel::String> parts = names.split(L',');
-        for (const kel::String& part : parts) json.value(part.trim().wstr());
+        for (const kel::String &part : parts)
+            json.value(part.trim().wstr());
     }
     json.endArray();
 }
@@ -50,12 +62,15 @@ std::wstring hexCode(long code)
 
 } // namespace
 
-RunReport::Phase::Phase(RunReport& report, const std::wstring& name)
+RunReport::Phase::Phase(RunReport &report, const std::wstring &name)
     : m_report(report), m_name(name), m_startMs(report.elapsedMs())
 {
 }
 
-RunReport::Phase::~Phase() { m_report.addTiming(m_name, m_report.elapsedMs() - m_startMs); }
+RunReport::Phase::~Phase()
+{
+    m_report.addTiming(m_name, m_report.elapsedMs() - m_startMs);
+}
 
 RunReport::RunReport()
     : m_start(std::chrono::steady_clock::now()), m_hasDevice(false), m_listed(false), m_hasErrorCode(false),
@@ -78,7 +93,8 @@ size_t RunReport::eventCount() const
 std::vector<ruvo::PostedEvent> RunReport::eventsSince(size_t first) const
 {
     const Hold hold(m_lock);
-    if (first >= m_events.size()) return std::vector<ruvo::PostedEvent>();
+    if (first >= m_events.size())
+        return std::vector<ruvo::PostedEvent>();
     return std::vector<ruvo::PostedEvent>(m_events.begin() + static_cast<std::ptrdiff_t>(first), m_events.end());
 }
 
@@ -86,24 +102,25 @@ std::wstring RunReport::lastProgressText() const
 {
     const Hold hold(m_lock);
     for (auto entry = m_progress.rbegin(); entry != m_progress.rend(); ++entry) {
-        if (entry->kind == ProgressEntry::TEXT) return entry->text;
+        if (entry->kind == ProgressEntry::TEXT)
+            return entry->text;
     }
     return std::wstring();
 }
 
-void RunReport::setCommand(const std::wstring& command)
+void RunReport::setCommand(const std::wstring &command)
 {
     const Hold hold(m_lock);
     m_command = command;
 }
 
-void RunReport::addParameter(const std::wstring& key, const std::wstring& value)
+void RunReport::addParameter(const std::wstring &key, const std::wstring &value)
 {
     const Hold hold(m_lock);
     m_parameters.push_back(std::make_pair(key, value));
 }
 
-void RunReport::setDevice(const ruvo::DiagDevice& device, int index)
+void RunReport::setDevice(const ruvo::DiagDevice &device, int index)
 {
     const Hold hold(m_lock);
     m_hasDevice = true;
@@ -111,7 +128,7 @@ void RunReport::setDevice(const ruvo::DiagDevice& device, int index)
     m_device.index = index;
 }
 
-void RunReport::setDevices(const std::vector<ruvo::DiagDevice>& devices)
+void RunReport::setDevices(const std::vector<ruvo::DiagDevice> &devices)
 {
     const Hold hold(m_lock);
     m_listed = true;
@@ -122,19 +139,19 @@ void RunReport::setDevices(const std::vector<ruvo::DiagDevice>& devices)
     }
 }
 
-void RunReport::setIdentities(const std::vector<DeviceIdentity>& identities)
+void RunReport::setIdentities(const std::vector<DeviceIdentity> &identities)
 {
     const Hold hold(m_lock);
     m_identities = identities;
 }
 
-void RunReport::addEvent(const ruvo::PostedEvent& event)
+void RunReport::addEvent(const ruvo::PostedEvent &event)
 {
     const Hold hold(m_lock);
     m_events.push_back(event);
 }
 
-void RunReport::addProgressText(const std::wstring& text)
+void RunReport::addProgressText(const std::wstring &text)
 {
     const Hold hold(m_lock);
     ProgressEntry entry = {elapsedMs(), ProgressEntry::TEXT, text, 0};
@@ -155,7 +172,7 @@ void RunReport::addPercentReset()
     m_progress.push_back(entry);
 }
 
-void RunReport::addFile(const std::wstring& path, const std::wstring& kind)
+void RunReport::addFile(const std::wstring &path, const std::wstring &kind)
 {
     const Hold hold(m_lock);
     FileEntry entry = {path, kind, fileSize(path)};
@@ -163,7 +180,7 @@ void RunReport::addFile(const std::wstring& path, const std::wstring& kind)
     m_files.push_back(path);
 }
 
-void RunReport::addTiming(const std::wstring& name, int64_t milliseconds)
+void RunReport::addTiming(const std::wstring &name, int64_t milliseconds)
 {
     const Hold hold(m_lock);
     m_timings.push_back(std::make_pair(name, milliseconds));
@@ -176,19 +193,19 @@ void RunReport::setErrorCode(long code)
     m_errorCode = code;
 }
 
-void RunReport::addMessage(const std::wstring& message)
+void RunReport::addMessage(const std::wstring &message)
 {
     const Hold hold(m_lock);
     m_messages.push_back(message);
 }
 
-void RunReport::addSection(const std::wstring& key, const std::function<void(JsonWriter&)>& write)
+void RunReport::addSection(const std::wstring &key, const std::function<void(JsonWriter &)> &write)
 {
     const Hold hold(m_lock);
     m_sections.push_back(std::make_pair(key, write));
 }
 
-void RunReport::setResult(const ruvo::TestResult& result)
+void RunReport::setResult(const ruvo::TestResult &result)
 {
     const Hold hold(m_lock);
     m_hasResult = true;
@@ -201,7 +218,7 @@ void RunReport::setExitCode(int exitCode)
     m_exitCode = exitCode;
 }
 
-void RunReport::writeDevice(JsonWriter& json, const Device& device, const DeviceIdentity* identity)
+void RunReport::writeDevice(JsonWriter &json, const Device &device, const DeviceIdentity *identity)
 {
     json.beginObject();
     json.field(L"index", device.index);
@@ -211,7 +228,7 @@ void RunReport::writeDevice(JsonWriter& json, const Device& device, const Device
     json.key(L"capabilities");
     writeCapabilities(json, device.record.deviceCapabilities());
     json.key(L"properties").beginObject();
-    const kel::OrderedHashTable<kel::String, ruvo::Value>& properties = device.record.properties();
+    const kel::OrderedHashTable<kel::String, ruvo::Value> &properties = device.record.properties();
     for (int i = 0; i < properties.size(); ++i) {
         json.key(properties.keyAt(i).wstr());
         writeValue(json, properties.valueAt(i));
@@ -224,10 +241,10 @@ void RunReport::writeDevice(JsonWriter& json, const Device& device, const Device
     json.endObject();
 }
 
-void RunReport::writeEvents(JsonWriter& json) const
+void RunReport::writeEvents(JsonWriter &json) const
 {
     json.key(L"events").beginArray();
-    for (const ruvo::PostedEvent& event : m_events) {
+    for (const ruvo::PostedEvent &event : m_events) {
         json.beginObject();
         json.field(L"severity", event.severity == ruvo::PostedEvent::ERROR_EVENT ? L"error" : L"warning");
         json.field(L"key", event.key.wstr());
@@ -244,24 +261,27 @@ void RunReport::writeEvents(JsonWriter& json) const
     json.endArray();
 }
 
-void RunReport::writeProgress(JsonWriter& json) const
+void RunReport::writeProgress(JsonWriter &json) const
 {
     json.key(L"progress").beginArray();
-    for (const ProgressEntry& entry : m_progress) {
+    for (const ProgressEntry &entry : m_progress) {
         json.beginObject();
         json.field(L"atMs", entry.atMs);
-        if (entry.kind == ProgressEntry::TEXT) json.field(L"text", entry.text);
-        else if (entry.kind == ProgressEntry::PERCENT) json.field(L"percent", entry.percent);
-        else json.field(L"reset", true);
+        if (entry.kind == ProgressEntry::TEXT)
+            json.field(L"text", entry.text);
+        else if (entry.kind == ProgressEntry::PERCENT)
+            json.field(L"percent", entry.percent);
+        else
+            json.field(L"reset", true);
         json.endObject();
     }
     json.endArray();
 }
 
-void RunReport::writeFiles(JsonWriter& json) const
+void RunReport::writeFiles(JsonWriter &json) const
 {
     json.key(L"files").beginArray();
-    for (const FileEntry& file : m_fileEntries) {
+    for (const FileEntry &file : m_fileEntries) {
         json.beginObject();
         json.field(L"path", file.path);
         json.field(L"kind", file.kind);
@@ -271,15 +291,16 @@ void RunReport::writeFiles(JsonWriter& json) const
     json.endArray();
 }
 
-void RunReport::writeTimings(JsonWriter& json) const
+void RunReport::writeTimings(JsonWriter &json) const
 {
     json.key(L"timings").beginObject();
-    for (const auto& timing : m_timings) json.field(timing.first + L"Ms", timing.second);
+    for (const auto &timing : m_timings)
+        json.field(timing.first + L"Ms", timing.second);
     json.field(L"totalMs", elapsedMs());
     json.endObject();
 }
 
-void RunReport::setStreamHealth(const StreamHealth& health, int quality)
+void RunReport::setStreamHealth(const StreamHealth &health, int quality)
 {
     const Hold hold(m_lock);
     m_hasStreamHealth = true;
@@ -287,9 +308,9 @@ void RunReport::setStreamHealth(const StreamHealth& health, int quality)
     m_streamQuality = quality;
 }
 
-void RunReport::writeStreamHealth(JsonWriter& json) const
+void RunReport::writeStreamHealth(JsonWriter &json) const
 {
-    const StreamHealth& health = m_streamHealth;
+    const StreamHealth &health = m_streamHealth;
     json.key(L"streamHealth").beginObject();
     json.field(L"quality", m_streamQuality);
     json.field(L"packets", health.packets);
@@ -320,13 +341,16 @@ std::string RunReport::toJson() const
         json.key(L"result").null();
     }
     json.field(L"exitCode", m_exitCode);
-    if (m_hasErrorCode) json.field(L"errorCode", hexCode(m_errorCode));
+    if (m_hasErrorCode)
+        json.field(L"errorCode", hexCode(m_errorCode));
     json.key(L"messages").beginArray();
-    for (const std::wstring& message : m_messages) json.value(message);
+    for (const std::wstring &message : m_messages)
+        json.value(message);
     json.endArray();
 
     json.key(L"parameters").beginObject();
-    for (const auto& parameter : m_parameters) json.field(parameter.first, parameter.second);
+    for (const auto &parameter : m_parameters)
+        json.field(parameter.first, parameter.second);
     json.endObject();
     if (m_hasDevice) {
         json.key(L"device");
@@ -338,7 +362,7 @@ std::string RunReport::toJson() const
             writeDevice(json, m_devices[i], i < m_identities.size() ? &m_identities[i] : nullptr);
         json.endArray();
     }
-    for (const auto& section : m_sections) {
+    for (const auto &section : m_sections) {
         json.key(section.first);
         section.second(json);
     }
@@ -346,7 +370,8 @@ std::string RunReport::toJson() const
     writeProgress(json);
     writeFiles(json);
     writeTimings(json);
-    if (m_hasStreamHealth) writeStreamHealth(json);
+    if (m_hasStreamHealth)
+        writeStreamHealth(json);
     json.endObject();
     return json.text();
 }

@@ -10,21 +10,24 @@ namespace diag {
 const double ScanRange::kLowestFmMHz = 76.0;
 const double ScanRange::kHighestFmMHz = 108.0;
 
-std::wstring ScanRange::channelProblem(const std::wstring& startKey, const std::wstring& endKey)
+std::wstring ScanRange::channelProblem(const std::wstring &startKey, const std::wstring &endKey)
 {
     double start = 0;
     double end = 0;
-    if (!read(startKey, start) || !read(endKey, end) || end >= start) return std::wstring();
+    if (!read(startKey, start) || !read(endKey, end) || end >= start)
+        return std::wstring();
     return endKey + L" (" + number(end, 0) + L") is below " + startKey + L" (" + number(start, 0) +
            L"): the scan goes up from the start channel, so the end must be at or above it.";
 }
 
-std::wstring ScanRange::frequencyProblem(const std::wstring& startKey, const std::wstring& endKey)
+std::wstring ScanRange::frequencyProblem(const std::wstring &startKey, const std::wstring &endKey)
 {
     double start = 0;
     double end = 0;
-    if (!read(startKey, start) || !read(endKey, end)) return std::wstring();
-    const std::wstring allowed = L"the FM band is " + number(kLowestFmMHz, 1) + L" to " + number(kHighestFmMHz, 1) + L" MHz.";
+    if (!read(startKey, start) || !read(endKey, end))
+        return std::wstring();
+    const std::wstring allowed =
+        L"the FM band is " + number(kLowestFmMHz, 1) + L" to " + number(kHighestFmMHz, 1) + L" MHz.";
     if (start < kLowestFmMHz || start > kHighestFmMHz)
         return startKey + L" (" + number(start, 1) + L" MHz) is outside the FM band: " + allowed;
     if (end < kLowestFmMHz || end > kHighestFmMHz)
@@ -36,11 +39,12 @@ std::wstring ScanRange::frequencyProblem(const std::wstring& startKey, const std
     return std::wstring();
 }
 
-bool ScanRange::read(const std::wstring& key, double& value)
+bool ScanRange::read(const std::wstring &key, double &value)
 {
-    ruvo::Parameter* parameter = ruvo::DiagModule::findParameter(kel::String(key));
-    if (!parameter || !parameter->isset()) return false;
-    const ruvo::Value& set = parameter->value();
+    ruvo::Parameter *parameter = ruvo::DiagModule::findParameter(kel::String(key));
+    if (!parameter || !parameter->isset())
+        return false;
+    const ruvo::Value &set = parameter->value();
     value = set.type() == ruvo::DataType::DOUBLE ? set.valueDouble() : static_cast<double>(set.valueUint32());
     return true;
 }

@@ -16,12 +16,12 @@ public:
     static const double kHighestFmMHz;
 
     // Empty when the channel range is usable, otherwise why not.
-    static std::wstring channelProblem(const std::wstring& startKey, const std::wstring& endKey);
-    static std::wstring frequencyProblem(const std::wstring& startKey, const std::wstring& endKey);
+    static std::wstring channelProblem(const std::wstring &startKey, const std::wstring &endKey);
+    static std::wstring frequencyProblem(const std::wstring &startKey, const std::wstring &endKey);
 
 private:
     // False when the parameter is unset.
-    static bool read(const std::wstring& key, double& value);
+    static bool read(const std::wstring &key, double &value);
     static std::wstring number(double value, int decimals);
 };
 

@@ -13,19 +13,20 @@ namespace diag {
 namespace {
 
 std::atomic<bool> g_requested(false);
-std::atomic<Terminal*> g_terminal(nullptr);
+std::atomic<Terminal *> g_terminal(nullptr);
 std::mutex g_actionLock;
 StopRequest::QuitAction g_beforeQuit;
 
 void quitAtOnce()
 {
-    if (Terminal* terminal = g_terminal.load()) {
+    if (Terminal *terminal = g_terminal.load()) {
         terminal->finishProgress();
         terminal->problem(L"Quit at once by a second Ctrl+C: the test did not finish.");
     }
     {
         std::lock_guard<std::mutex> hold(g_actionLock);
-        if (g_beforeQuit) g_beforeQuit();
+        if (g_beforeQuit)
+            g_beforeQuit();
     }
     // At once means without the library's clean-up, which may be what hangs.
     TerminateProcess(GetCurrentProcess(), ResultCodes::FORCED_QUIT);
@@ -33,12 +34,13 @@ void quitAtOnce()
 
 BOOL WINAPI onConsoleControl(DWORD event)
 {
-    if (event != CTRL_C_EVENT && event != CTRL_BREAK_EVENT) return FALSE;
+    if (event != CTRL_C_EVENT && event != CTRL_BREAK_EVENT)
+        return FALSE;
     if (g_requested.exchange(true)) {
         quitAtOnce();
         return TRUE;
     }
-    if (Terminal* terminal = g_terminal.load())
+    if (Terminal *terminal = g_terminal.load())
         terminal->problem(L"Stop requested: the test ends at its next check (a webcam's wait for frames has "
                           L"none). Press Ctrl+C again to quit at once.");
     return TRUE;
@@ -46,7 +48,7 @@ BOOL WINAPI onConsoleControl(DWORD event)
 
 } // namespace
 
-void StopRequest::install(Terminal& terminal, const QuitAction& beforeQuit)
+void StopRequest::install(Terminal &terminal, const QuitAction &beforeQuit)
 {
     {
         std::lock_guard<std::mutex> hold(g_actionLock);
@@ -66,7 +68,10 @@ void StopRequest::uninstall()
     g_beforeQuit = QuitAction();
 }
 
-bool StopRequest::requested() { return g_requested.load(); }
+bool StopRequest::requested()
+{
+    return g_requested.load();
+}
 
 } // namespace diag
 } // namespace sorvane

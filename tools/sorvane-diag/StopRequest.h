@@ -17,7 +17,7 @@ public:
 
     // Installs the console handler; `terminal` tells the person what happens, `beforeQuit`
     // runs on the console's thread just before a second Ctrl+C ends the process.
-    static void install(Terminal& terminal, const QuitAction& beforeQuit);
+    static void install(Terminal &terminal, const QuitAction &beforeQuit);
     static void uninstall();
     static bool requested();
 };

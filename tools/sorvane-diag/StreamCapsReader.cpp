@@ -13,22 +13,26 @@ namespace diag {
 
 namespace {
 
-double rateOf(REFERENCE_TIME frameTime) { return frameTime > 0 ? 10000000.0 / static_cast<double>(frameTime) : 0.0; }
+double rateOf(REFERENCE_TIME frameTime)
+{
+    return frameTime > 0 ? 10000000.0 / static_cast<double>(frameTime) : 0.0;
+}
 
 } // namespace
 
-std::wstring StreamCapsReader::subtypeName(const GUID& subtype)
+std::wstring StreamCapsReader::subtypeName(const GUID &subtype)
 {
     static const struct {
-        const GUID* guid;
-        const wchar_t* name;
+        const GUID *guid;
+        const wchar_t *name;
     } kKnown[] = {
-        {&MEDIASUBTYPE_RGB24, L"RGB24"}, {&MEDIASUBTYPE_RGB32, L"RGB32"}, {&MEDIASUBTYPE_RGB565, L"RGB565"},
-        {&MEDIASUBTYPE_RGB555, L"RGB555"}, {&MEDIASUBTYPE_YUY2, L"YUY2"}, {&MEDIASUBTYPE_UYVY, L"UYVY"},
+        {&MEDIASUBTYPE_RGB24, L"RGB24"},   {&MEDIASUBTYPE_RGB32, L"RGB32"}, {&MEDIASUBTYPE_RGB565, L"RGB565"},
+        {&MEDIASUBTYPE_RGB555, L"RGB555"}, {&MEDIASUBTYPE_YUY2, L"YUY2"},   {&MEDIASUBTYPE_UYVY, L"UYVY"},
         {&MEDIASUBTYPE_MJPG, L"MJPG"},
     };
-    for (const auto& known : kKnown) {
-        if (IsEqualGUID(subtype, *known.guid)) return known.name;
+    for (const auto &known : kKnown) {
+        if (IsEqualGUID(subtype, *known.guid))
+            return known.name;
     }
     // Other FOURCC subtypes carry their code in the first field.
     std::wstring fourcc;
@@ -40,23 +44,25 @@ std::wstring StreamCapsReader::subtypeName(const GUID& subtype)
         }
         fourcc += c;
     }
-    if (!fourcc.empty() && subtype.Data2 == 0x0000 && subtype.Data3 == 0x0010) return fourcc;
+    if (!fourcc.empty() && subtype.Data2 == 0x0000 && subtype.Data3 == 0x0010)
+        return fourcc;
     wchar_t text[40] = {};
     StringFromGUID2(subtype, text, 40);
     return text;
 }
 
-std::wstring StreamCapsReader::bagText(IMoniker* moniker, const wchar_t* key)
+std::wstring StreamCapsReader::bagText(IMoniker *moniker, const wchar_t *key)
 {
     CComPtr<IPropertyBag> bag;
-    if (FAILED(moniker->BindToStorage(nullptr, nullptr, IID_PPV_ARGS(&bag)))) return std::wstring();
+    if (FAILED(moniker->BindToStorage(nullptr, nullptr, IID_PPV_ARGS(&bag))))
+        return std::wstring();
     VariantOwner value;
     if (FAILED(bag->Read(key, value.get(), nullptr)) || value.value().vt != VT_BSTR || !value.value().bstrVal)
         return std::wstring();
     return value.value().bstrVal;
 }
 
-CComPtr<IMoniker> StreamCapsReader::findMoniker(const std::wstring& name, const std::wstring& description)
+CComPtr<IMoniker> StreamCapsReader::findMoniker(const std::wstring &name, const std::wstring &description)
 {
     CComPtr<ICreateDevEnum> devices;
     CComPtr<IEnumMoniker> monikers;
@@ -65,19 +71,23 @@ CComPtr<IMoniker> StreamCapsReader::findMoniker(const std::wstring& name, const 
         return CComPtr<IMoniker>(); // S_FALSE: the category is empty.
     CComPtr<IMoniker> moniker;
     while (monikers->Next(1, &moniker, nullptr) == S_OK) {
-        if (bagText(moniker, L"FriendlyName") == name) return moniker;
-        if (!description.empty() && bagText(moniker, L"Description") == description) return moniker;
+        if (bagText(moniker, L"FriendlyName") == name)
+            return moniker;
+        if (!description.empty() && bagText(moniker, L"Description") == description)
+            return moniker;
         moniker.Release();
     }
     return CComPtr<IMoniker>();
 }
 
-bool StreamCapsReader::isCapturePin(IPin* pin)
+bool StreamCapsReader::isCapturePin(IPin *pin)
 {
     PIN_DIRECTION direction = PINDIR_INPUT;
-    if (FAILED(pin->QueryDirection(&direction)) || direction != PINDIR_OUTPUT) return false;
+    if (FAILED(pin->QueryDirection(&direction)) || direction != PINDIR_OUTPUT)
+        return false;
     CComQIPtr<IKsPropertySet> properties(pin);
-    if (!properties) return false;
+    if (!properties)
+        return false;
     GUID category = GUID_NULL;
     DWORD returned = 0;
     return SUCCEEDED(properties->Get(AMPROPSETID_Pin, AMPROPERTY_PIN_CATEGORY, nullptr, 0, &category, sizeof category,
@@ -85,37 +95,40 @@ bool StreamCapsReader::isCapturePin(IPin* pin)
            IsEqualGUID(category, PIN_CATEGORY_CAPTURE);
 }
 
-CComPtr<IAMStreamConfig> StreamCapsReader::captureConfig(IBaseFilter* filter)
+CComPtr<IAMStreamConfig> StreamCapsReader::captureConfig(IBaseFilter *filter)
 {
     CComPtr<IEnumPins> pins;
-    if (FAILED(filter->EnumPins(&pins))) return CComPtr<IAMStreamConfig>();
+    if (FAILED(filter->EnumPins(&pins)))
+        return CComPtr<IAMStreamConfig>();
     CComPtr<IPin> pin;
     while (pins->Next(1, &pin, nullptr) == S_OK) {
         if (isCapturePin(pin)) {
             CComQIPtr<IAMStreamConfig> config(pin);
-            if (config) return CComPtr<IAMStreamConfig>(config.p);
+            if (config)
+                return CComPtr<IAMStreamConfig>(config.p);
         }
         pin.Release();
     }
     return CComPtr<IAMStreamConfig>();
 }
 
-bool StreamCapsReader::describe(const AM_MEDIA_TYPE& type, const VIDEO_STREAM_CONFIG_CAPS& caps,
-                                StreamCapability& capability)
+bool StreamCapsReader::describe(const AM_MEDIA_TYPE &type, const VIDEO_STREAM_CONFIG_CAPS &caps,
+                                StreamCapability &capability)
 {
-    const BITMAPINFOHEADER* header = nullptr;
+    const BITMAPINFOHEADER *header = nullptr;
     REFERENCE_TIME frameTime = 0;
     if (IsEqualGUID(type.formattype, FORMAT_VideoInfo) && type.cbFormat >= sizeof(VIDEOINFOHEADER) && type.pbFormat) {
-        const VIDEOINFOHEADER* info = reinterpret_cast<const VIDEOINFOHEADER*>(type.pbFormat);
+        const VIDEOINFOHEADER *info = reinterpret_cast<const VIDEOINFOHEADER *>(type.pbFormat);
         header = &info->bmiHeader;
         frameTime = info->AvgTimePerFrame;
     } else if (IsEqualGUID(type.formattype, FORMAT_VideoInfo2) && type.cbFormat >= sizeof(VIDEOINFOHEADER2) &&
                type.pbFormat) {
-        const VIDEOINFOHEADER2* info = reinterpret_cast<const VIDEOINFOHEADER2*>(type.pbFormat);
+        const VIDEOINFOHEADER2 *info = reinterpret_cast<const VIDEOINFOHEADER2 *>(type.pbFormat);
         header = &info->bmiHeader;
         frameTime = info->AvgTimePerFrame;
     }
-    if (!header) return false;
+    if (!header)
+        return false;
     capability.subtype = subtypeName(type.subtype);
     capability.width = header->biWidth;
     capability.height = header->biHeight < 0 ? -header->biHeight : header->biHeight;
@@ -125,8 +138,8 @@ bool StreamCapsReader::describe(const AM_MEDIA_TYPE& type, const VIDEO_STREAM_CO
     return true;
 }
 
-bool StreamCapsReader::read(const std::wstring& name, const std::wstring& description,
-                            std::vector<StreamCapability>& capabilities, std::wstring& problem)
+bool StreamCapsReader::read(const std::wstring &name, const std::wstring &description,
+                            std::vector<StreamCapability> &capabilities, std::wstring &problem)
 {
     const CComPtr<IMoniker> moniker = findMoniker(name, description);
     if (!moniker) {
@@ -151,7 +164,7 @@ bool StreamCapsReader::read(const std::wstring& name, const std::wstring& descri
         MediaTypeOwner type;
         VIDEO_STREAM_CONFIG_CAPS caps = {};
         StreamCapability capability;
-        if (SUCCEEDED(config->GetStreamCaps(i, type.receive(), reinterpret_cast<BYTE*>(&caps))) && type.get() &&
+        if (SUCCEEDED(config->GetStreamCaps(i, type.receive(), reinterpret_cast<BYTE *>(&caps))) && type.get() &&
             describe(*type.get(), caps, capability))
             capabilities.push_back(capability);
     }

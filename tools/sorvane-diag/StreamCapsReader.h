@@ -17,16 +17,16 @@ namespace diag {
 class StreamCapsReader {
 public:
     // False with `problem` set ("no capture filter of that name", "binding failed: ...").
-    static bool read(const std::wstring& name, const std::wstring& description,
-                     std::vector<StreamCapability>& capabilities, std::wstring& problem);
-    static std::wstring subtypeName(const GUID& subtype);
+    static bool read(const std::wstring &name, const std::wstring &description,
+                     std::vector<StreamCapability> &capabilities, std::wstring &problem);
+    static std::wstring subtypeName(const GUID &subtype);
 
 private:
-    static CComPtr<IMoniker> findMoniker(const std::wstring& name, const std::wstring& description);
-    static std::wstring bagText(IMoniker* moniker, const wchar_t* key);
-    static CComPtr<IAMStreamConfig> captureConfig(IBaseFilter* filter);
-    static bool isCapturePin(IPin* pin);
-    static bool describe(const AM_MEDIA_TYPE& type, const VIDEO_STREAM_CONFIG_CAPS& caps, StreamCapability& capability);
+    static CComPtr<IMoniker> findMoniker(const std::wstring &name, const std::wstring &description);
+    static std::wstring bagText(IMoniker *moniker, const wchar_t *key);
+    static CComPtr<IAMStreamConfig> captureConfig(IBaseFilter *filter);
+    static bool isCapturePin(IPin *pin);
+    static bool describe(const AM_MEDIA_TYPE &type, const VIDEO_STREAM_CONFIG_CAPS &caps, StreamCapability &capability);
 };
 
 } // namespace diag

@@ -21,9 +21,10 @@ Terminal::Stream Terminal::open(DWORD which)
     return stream;
 }
 
-void Terminal::write(const Stream& stream, const std::wstring& text)
+void Terminal::write(const Stream &stream, const std::wstring &text)
 {
-    if (!stream.handle || stream.handle == INVALID_HANDLE_VALUE || text.empty()) return;
+    if (!stream.handle || stream.handle == INVALID_HANDLE_VALUE || text.empty())
+        return;
     DWORD written = 0;
     if (stream.console) {
         WriteConsoleW(stream.handle, text.c_str(), static_cast<DWORD>(text.size()), &written, nullptr);
@@ -36,14 +37,16 @@ void Terminal::write(const Stream& stream, const std::wstring& text)
 int Terminal::consoleWidth() const
 {
     CONSOLE_SCREEN_BUFFER_INFO info;
-    if (!GetConsoleScreenBufferInfo(m_people.handle, &info)) return 80;
+    if (!GetConsoleScreenBufferInfo(m_people.handle, &info))
+        return 80;
     const int width = info.srWindow.Right - info.srWindow.Left + 1;
     return width > 10 ? width : 80;
 }
 
 void Terminal::eraseBar()
 {
-    if (!m_barDrawn) return;
+    if (!m_barDrawn)
+        return;
     write(m_people, L"\r" + std::wstring(consoleWidth() - 1, L' ') + L"\r");
     m_barDrawn = false;
 }
@@ -54,30 +57,34 @@ void Terminal::drawBar()
     m_barDrawn = true;
 }
 
-void Terminal::line(const std::wstring& text)
+void Terminal::line(const std::wstring &text)
 {
     std::lock_guard<std::mutex> guard(m_lock);
     eraseBar();
     write(m_people, text + L"\n");
-    if (m_barActive && m_people.console) drawBar();
+    if (m_barActive && m_people.console)
+        drawBar();
 }
 
-void Terminal::problem(const std::wstring& text)
+void Terminal::problem(const std::wstring &text)
 {
     std::lock_guard<std::mutex> guard(m_lock);
-    if (m_people.handle == m_err.handle) eraseBar();
+    if (m_people.handle == m_err.handle)
+        eraseBar();
     write(m_err, text + L"\n");
-    if (m_barActive && m_people.console && m_people.handle == m_err.handle) drawBar();
+    if (m_barActive && m_people.console && m_people.handle == m_err.handle)
+        drawBar();
 }
 
-void Terminal::progress(int percent, const std::wstring& text)
+void Terminal::progress(int percent, const std::wstring &text)
 {
     std::lock_guard<std::mutex> guard(m_lock);
     const bool newText = text != m_text;
     m_barActive = true;
     m_percent = percent;
     m_text = text;
-    if (m_people.console) drawBar();
+    if (m_people.console)
+        drawBar();
     else if (newText && !text.empty())
         write(m_people, ProgressBar::render(percent, text, 0) + L"\n");
 }
@@ -85,22 +92,25 @@ void Terminal::progress(int percent, const std::wstring& text)
 void Terminal::fillProgress()
 {
     std::lock_guard<std::mutex> guard(m_lock);
-    if (!m_barActive) return;
+    if (!m_barActive)
+        return;
     m_percent = 100;
-    if (m_people.console) drawBar();
+    if (m_people.console)
+        drawBar();
 }
 
 void Terminal::finishProgress()
 {
     std::lock_guard<std::mutex> guard(m_lock);
-    if (m_barDrawn) write(m_people, L"\n");
+    if (m_barDrawn)
+        write(m_people, L"\n");
     m_barDrawn = false;
     m_barActive = false;
     m_percent = 0;
     m_text.clear();
 }
 
-void Terminal::writeData(const std::string& utf8)
+void Terminal::writeData(const std::string &utf8)
 {
     std::lock_guard<std::mutex> guard(m_lock);
     if (m_out.console) {

@@ -17,16 +17,16 @@ public:
     // standard output carries the JSON report.
     explicit Terminal(bool peopleOnStderr);
 
-    void line(const std::wstring& text);
+    void line(const std::wstring &text);
     // Always on standard error.
-    void problem(const std::wstring& text);
-    void progress(int percent, const std::wstring& text);
+    void problem(const std::wstring &text);
+    void progress(int percent, const std::wstring &text);
     // Shows the bar full: the work it measures ran to its end.
     void fillProgress();
     // Leaves the bar's last state on its own line.
     void finishProgress();
     // Bytes for machines, on standard output.
-    void writeData(const std::string& utf8);
+    void writeData(const std::string &utf8);
 
 private:
     struct Stream {
@@ -34,7 +34,7 @@ private:
         bool console;
     };
     static Stream open(DWORD which);
-    static void write(const Stream& stream, const std::wstring& text);
+    static void write(const Stream &stream, const std::wstring &text);
     int consoleWidth() const;
     void eraseBar();
     void drawBar();

@@ -11,24 +11,25 @@
 namespace sorvane {
 namespace diag {
 
-TerminalBackend::TerminalBackend(Terminal& terminal, RunReport& report, bool interactive)
+TerminalBackend::TerminalBackend(Terminal &terminal, RunReport &report, bool interactive)
     : m_terminal(terminal), m_report(report), m_interactive(interactive), m_hasPercent(false), m_percent(0),
       m_hasText(false), m_attempts(0)
 {
 }
 
-void TerminalBackend::eventPosted(const ruvo::PostedEvent& event)
+void TerminalBackend::eventPosted(const ruvo::PostedEvent &event)
 {
     m_report.addEvent(event);
-    const wchar_t* label = event.severity == ruvo::PostedEvent::ERROR_EVENT ? L"Error: " : L"Warning: ";
+    const wchar_t *label = event.severity == ruvo::PostedEvent::ERROR_EVENT ? L"Error: " : L"Warning: ";
     m_terminal.line(label + event.message.wstr());
 }
 
 // Capture loops report progress on every turn of their message loop; only changes are
 // shown and kept.
-void TerminalBackend::progress(const kel::String& text)
+void TerminalBackend::progress(const kel::String &text)
 {
-    if (m_hasText && text.wstr() == m_text) return;
+    if (m_hasText && text.wstr() == m_text)
+        return;
     m_hasText = true;
     m_text = text.wstr();
     m_report.addProgressText(m_text);
@@ -39,8 +40,10 @@ void TerminalBackend::percentDone(int percent)
 {
     const std::wstring note = m_hasText ? std::wstring() : m_wait.note();
     const bool samePercent = m_hasPercent && percent == m_percent;
-    if (samePercent && note == m_note) return;
-    if (!samePercent) m_report.addPercent(percent);
+    if (samePercent && note == m_note)
+        return;
+    if (!samePercent)
+        m_report.addPercent(percent);
     m_hasPercent = true;
     m_percent = percent;
     m_note = note;
@@ -60,21 +63,29 @@ void TerminalBackend::resetPercentDone()
         m_terminal.line(L"Attempt " + std::to_wstring(m_attempts) + L": the test starts again and the bar restarts.");
 }
 
-bool TerminalBackend::checkForStop() { return StopRequest::requested(); }
-
-bool TerminalBackend::promptEnabled() { return m_interactive; }
-
-bool TerminalBackend::displayMessageBox(ruvo::MessageBox2& box)
+bool TerminalBackend::checkForStop()
 {
-    if (!m_interactive) return false;
+    return StopRequest::requested();
+}
+
+bool TerminalBackend::promptEnabled()
+{
+    return m_interactive;
+}
+
+bool TerminalBackend::displayMessageBox(ruvo::MessageBox2 &box)
+{
+    if (!m_interactive)
+        return false;
     const std::wstring title = box.title().toKELString().wstr();
-    if (!title.empty()) m_terminal.line(L"Question: " + title);
+    if (!title.empty())
+        m_terminal.line(L"Question: " + title);
     m_terminal.line(box.text().toKELString().wstr());
     m_terminal.line(L"Type r and Enter to retry, or a and Enter to abort the test.");
     return true;
 }
 
-bool TerminalBackend::waitMessageBox(ruvo::MessageBox2& box, uint32_t milliseconds)
+bool TerminalBackend::waitMessageBox(ruvo::MessageBox2 &box, uint32_t milliseconds)
 {
     std::wstring typed;
     while (PromptReader::instance().readLine(typed, milliseconds)) {
@@ -89,15 +100,19 @@ bool TerminalBackend::waitMessageBox(ruvo::MessageBox2& box, uint32_t millisecon
     return false;
 }
 
-bool TerminalBackend::parseAnswer(const std::wstring& typed, int& answer)
+bool TerminalBackend::parseAnswer(const std::wstring &typed, int &answer)
 {
     std::wstring word;
     for (const wchar_t c : typed) {
-        if (!iswspace(c)) word += static_cast<wchar_t>(towlower(c));
+        if (!iswspace(c))
+            word += static_cast<wchar_t>(towlower(c));
     }
-    if (word == L"r" || word == L"retry") answer = RETRY_ANSWER;
-    else if (word == L"a" || word == L"abort") answer = ABORT_ANSWER;
-    else return false;
+    if (word == L"r" || word == L"retry")
+        answer = RETRY_ANSWER;
+    else if (word == L"a" || word == L"abort")
+        answer = ABORT_ANSWER;
+    else
+        return false;
     return true;
 }
 

@@ -20,22 +20,22 @@ public:
     static const int RETRY_ANSWER = 4;
     static const int ABORT_ANSWER = 5;
 
-    TerminalBackend(Terminal& terminal, RunReport& report, bool interactive);
+    TerminalBackend(Terminal &terminal, RunReport &report, bool interactive);
 
-    void eventPosted(const ruvo::PostedEvent& event) override;
-    void progress(const kel::String& text) override;
+    void eventPosted(const ruvo::PostedEvent &event) override;
+    void progress(const kel::String &text) override;
     void percentDone(int percent) override;
     void resetPercentDone() override;
     bool checkForStop() override;
     bool promptEnabled() override;
-    bool displayMessageBox(ruvo::MessageBox2& box) override;
-    bool waitMessageBox(ruvo::MessageBox2& box, uint32_t milliseconds) override;
+    bool displayMessageBox(ruvo::MessageBox2 &box) override;
+    bool waitMessageBox(ruvo::MessageBox2 &box, uint32_t milliseconds) override;
 
 private:
-    static bool parseAnswer(const std::wstring& typed, int& answer);
+    static bool parseAnswer(const std::wstring &typed, int &answer);
 
-    Terminal& m_terminal;
-    RunReport& m_report;
+    Terminal &m_terminal;
+    RunReport &m_report;
     bool m_interactive;
     bool m_hasPercent;
     int m_percent;

@@ -7,10 +7,11 @@
 namespace sorvane {
 namespace diag {
 
-ruvo::TestResult TunerScanCommand::run(CommandContext& context)
+ruvo::TestResult TunerScanCommand::run(CommandContext &context)
 {
     ruvo::DiagDevice device;
-    if (!context.chooseDevice(fitting(), kind(), device)) return ruvo::TestResult::NODEVICE();
+    if (!context.chooseDevice(fitting(), kind(), device))
+        return ruvo::TestResult::NODEVICE();
     if (refusesWithoutTuner() && !device.deviceCapabilities().isCapable(fitting())) {
         // The library would answer with its analog TV warning even for a missing FM tuner.
         context.say(device.name().wstr() + L" has no " + kind() + L", so the " + name() +
@@ -25,8 +26,10 @@ ruvo::TestResult TunerScanCommand::run(CommandContext& context)
     }
     context.terminal().line(L"Scanning... (Ctrl+C stops the scan)");
     const std::wstring note = scanNote();
-    if (!note.empty()) context.terminal().line(note);
-    const ruvo::TestResult result = context.runTest(L"scan", [&] { scan(device, CommandContext::windowTitle(device)); });
+    if (!note.empty())
+        context.terminal().line(note);
+    const ruvo::TestResult result =
+        context.runTest(L"scan", [&] { scan(device, CommandContext::windowTitle(device)); });
     const std::wstring last = context.report().lastProgressText();
     if (result == ruvo::TestResult::PASS()) {
         if (!last.empty()) {
@@ -38,10 +41,10 @@ ruvo::TestResult TunerScanCommand::run(CommandContext& context)
     return result;
 }
 
-void TunerScanCommand::reportFound(CommandContext& context, const std::wstring& sentence, const std::wstring& channel)
+void TunerScanCommand::reportFound(CommandContext &context, const std::wstring &sentence, const std::wstring &channel)
 {
     context.terminal().line(sentence);
-    context.report().addSection(L"signalFound", [sentence, channel](JsonWriter& json) {
+    context.report().addSection(L"signalFound", [sentence, channel](JsonWriter &json) {
         json.beginObject();
         json.field(L"channel", channel);
         json.field(L"text", sentence);

@@ -12,14 +12,14 @@ namespace diag {
 
 class TunerScanCommand : public Command {
 public:
-    ruvo::TestResult run(CommandContext& context) override;
+    ruvo::TestResult run(CommandContext &context) override;
 
 protected:
     virtual ruvo::DeviceCapability fitting() const = 0;
     // "TV tuner", "FM radio tuner".
     virtual std::wstring kind() const = 0;
-    virtual void applyDefaults(CommandContext& context) const = 0;
-    virtual void scan(const ruvo::DiagDevice& device, const std::wstring& title) const = 0;
+    virtual void applyDefaults(CommandContext &context) const = 0;
+    virtual void scan(const ruvo::DiagDevice &device, const std::wstring &title) const = 0;
     // True when the host refuses a device without the tuner before the library runs (the
     // library's warning for a missing FM tuner speaks of analog TV); false leaves it to the
     // library's own result and event.
@@ -31,12 +31,15 @@ protected:
     // nothing.
     virtual std::wstring scanNote() const { return std::wstring(); }
     // Where the signal was found, from the last channel the scan reported ("3", "88.1").
-    virtual std::wstring foundAt(const std::wstring& channel) const { return L"Signal found on channel " + channel + L"."; }
+    virtual std::wstring foundAt(const std::wstring &channel) const
+    {
+        return L"Signal found on channel " + channel + L".";
+    }
     // After a scan that passed: what the command adds to the terminal and the report.
-    virtual void afterPass(CommandContext& context) const { (void)context; }
+    virtual void afterPass(CommandContext &context) const { (void)context; }
 
 private:
-    static void reportFound(CommandContext& context, const std::wstring& sentence, const std::wstring& channel);
+    static void reportFound(CommandContext &context, const std::wstring &sentence, const std::wstring &channel);
 };
 
 } // namespace diag

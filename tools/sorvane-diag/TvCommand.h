@@ -15,8 +15,8 @@ public:
 protected:
     ruvo::DeviceCapability fitting() const override { return ruvo::DeviceCapability::AnalogTVTuner(); }
     std::wstring kind() const override { return L"TV tuner"; }
-    void applyDefaults(CommandContext& context) const override;
-    void scan(const ruvo::DiagDevice& device, const std::wstring& title) const override;
+    void applyDefaults(CommandContext &context) const override;
+    void scan(const ruvo::DiagDevice &device, const std::wstring &title) const override;
     std::wstring rangeProblem() const override;
     bool refusesWithoutTuner() const override { return true; }
     std::wstring scanNote() const override;

@@ -11,12 +11,12 @@ namespace diag {
 
 class UsageError {
 public:
-    explicit UsageError(const std::wstring& message, int exitCode = ResultCodes::USAGE_ERROR)
+    explicit UsageError(const std::wstring &message, int exitCode = ResultCodes::USAGE_ERROR)
         : m_message(message), m_exitCode(exitCode)
     {
     }
 
-    const std::wstring& message() const { return m_message; }
+    const std::wstring &message() const { return m_message; }
     int exitCode() const { return m_exitCode; }
 
 private:

@@ -11,11 +11,11 @@ class VariantOwner {
 public:
     VariantOwner() { VariantInit(&m_value); }
     ~VariantOwner() { VariantClear(&m_value); }
-    VariantOwner(const VariantOwner&) = delete;
-    VariantOwner& operator=(const VariantOwner&) = delete;
+    VariantOwner(const VariantOwner &) = delete;
+    VariantOwner &operator=(const VariantOwner &) = delete;
 
-    VARIANT* get() { return &m_value; }
-    const VARIANT& value() const { return m_value; }
+    VARIANT *get() { return &m_value; }
+    const VARIANT &value() const { return m_value; }
 
 private:
     VARIANT m_value;

@@ -5,7 +5,10 @@ namespace diag {
 
 WaitNote::WaitNote() : m_running(false) {}
 
-void WaitNote::restart() { m_running = false; }
+void WaitNote::restart()
+{
+    m_running = false;
+}
 
 std::wstring WaitNote::note()
 {
@@ -15,9 +18,9 @@ std::wstring WaitNote::note()
         m_since = now;
     }
     const long long seconds = std::chrono::duration_cast<std::chrono::seconds>(now - m_since).count();
-    if (seconds < kStepSeconds) return std::wstring();
-    return L"waiting for the device: " + std::to_wstring(seconds - seconds % kStepSeconds) +
-           L" s (Ctrl+C twice quits)";
+    if (seconds < kStepSeconds)
+        return std::wstring();
+    return L"waiting for the device: " + std::to_wstring(seconds - seconds % kStepSeconds) + L" s (Ctrl+C twice quits)";
 }
 
 } // namespace diag

@@ -47,7 +47,7 @@ std::vector<std::wstring> WebcamCommand::ownOptions() const
     return options;
 }
 
-ruvo::TestResult WebcamCommand::run(CommandContext& context)
+ruvo::TestResult WebcamCommand::run(CommandContext &context)
 {
     ruvo::DiagDevice device;
     if (!context.chooseDevice(ruvo::DeviceCapability::Webcam(), L"webcam", device) || !context.canCapture(device))
@@ -60,11 +60,12 @@ ruvo::TestResult WebcamCommand::run(CommandContext& context)
         frames = CaptureClasses::captureFrames(device, CommandContext::windowTitle(device),
                                                CommandContext::captureDelay(), count);
     });
-    if (result == ruvo::TestResult::PASS()) save(context, frames);
+    if (result == ruvo::TestResult::PASS())
+        save(context, frames);
     return PictureCheck::judge(context, frames, result);
 }
 
-void WebcamCommand::save(CommandContext& context, const CapturedFrames& frames)
+void WebcamCommand::save(CommandContext &context, const CapturedFrames &frames)
 {
     context.terminal().line(L"Got " + std::to_wstring(frames.buffers.size()) +
                             (frames.buffers.size() == 1 ? L" frame of " : L" frames of ") +
@@ -75,12 +76,13 @@ void WebcamCommand::save(CommandContext& context, const CapturedFrames& frames)
                                     : HostPaths::absolute(context.options().outputFolder);
     RunReport::Phase timing(context.report(), L"saving");
     const FrameSaver::SavedFiles saved = FrameSaver::save(frames, folder);
-    for (const std::wstring& path : saved.frames) context.report().addFile(path, L"frame");
-    if (!saved.contactSheet.empty()) context.report().addFile(saved.contactSheet, L"contactSheet");
+    for (const std::wstring &path : saved.frames)
+        context.report().addFile(path, L"frame");
+    if (!saved.contactSheet.empty())
+        context.report().addFile(saved.contactSheet, L"contactSheet");
     const size_t count = saved.frames.size();
     context.terminal().line(L"Saved " + std::to_wstring(count) + (count == 1 ? L" image" : L" images") +
-                            L" and a contact sheet in " +
-                            HostPaths::shown(folder));
+                            L" and a contact sheet in " + HostPaths::shown(folder));
 }
 
 } // namespace diag

@@ -14,10 +14,10 @@ public:
     std::wstring summary() const override;
     std::wstring help() const override;
     std::vector<std::wstring> ownOptions() const override;
-    ruvo::TestResult run(CommandContext& context) override;
+    ruvo::TestResult run(CommandContext &context) override;
 
 private:
-    static void save(CommandContext& context, const CapturedFrames& frames);
+    static void save(CommandContext &context, const CapturedFrames &frames);
 };
 
 } // namespace diag

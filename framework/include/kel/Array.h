@@ -17,8 +17,8 @@ public:
     int size() const { return static_cast<int>(m_items.size()); }
     bool isEmpty() const { return m_items.empty(); }
 
-    void add(const T& item) { m_items.push_back(item); }
-    void insertAt(int index, const T& item)
+    void add(const T &item) { m_items.push_back(item); }
+    void insertAt(int index, const T &item)
     {
         checkIndex(index, size() + 1);
         m_items.insert(m_items.begin() + index, item);
@@ -30,17 +30,25 @@ public:
     }
     void clear() { m_items.clear(); }
 
-    T& operator[](int index) { checkIndex(index, size()); return m_items[index]; }
-    const T& operator[](int index) const { checkIndex(index, size()); return m_items[index]; }
-    T& at(int index) { return (*this)[index]; }
-    const T& at(int index) const { return (*this)[index]; }
+    T &operator[](int index)
+    {
+        checkIndex(index, size());
+        return m_items[index];
+    }
+    const T &operator[](int index) const
+    {
+        checkIndex(index, size());
+        return m_items[index];
+    }
+    T &at(int index) { return (*this)[index]; }
+    const T &at(int index) const { return (*this)[index]; }
 
-    int indexOf(const T& item) const
+    int indexOf(const T &item) const
     {
         typename std::vector<T>::const_iterator it = std::find(m_items.begin(), m_items.end(), item);
         return it == m_items.end() ? -1 : static_cast<int>(it - m_items.begin());
     }
-    bool contains(const T& item) const { return indexOf(item) >= 0; }
+    bool contains(const T &item) const { return indexOf(item) >= 0; }
 
     typename std::vector<T>::const_iterator begin() const { return m_items.begin(); }
     typename std::vector<T>::const_iterator end() const { return m_items.end(); }

@@ -11,20 +11,20 @@ class KEL_API AssertionFailure {
 public:
     static const unsigned long kExceptionCode = 7;
 
-    static void logAssert(const char* file, int line, const char* expression);
+    static void logAssert(const char *file, int line, const char *expression);
     static void raise();
 
     // Observers for hosts and tests; called after the assertion is logged.
-    typedef std::function<void(const char* file, int line, const char* expression)> Listener;
-    static void setListener(const Listener& listener);
+    typedef std::function<void(const char *file, int line, const char *expression)> Listener;
+    static void setListener(const Listener &listener);
 };
 
 } // namespace kel
 
-#define KEL_ASSERT(expr)                                                  \
-    do {                                                                  \
-        if (!(expr)) {                                                    \
-            ::kel::AssertionFailure::logAssert(__FILE__, __LINE__, #expr); \
-            ::kel::AssertionFailure::raise();                             \
-        }                                                                 \
+#define KEL_ASSERT(expr)                                                                                               \
+    do {                                                                                                               \
+        if (!(expr)) {                                                                                                 \
+            ::kel::AssertionFailure::logAssert(__FILE__, __LINE__, #expr);                                             \
+            ::kel::AssertionFailure::raise();                                                                          \
+        }                                                                                                              \
     } while (0)

@@ -8,12 +8,12 @@ namespace kel {
 class KEL_API Language {
 public:
     Language();
-    explicit Language(const String& tag);
+    explicit Language(const String &tag);
 
     String toString() const;
     // The language's number in the framework's language list; -1 for one it does not know.
     int value() const;
-    bool operator==(const Language& other) const;
+    bool operator==(const Language &other) const;
 
 private:
     String m_tag;

@@ -8,13 +8,13 @@ namespace kel {
 // One log category. Obtained from LogFactory::createLogger and owned by the factory.
 class KEL_API Logger {
 public:
-    explicit Logger(const String& category);
+    explicit Logger(const String &category);
 
-    const String& category() const;
+    const String &category() const;
     // The logger's own threshold; LOG_DETAIL until a host narrows it.
     int resolvePriority() const;
     void setPriority(int priority);
-    void log(int priority, const String& message);
+    void log(int priority, const String &message);
 
 private:
     String m_category;

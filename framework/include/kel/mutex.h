@@ -9,25 +9,25 @@ class KEL_API mutex {
 public:
     mutex();
     ~mutex();
-    mutex(const mutex&) = delete;
-    mutex& operator=(const mutex&) = delete;
+    mutex(const mutex &) = delete;
+    mutex &operator=(const mutex &) = delete;
 
     void lock();
     void unlock();
 
     class scoped_lock {
     public:
-        explicit scoped_lock(mutex& m) : m_mutex(m) { m_mutex.lock(); }
+        explicit scoped_lock(mutex &m) : m_mutex(m) { m_mutex.lock(); }
         ~scoped_lock() { m_mutex.unlock(); }
-        scoped_lock(const scoped_lock&) = delete;
-        scoped_lock& operator=(const scoped_lock&) = delete;
+        scoped_lock(const scoped_lock &) = delete;
+        scoped_lock &operator=(const scoped_lock &) = delete;
 
     private:
-        mutex& m_mutex;
+        mutex &m_mutex;
     };
 
 private:
-    void* m_section;
+    void *m_section;
 };
 
 } // namespace kel

@@ -7,6 +7,6 @@
 namespace kelmodule {
 
 // "{XXXXXXXX-XXXX-XXXX-XXXX-XXXXXXXXXXXX}" in upper case.
-KELMODULE_API kel::String guidToString(const GUID& guid);
+KELMODULE_API kel::String guidToString(const GUID &guid);
 
 } // namespace kelmodule

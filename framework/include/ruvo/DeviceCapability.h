@@ -17,14 +17,14 @@ public:
     static DeviceCapability DepthCamera();
 
     DeviceCapability();
-    DeviceCapability operator|(const DeviceCapability& other) const;
+    DeviceCapability operator|(const DeviceCapability &other) const;
     // True when every capability of `other` is in this set.
-    bool isCapable(const DeviceCapability& other) const;
+    bool isCapable(const DeviceCapability &other) const;
     // True when this set and `other` share a capability.
-    bool intersects(const DeviceCapability& other) const;
+    bool intersects(const DeviceCapability &other) const;
     bool isEmpty() const;
     RuvoString toString() const;
-    bool operator==(const DeviceCapability& other) const;
+    bool operator==(const DeviceCapability &other) const;
 
 private:
     explicit DeviceCapability(uint32_t bits);

@@ -24,17 +24,17 @@ class RUVO_API DiagBackend {
 public:
     virtual ~DiagBackend();
 
-    virtual void libraryRegistered(const kel::String& name);
-    virtual void eventPosted(const PostedEvent& event);
-    virtual void progress(const kel::String& text);
+    virtual void libraryRegistered(const kel::String &name);
+    virtual void eventPosted(const PostedEvent &event);
+    virtual void progress(const kel::String &text);
     virtual void percentDone(int percent);
     virtual void resetPercentDone();
     virtual bool checkForStop();
     virtual bool promptEnabled();
     // The host shows the box; false when it cannot.
-    virtual bool displayMessageBox(MessageBox2& box);
+    virtual bool displayMessageBox(MessageBox2 &box);
     // The host waits for the user's answer and stores it with box.setReturn().
-    virtual bool waitMessageBox(MessageBox2& box, uint32_t milliseconds);
+    virtual bool waitMessageBox(MessageBox2 &box, uint32_t milliseconds);
 };
 
 } // namespace ruvo

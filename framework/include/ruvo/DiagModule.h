@@ -24,30 +24,30 @@ struct Declaration {
 // the process.
 class RUVO_API DiagModule {
 public:
-    static void registerLibrary(const RuvoString& name);
-    static Parameter* createParameter(const RuvoString& key, DataType::Type type, const RuvoString& description,
+    static void registerLibrary(const RuvoString &name);
+    static Parameter *createParameter(const RuvoString &key, DataType::Type type, const RuvoString &description,
                                       bool flagA, bool flagB);
-    static Event* createEvent(const RuvoString& key);
-    static LocalizedString* createLocalizedString(const RuvoString& key);
+    static Event *createEvent(const RuvoString &key);
+    static LocalizedString *createLocalizedString(const RuvoString &key);
 
-    static void error(Event* event, const char* file, int line);
-    static void warning(Event* event, const char* file, int line);
-    static void progress(LocalizedString* text);
+    static void error(Event *event, const char *file, int line);
+    static void warning(Event *event, const char *file, int line);
+    static void progress(LocalizedString *text);
     static void percentDone(int percent);
     static void resetPercentDone();
     static bool checkForStop();
     static bool promptEnabled();
-    static MessageBox2* createMessageBox2(const RuvoString& title, const RuvoString& text, int type, int options,
+    static MessageBox2 *createMessageBox2(const RuvoString &title, const RuvoString &text, int type, int options,
                                           int looks, bool flag);
 
     // Host side.
-    static void setBackend(DiagBackend* backend);
-    static DiagBackend* backend();
+    static void setBackend(DiagBackend *backend);
+    static DiagBackend *backend();
     static kel::Array<Declaration> declarations();
     static kel::Array<kel::String> registeredLibraries();
-    static Parameter* findParameter(const kel::String& key);
-    static Event* findEvent(const kel::String& key);
-    static LocalizedString* findLocalizedString(const kel::String& key);
+    static Parameter *findParameter(const kel::String &key);
+    static Event *findEvent(const kel::String &key);
+    static LocalizedString *findLocalizedString(const kel::String &key);
     static void unsetAllParameters();
 };
 

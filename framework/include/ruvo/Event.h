@@ -7,11 +7,11 @@ namespace ruvo {
 // A result message a test module posts as an error or a warning.
 class RUVO_API Event {
 public:
-    explicit Event(const RuvoString& key);
+    explicit Event(const RuvoString &key);
 
-    Event& setVariable(const RuvoString& name, const Value& value);
+    Event &setVariable(const RuvoString &name, const Value &value);
     RuvoString key() const;
-    const Variables& variables() const;
+    const Variables &variables() const;
     // The English text of the key with the variables filled in.
     RuvoString localizedMessage() const;
 

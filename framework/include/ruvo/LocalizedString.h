@@ -6,11 +6,11 @@ namespace ruvo {
 
 class RUVO_API LocalizedString {
 public:
-    explicit LocalizedString(const RuvoString& key);
+    explicit LocalizedString(const RuvoString &key);
 
-    LocalizedString& setVariable(const RuvoString& name, const Value& value);
+    LocalizedString &setVariable(const RuvoString &name, const Value &value);
     RuvoString key() const;
-    const Variables& variables() const;
+    const Variables &variables() const;
     RuvoString localizedString() const;
 
 private:

@@ -8,7 +8,7 @@ namespace ruvo {
 // A question put to the user through the host. Owned by the framework.
 class RUVO_API MessageBox2 {
 public:
-    MessageBox2(const RuvoString& title, const RuvoString& text, int type, int options, int looks, bool flag);
+    MessageBox2(const RuvoString &title, const RuvoString &text, int type, int options, int looks, bool flag);
 
     // False when the host cannot show it (prompts off, no user).
     bool display();

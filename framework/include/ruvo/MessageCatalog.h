@@ -8,8 +8,8 @@ namespace ruvo {
 class RUVO_API MessageCatalog {
 public:
     // The text of `key`, or the key itself when the catalogue has none.
-    static kel::String text(const kel::String& key);
-    static bool has(const kel::String& key);
+    static kel::String text(const kel::String &key);
+    static bool has(const kel::String &key);
 };
 
 } // namespace ruvo

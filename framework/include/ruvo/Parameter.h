@@ -8,7 +8,7 @@ namespace ruvo {
 // DiagModule::createParameter; set by the host from its configuration.
 class RUVO_API Parameter {
 public:
-    Parameter(const RuvoString& key, DataType::Type type, const RuvoString& description, bool flagA, bool flagB);
+    Parameter(const RuvoString &key, DataType::Type type, const RuvoString &description, bool flagA, bool flagB);
 
     bool isset() const;
     Value value() const;
@@ -19,7 +19,7 @@ public:
     bool flagB() const;
 
     // Host side. set() refuses a value whose type is not the declared one.
-    bool set(const Value& value);
+    bool set(const Value &value);
     void unset();
 
 private:

@@ -26,15 +26,15 @@ public:
 
     RecordingBackend();
 
-    void libraryRegistered(const kel::String& name) override;
-    void eventPosted(const PostedEvent& event) override;
-    void progress(const kel::String& text) override;
+    void libraryRegistered(const kel::String &name) override;
+    void eventPosted(const PostedEvent &event) override;
+    void progress(const kel::String &text) override;
     void percentDone(int percent) override;
     void resetPercentDone() override;
     bool checkForStop() override;
     bool promptEnabled() override;
-    bool displayMessageBox(MessageBox2& box) override;
-    bool waitMessageBox(MessageBox2& box, uint32_t milliseconds) override;
+    bool displayMessageBox(MessageBox2 &box) override;
+    bool waitMessageBox(MessageBox2 &box, uint32_t milliseconds) override;
 
     // Script.
     void setPromptEnabled(bool enabled);

@@ -9,15 +9,15 @@ namespace ruvo {
 class RUVO_API RuvoString {
 public:
     RuvoString();
-    RuvoString(const char* narrow);
-    RuvoString(const wchar_t* text);
-    RuvoString(const kel::String& text);
+    RuvoString(const char *narrow);
+    RuvoString(const wchar_t *text);
+    RuvoString(const kel::String &text);
 
     kel::String toKELString() const;
-    const wchar_t* c_str() const;
+    const wchar_t *c_str() const;
     bool isEmpty() const;
-    bool operator==(const RuvoString& other) const;
-    bool operator!=(const RuvoString& other) const;
+    bool operator==(const RuvoString &other) const;
+    bool operator!=(const RuvoString &other) const;
 
 private:
     kel::String m_text;

@@ -7,8 +7,17 @@ namespace ruvo {
 class RUVO_API TestResult {
 public:
     enum Code {
-        CODE_PASS, CODE_FAIL, CODE_NOSIGNAL, CODE_NODEVICE, CODE_DEVICEBUSY, CODE_CANNOTRUN,
-        CODE_BADPARAMS, CODE_MISCONFIGURED, CODE_USERABORTED, CODE_NOTSUPPORTED, CODE_TESTNOTSTARTED
+        CODE_PASS,
+        CODE_FAIL,
+        CODE_NOSIGNAL,
+        CODE_NODEVICE,
+        CODE_DEVICEBUSY,
+        CODE_CANNOTRUN,
+        CODE_BADPARAMS,
+        CODE_MISCONFIGURED,
+        CODE_USERABORTED,
+        CODE_NOTSUPPORTED,
+        CODE_TESTNOTSTARTED
     };
     static const int kCount = 11;
 
@@ -28,8 +37,8 @@ public:
     TestResult();
     Code code() const;
     RuvoString toString() const;
-    bool operator==(const TestResult& other) const;
-    bool operator!=(const TestResult& other) const;
+    bool operator==(const TestResult &other) const;
+    bool operator!=(const TestResult &other) const;
 
 private:
     explicit TestResult(Code code);

@@ -12,9 +12,9 @@ class RUVO_API Value {
 public:
     Value();
     Value(uint32_t value);
-    Value(const RuvoString& value);
-    Value(const kel::String& value);
-    Value(const char* value);
+    Value(const RuvoString &value);
+    Value(const kel::String &value);
+    Value(const char *value);
     static Value fromBool(bool value);
     static Value fromDouble(double value);
 
@@ -27,8 +27,8 @@ public:
     kel::String toKELString() const;
 
     // Parses `text` as `type`; false (and the value untouched) when it does not fit.
-    static bool parse(DataType::Type type, const kel::String& text, Value& out);
-    static const char* typeName(DataType::Type type);
+    static bool parse(DataType::Type type, const kel::String &text, Value &out);
+    static const char *typeName(DataType::Type type);
 
 private:
     DataType::Type m_type;

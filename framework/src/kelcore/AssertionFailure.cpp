@@ -8,7 +8,7 @@ namespace kel {
 
 namespace {
 
-AssertionFailure::Listener& listener()
+AssertionFailure::Listener &listener()
 {
     static AssertionFailure::Listener instance;
     return instance;
@@ -16,15 +16,17 @@ AssertionFailure::Listener& listener()
 
 } // namespace
 
-void AssertionFailure::logAssert(const char* file, int line, const char* expression)
+void AssertionFailure::logAssert(const char *file, int line, const char *expression)
 {
-    static Logger* logger = nullptr;
-    if (!logger) LogFactory::createLogger(String(L"kel.Assertion"), logger);
+    static Logger *logger = nullptr;
+    if (!logger)
+        LogFactory::createLogger(String(L"kel.Assertion"), logger);
     {
         LoggerStream stream(logger, LOG_ERROR);
         stream << "Assertion failed: " << expression << " at " << file << ":" << line;
     }
-    if (listener()) listener()(file, line, expression);
+    if (listener())
+        listener()(file, line, expression);
 }
 
 void AssertionFailure::raise()
@@ -32,7 +34,7 @@ void AssertionFailure::raise()
     RaiseException(kExceptionCode, 0, 0, nullptr);
 }
 
-void AssertionFailure::setListener(const Listener& newListener)
+void AssertionFailure::setListener(const Listener &newListener)
 {
     listener() = newListener;
 }

@@ -15,7 +15,7 @@ struct ClockState {
     Array<uint32_t> sleeps;
 };
 
-ClockState& state()
+ClockState &state()
 {
     static ClockState instance;
     return instance;
@@ -38,17 +38,18 @@ uint64_t realMicroseconds()
 
 uint64_t Clock::nowMicroseconds()
 {
-    ClockState& s = state();
+    ClockState &s = state();
     mutex::scoped_lock guard(s.lock);
     return s.manual ? s.manualMicros : realMicroseconds();
 }
 
 void Clock::useManualClock(bool manual)
 {
-    ClockState& s = state();
+    ClockState &s = state();
     mutex::scoped_lock guard(s.lock);
     // The manual clock starts from the real one so elapsed times stay sane across the switch.
-    if (manual && !s.manual) s.manualMicros = realMicroseconds();
+    if (manual && !s.manual)
+        s.manualMicros = realMicroseconds();
     s.manual = manual;
     s.realSharePercent = 0;
     s.sleeps.clear();
@@ -56,35 +57,35 @@ void Clock::useManualClock(bool manual)
 
 bool Clock::isManual()
 {
-    ClockState& s = state();
+    ClockState &s = state();
     mutex::scoped_lock guard(s.lock);
     return s.manual;
 }
 
 void Clock::advanceMilliseconds(uint64_t ms)
 {
-    ClockState& s = state();
+    ClockState &s = state();
     mutex::scoped_lock guard(s.lock);
     s.manualMicros += ms * 1000;
 }
 
 Array<uint32_t> Clock::recordedSleeps()
 {
-    ClockState& s = state();
+    ClockState &s = state();
     mutex::scoped_lock guard(s.lock);
     return s.sleeps;
 }
 
 void Clock::clearRecordedSleeps()
 {
-    ClockState& s = state();
+    ClockState &s = state();
     mutex::scoped_lock guard(s.lock);
     s.sleeps.clear();
 }
 
 void Clock::setManualRealShare(uint32_t percent)
 {
-    ClockState& s = state();
+    ClockState &s = state();
     mutex::scoped_lock guard(s.lock);
     s.realSharePercent = percent;
 }
@@ -93,11 +94,12 @@ namespace detail {
 
 // Called by System::mssleep: true when the manual clock took the sleep; realMs is the part
 // of it to wait in real time.
-bool sleepOnManualClock(uint32_t milliseconds, uint32_t& realMs)
+bool sleepOnManualClock(uint32_t milliseconds, uint32_t &realMs)
 {
-    ClockState& s = state();
+    ClockState &s = state();
     mutex::scoped_lock guard(s.lock);
-    if (!s.manual) return false;
+    if (!s.manual)
+        return false;
     s.sleeps.add(milliseconds);
     s.manualMicros += static_cast<uint64_t>(milliseconds) * 1000;
     realMs = static_cast<uint32_t>(static_cast<uint64_t>(milliseconds) * s.realSharePercent / 100);

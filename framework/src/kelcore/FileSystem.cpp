@@ -4,14 +4,15 @@
 
 namespace kel {
 
-bool FileSystem::exists(const String& path)
+bool FileSystem::exists(const String &path)
 {
     return GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
 }
 
-bool FileSystem::removeFile(const String& path)
+bool FileSystem::removeFile(const String &path)
 {
-    if (DeleteFileW(path.c_str())) return true;
+    if (DeleteFileW(path.c_str()))
+        return true;
     const DWORD error = GetLastError();
     return error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND;
 }

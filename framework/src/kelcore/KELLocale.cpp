@@ -12,9 +12,11 @@ namespace {
 Language systemLanguage()
 {
     wchar_t name[LOCALE_NAME_MAX_LENGTH] = L"";
-    if (!GetUserDefaultLocaleName(name, LOCALE_NAME_MAX_LENGTH)) return Language(String(L"en"));
+    if (!GetUserDefaultLocaleName(name, LOCALE_NAME_MAX_LENGTH))
+        return Language(String(L"en"));
     const String tag = String(name).toLower();
-    if (tag.startsWith(String(L"zh-")) || tag == String(L"pt-br")) return Language(tag.substring(0, 5));
+    if (tag.startsWith(String(L"zh-")) || tag == String(L"pt-br"))
+        return Language(tag.substring(0, 5));
     const int dash = tag.find(L'-');
     return Language(dash == String::npos ? tag : tag.substring(0, dash));
 }
@@ -25,7 +27,7 @@ struct LocaleState {
     KELLocale locale;
 };
 
-LocaleState& state()
+LocaleState &state()
 {
     static LocaleState instance;
     return instance;
@@ -34,18 +36,18 @@ LocaleState& state()
 } // namespace
 
 KELLocale::KELLocale() {}
-KELLocale::KELLocale(const Language& language) : m_language(language) {}
+KELLocale::KELLocale(const Language &language) : m_language(language) {}
 
 KELLocale KELLocale::getGlobalLocale()
 {
-    LocaleState& s = state();
+    LocaleState &s = state();
     mutex::scoped_lock guard(s.lock);
     return s.overridden ? s.locale : KELLocale(systemLanguage());
 }
 
-void KELLocale::setGlobalLocale(const KELLocale& locale)
+void KELLocale::setGlobalLocale(const KELLocale &locale)
 {
-    LocaleState& s = state();
+    LocaleState &s = state();
     mutex::scoped_lock guard(s.lock);
     s.locale = locale;
     s.overridden = true;
@@ -53,11 +55,14 @@ void KELLocale::setGlobalLocale(const KELLocale& locale)
 
 void KELLocale::resetGlobalLocale()
 {
-    LocaleState& s = state();
+    LocaleState &s = state();
     mutex::scoped_lock guard(s.lock);
     s.overridden = false;
 }
 
-Language KELLocale::getLanguage() const { return m_language; }
+Language KELLocale::getLanguage() const
+{
+    return m_language;
+}
 
 } // namespace kel

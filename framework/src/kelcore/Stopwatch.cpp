@@ -7,7 +7,8 @@ Stopwatch::Stopwatch() : m_startMicros(Clock::nowMicroseconds()), m_accumulatedM
 
 void Stopwatch::start()
 {
-    if (m_running) return;
+    if (m_running)
+        return;
     m_startMicros = Clock::nowMicroseconds();
     m_running = true;
 }
@@ -21,19 +22,26 @@ void Stopwatch::reset()
 
 void Stopwatch::stop()
 {
-    if (!m_running) return;
+    if (!m_running)
+        return;
     m_accumulatedMicros += Clock::nowMicroseconds() - m_startMicros;
     m_running = false;
 }
 
-bool Stopwatch::isRunning() const { return m_running; }
+bool Stopwatch::isRunning() const
+{
+    return m_running;
+}
 
 double Stopwatch::elapsedSeconds() const
 {
     return static_cast<double>(elapsedMicroseconds()) / 1e6;
 }
 
-uint64_t Stopwatch::elapsedMilliseconds() const { return elapsedMicroseconds() / 1000; }
+uint64_t Stopwatch::elapsedMilliseconds() const
+{
+    return elapsedMicroseconds() / 1000;
+}
 
 uint64_t Stopwatch::elapsedMicroseconds() const
 {
@@ -41,7 +49,8 @@ uint64_t Stopwatch::elapsedMicroseconds() const
     if (m_running) {
         const uint64_t now = Clock::nowMicroseconds();
         // A clock switched back from manual may read earlier than the start.
-        if (now > m_startMicros) total += now - m_startMicros;
+        if (now > m_startMicros)
+            total += now - m_startMicros;
     }
     return total;
 }

@@ -36,27 +36,40 @@ bool isSpace(wchar_t c)
 } // namespace
 
 String::String() {}
-String::String(const Char16* text) : m_text(text ? text : L"") {}
-String::String(const Char16* text, int length) : m_text(text ? std::wstring(text, length > 0 ? length : 0) : std::wstring()) {}
-String::String(const std::wstring& text) : m_text(text) {}
-String::String(const char* narrow)
+String::String(const Char16 *text) : m_text(text ? text : L"") {}
+String::String(const Char16 *text, int length)
+    : m_text(text ? std::wstring(text, length > 0 ? length : 0) : std::wstring())
 {
-    if (!narrow) return;
-    for (const unsigned char* p = reinterpret_cast<const unsigned char*>(narrow); *p; ++p) m_text += static_cast<wchar_t>(*p);
+}
+String::String(const std::wstring &text) : m_text(text) {}
+String::String(const char *narrow)
+{
+    if (!narrow)
+        return;
+    for (const unsigned char *p = reinterpret_cast<const unsigned char *>(narrow); *p; ++p)
+        m_text += static_cast<wchar_t>(*p);
 }
 
-String String::fromUtf8(const char* utf8)
+String String::fromUtf8(const char *utf8)
 {
-    if (!utf8 || !*utf8) return String();
+    if (!utf8 || !*utf8)
+        return String();
     const int count = MultiByteToWideChar(CP_UTF8, 0, utf8, -1, nullptr, 0);
-    if (count <= 1) return String();
+    if (count <= 1)
+        return String();
     std::wstring text(count - 1, L'\0');
     MultiByteToWideChar(CP_UTF8, 0, utf8, -1, &text[0], count);
     return String(text);
 }
 
-String String::fromUtf8(const std::string& utf8) { return fromUtf8(utf8.c_str()); }
-String String::fromNarrow(const char* narrow) { return String(narrow); }
+String String::fromUtf8(const std::string &utf8)
+{
+    return fromUtf8(utf8.c_str());
+}
+String String::fromNarrow(const char *narrow)
+{
+    return String(narrow);
+}
 
 String String::fromInt(int64_t value)
 {
@@ -75,22 +88,51 @@ String String::fromUInt(uint64_t value)
 String String::fromDouble(double value, int decimals)
 {
     wchar_t buffer[64];
-    if (decimals >= 0) swprintf(buffer, 64, L"%.*f", decimals, value);
-    else swprintf(buffer, 64, L"%g", value);
+    if (decimals >= 0)
+        swprintf(buffer, 64, L"%.*f", decimals, value);
+    else
+        swprintf(buffer, 64, L"%g", value);
     return String(buffer);
 }
 
-String String::fromBool(bool value) { return String(value ? L"true" : L"false"); }
+String String::fromBool(bool value)
+{
+    return String(value ? L"true" : L"false");
+}
 
-String String::hex(uint8_t value, bool leadingZeros) { return hexDigits(value, leadingZeros); }
-String String::hex(uint16_t value, bool leadingZeros) { return hexDigits(value, leadingZeros); }
-String String::hex(uint32_t value, bool leadingZeros) { return hexDigits(value, leadingZeros); }
-String String::hex(uint64_t value, bool leadingZeros) { return hexDigits(value, leadingZeros); }
+String String::hex(uint8_t value, bool leadingZeros)
+{
+    return hexDigits(value, leadingZeros);
+}
+String String::hex(uint16_t value, bool leadingZeros)
+{
+    return hexDigits(value, leadingZeros);
+}
+String String::hex(uint32_t value, bool leadingZeros)
+{
+    return hexDigits(value, leadingZeros);
+}
+String String::hex(uint64_t value, bool leadingZeros)
+{
+    return hexDigits(value, leadingZeros);
+}
 
-int String::length() const { return static_cast<int>(m_text.size()); }
-bool String::isEmpty() const { return m_text.empty(); }
-const Char16* String::c_str() const { return m_text.c_str(); }
-const std::wstring& String::wstr() const { return m_text; }
+int String::length() const
+{
+    return static_cast<int>(m_text.size());
+}
+bool String::isEmpty() const
+{
+    return m_text.empty();
+}
+const Char16 *String::c_str() const
+{
+    return m_text.c_str();
+}
+const std::wstring &String::wstr() const
+{
+    return m_text;
+}
 
 Char16 String::charAt(int index) const
 {
@@ -101,32 +143,43 @@ Char16 String::charAt(int index) const
     return m_text[index];
 }
 
-Char16 String::operator[](int index) const { return charAt(index); }
-
-int String::find(const String& needle, int from) const
+Char16 String::operator[](int index) const
 {
-    if (from < 0 || from > length()) return npos;
+    return charAt(index);
+}
+
+int String::find(const String &needle, int from) const
+{
+    if (from < 0 || from > length())
+        return npos;
     const size_t at = m_text.find(needle.m_text, from);
     return at == std::wstring::npos ? npos : static_cast<int>(at);
 }
 
 int String::find(Char16 c, int from) const
 {
-    if (from < 0 || from > length()) return npos;
+    if (from < 0 || from > length())
+        return npos;
     const size_t at = m_text.find(c, from);
     return at == std::wstring::npos ? npos : static_cast<int>(at);
 }
 
-int String::findLast(const String& needle) const
+int String::findLast(const String &needle) const
 {
     const size_t at = m_text.rfind(needle.m_text);
     return at == std::wstring::npos ? npos : static_cast<int>(at);
 }
 
-bool String::contains(const String& needle) const { return find(needle) != npos; }
-bool String::startsWith(const String& prefix) const { return m_text.compare(0, prefix.m_text.size(), prefix.m_text) == 0; }
+bool String::contains(const String &needle) const
+{
+    return find(needle) != npos;
+}
+bool String::startsWith(const String &prefix) const
+{
+    return m_text.compare(0, prefix.m_text.size(), prefix.m_text) == 0;
+}
 
-bool String::endsWith(const String& suffix) const
+bool String::endsWith(const String &suffix) const
 {
     return m_text.size() >= suffix.m_text.size() &&
            m_text.compare(m_text.size() - suffix.m_text.size(), suffix.m_text.size(), suffix.m_text) == 0;
@@ -134,22 +187,26 @@ bool String::endsWith(const String& suffix) const
 
 String String::substring(int start, int count) const
 {
-    if (start < 0) start = 0;
-    if (start >= length()) return String();
+    if (start < 0)
+        start = 0;
+    if (start >= length())
+        return String();
     return String(count < 0 ? m_text.substr(start) : m_text.substr(start, count));
 }
 
 String String::toUpper() const
 {
     std::wstring text(m_text);
-    for (size_t i = 0; i < text.size(); ++i) text[i] = static_cast<wchar_t>(towupper(text[i]));
+    for (size_t i = 0; i < text.size(); ++i)
+        text[i] = static_cast<wchar_t>(towupper(text[i]));
     return String(text);
 }
 
 String String::toLower() const
 {
     std::wstring text(m_text);
-    for (size_t i = 0; i < text.size(); ++i) text[i] = static_cast<wchar_t>(towlower(text[i]));
+    for (size_t i = 0; i < text.size(); ++i)
+        text[i] = static_cast<wchar_t>(towlower(text[i]));
     return String(text);
 }
 
@@ -157,14 +214,17 @@ String String::trim() const
 {
     size_t first = 0;
     size_t last = m_text.size();
-    while (first < last && isSpace(m_text[first])) ++first;
-    while (last > first && isSpace(m_text[last - 1])) --last;
+    while (first < last && isSpace(m_text[first]))
+        ++first;
+    while (last > first && isSpace(m_text[last - 1]))
+        --last;
     return String(m_text.substr(first, last - first));
 }
 
-String String::replace(const String& from, const String& to) const
+String String::replace(const String &from, const String &to) const
 {
-    if (from.isEmpty()) return *this;
+    if (from.isEmpty())
+        return *this;
     std::wstring text(m_text);
     size_t at = 0;
     while ((at = text.find(from.m_text, at)) != std::wstring::npos) {
@@ -189,11 +249,15 @@ Array<String> String::split(Char16 separator) const
     }
 }
 
-bool String::equalsIgnoreCase(const String& other) const { return toLower() == other.toLower(); }
+bool String::equalsIgnoreCase(const String &other) const
+{
+    return toLower() == other.toLower();
+}
 
 std::string String::toUtf8() const
 {
-    if (m_text.empty()) return std::string();
+    if (m_text.empty())
+        return std::string();
     const int count = WideCharToMultiByte(CP_UTF8, 0, m_text.c_str(), length(), nullptr, 0, nullptr, nullptr);
     std::string text(count, '\0');
     WideCharToMultiByte(CP_UTF8, 0, m_text.c_str(), length(), &text[0], count, nullptr, nullptr);
@@ -204,68 +268,102 @@ std::string String::toNarrow() const
 {
     std::string text;
     text.reserve(m_text.size());
-    for (size_t i = 0; i < m_text.size(); ++i) text += m_text[i] < 0x100 ? static_cast<char>(m_text[i]) : '?';
+    for (size_t i = 0; i < m_text.size(); ++i)
+        text += m_text[i] < 0x100 ? static_cast<char>(m_text[i]) : '?';
     return text;
 }
 
-bool String::toInt(int64_t& out) const
+bool String::toInt(int64_t &out) const
 {
     const String text = trim();
-    if (text.isEmpty()) return false;
-    wchar_t* end = nullptr;
+    if (text.isEmpty())
+        return false;
+    wchar_t *end = nullptr;
     const long long value = wcstoll(text.c_str(), &end, 0);
-    if (*end != 0) return false;
+    if (*end != 0)
+        return false;
     out = value;
     return true;
 }
 
-bool String::toUInt(uint64_t& out) const
+bool String::toUInt(uint64_t &out) const
 {
     const String text = trim();
-    if (text.isEmpty() || text[0] == L'-') return false;
-    wchar_t* end = nullptr;
+    if (text.isEmpty() || text[0] == L'-')
+        return false;
+    wchar_t *end = nullptr;
     const unsigned long long value = wcstoull(text.c_str(), &end, 0);
-    if (*end != 0) return false;
+    if (*end != 0)
+        return false;
     out = value;
     return true;
 }
 
-bool String::toDouble(double& out) const
+bool String::toDouble(double &out) const
 {
     const String text = trim();
-    if (text.isEmpty()) return false;
-    wchar_t* end = nullptr;
+    if (text.isEmpty())
+        return false;
+    wchar_t *end = nullptr;
     const double value = wcstod(text.c_str(), &end);
-    if (*end != 0) return false;
+    if (*end != 0)
+        return false;
     out = value;
     return true;
 }
 
-String& String::append(const String& other) { m_text += other.m_text; return *this; }
-String& String::append(Char16 c) { m_text += c; return *this; }
-String& String::operator+=(const String& other) { return append(other); }
-String& String::operator+=(const Char16* other) { m_text += other ? other : L""; return *this; }
-String& String::operator+=(Char16 c) { return append(c); }
+String &String::append(const String &other)
+{
+    m_text += other.m_text;
+    return *this;
+}
+String &String::append(Char16 c)
+{
+    m_text += c;
+    return *this;
+}
+String &String::operator+=(const String &other)
+{
+    return append(other);
+}
+String &String::operator+=(const Char16 *other)
+{
+    m_text += other ? other : L"";
+    return *this;
+}
+String &String::operator+=(Char16 c)
+{
+    return append(c);
+}
 
-bool String::operator==(const String& other) const { return m_text == other.m_text; }
-bool String::operator!=(const String& other) const { return m_text != other.m_text; }
-bool String::operator<(const String& other) const { return m_text < other.m_text; }
+bool String::operator==(const String &other) const
+{
+    return m_text == other.m_text;
+}
+bool String::operator!=(const String &other) const
+{
+    return m_text != other.m_text;
+}
+bool String::operator<(const String &other) const
+{
+    return m_text < other.m_text;
+}
 
-String operator+(const String& a, const String& b)
+String operator+(const String &a, const String &b)
 {
     String result(a);
     result += b;
     return result;
 }
 
-String operator+(const String& a, const Char16* b)
+String operator+(const String &a, const Char16 *b)
 {
     String result(a);
     result += b;
     return result;
 }
 
-String operator+(const Char16* a, const String& b)
+String operator+(const Char16 *a, const String &b)
 {
     String result(a);
     result += b;

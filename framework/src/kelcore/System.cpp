@@ -5,7 +5,7 @@
 namespace kel {
 
 namespace detail {
-bool sleepOnManualClock(uint32_t milliseconds, uint32_t& realMs);
+bool sleepOnManualClock(uint32_t milliseconds, uint32_t &realMs);
 }
 
 void System::mssleep(uint32_t milliseconds)

@@ -4,7 +4,7 @@
 
 namespace kel {
 
-TraceLogger::TraceLogger(Logger* logger, const char* function, const char* file, int line)
+TraceLogger::TraceLogger(Logger *logger, const char *function, const char *file, int line)
     : m_logger(logger), m_function(function)
 {
     if (LogFactory::admits(m_logger, LOG_DETAIL)) {

@@ -4,7 +4,7 @@
 
 namespace kelmodule {
 
-kel::String guidToString(const GUID& guid)
+kel::String guidToString(const GUID &guid)
 {
     wchar_t text[40];
     swprintf(text, 40, L"{%08lX-%04X-%04X-%02X%02X-%02X%02X%02X%02X%02X%02X}", static_cast<unsigned long>(guid.Data1),

@@ -3,16 +3,22 @@
 
 namespace ruvo {
 
-Event::Event(const RuvoString& key) : m_key(key) {}
+Event::Event(const RuvoString &key) : m_key(key) {}
 
-Event& Event::setVariable(const RuvoString& name, const Value& value)
+Event &Event::setVariable(const RuvoString &name, const Value &value)
 {
     m_variables.set(name, value);
     return *this;
 }
 
-RuvoString Event::key() const { return m_key; }
-const Variables& Event::variables() const { return m_variables; }
+RuvoString Event::key() const
+{
+    return m_key;
+}
+const Variables &Event::variables() const
+{
+    return m_variables;
+}
 
 RuvoString Event::localizedMessage() const
 {

@@ -101,8 +101,7 @@ inline bool readText(Read read, std::wstring &text)
 class DeviceOverride {
 public:
     explicit DeviceOverride(std::wstring device) : m_device(std::move(device)) {}
-    DeviceOverride(const std::wstring &device, const std::wstring &key, const std::wstring &value)
-        : m_device(device)
+    DeviceOverride(const std::wstring &device, const std::wstring &key, const std::wstring &value) : m_device(device)
     {
         set(key, value);
     }
@@ -118,7 +117,9 @@ public:
     {
         Saved saved{key, false, std::wstring()};
         saved.had = detail::readText(
-            [&](wchar_t *buffer, int capacity) { return LabGetOverride(m_device.c_str(), key.c_str(), buffer, capacity); },
+            [&](wchar_t *buffer, int capacity) {
+                return LabGetOverride(m_device.c_str(), key.c_str(), buffer, capacity);
+            },
             saved.value);
         m_saved.push_back(saved);
         LabSetOverride(m_device.c_str(), key.c_str(), value.c_str());
@@ -141,16 +142,29 @@ inline std::vector<std::wstring> journal(const std::wstring &device)
     const int size = LabJournalSize(device.c_str());
     for (int i = 0; i < size; ++i) {
         std::wstring entry;
-        if (detail::readText([&](wchar_t *buffer, int capacity) { return LabJournalEntry(device.c_str(), i, buffer, capacity); },
-                             entry))
+        if (detail::readText(
+                [&](wchar_t *buffer, int capacity) { return LabJournalEntry(device.c_str(), i, buffer, capacity); },
+                entry))
             entries.push_back(entry);
     }
     return entries;
 }
 
-inline void clearJournal(const std::wstring &device) { LabClearJournal(device.c_str()); }
-inline long long samplesDelivered(const std::wstring &device) { return LabSamplesDelivered(device.c_str()); }
-inline long liveObjects() { return LabLiveObjects(); }
-inline long liveThreads() { return LabLiveThreads(); }
+inline void clearJournal(const std::wstring &device)
+{
+    LabClearJournal(device.c_str());
+}
+inline long long samplesDelivered(const std::wstring &device)
+{
+    return LabSamplesDelivered(device.c_str());
+}
+inline long liveObjects()
+{
+    return LabLiveObjects();
+}
+inline long liveThreads()
+{
+    return LabLiveThreads();
+}
 
 } // namespace lab

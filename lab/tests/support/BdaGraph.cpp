@@ -34,7 +34,10 @@ STDMETHODIMP StreamCollector::QueryInterface(REFIID iid, void **out)
     return E_NOINTERFACE;
 }
 
-STDMETHODIMP_(ULONG) StreamCollector::AddRef() { return InterlockedIncrement(&m_refs); }
+STDMETHODIMP_(ULONG) StreamCollector::AddRef()
+{
+    return InterlockedIncrement(&m_refs);
+}
 
 STDMETHODIMP_(ULONG) StreamCollector::Release()
 {
@@ -80,7 +83,10 @@ void StreamCollector::clear()
 
 BdaGraph::BdaGraph() = default;
 
-BdaGraph::~BdaGraph() { tearDown(); }
+BdaGraph::~BdaGraph()
+{
+    tearDown();
+}
 
 HRESULT BdaGraph::addDevices(const std::wstring &tunerName, const std::wstring &receiverName)
 {

@@ -18,7 +18,10 @@ TestVariant::TestVariant(long value)
     V_I4(&m_value) = value;
 }
 
-TestVariant::~TestVariant() { VariantClear(&m_value); }
+TestVariant::~TestVariant()
+{
+    VariantClear(&m_value);
+}
 
 namespace {
 std::wstring takeText(BSTR text)

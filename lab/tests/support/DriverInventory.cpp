@@ -41,10 +41,12 @@ bool buildDriverList(HDEVINFO set, SP_DEVINFO_DATA &device)
     if (!SetupDiGetDeviceInstallParamsW(set, &device, &params))
         return false;
     params.FlagsEx |= DI_FLAGSEX_INSTALLEDDRIVER;
-    if (!SetupDiSetDeviceInstallParamsW(set, &device, &params) || !SetupDiBuildDriverInfoList(set, &device, SPDIT_COMPATDRIVER))
+    if (!SetupDiSetDeviceInstallParamsW(set, &device, &params) ||
+        !SetupDiBuildDriverInfoList(set, &device, SPDIT_COMPATDRIVER))
         return false;
     params.FlagsEx |= DI_FLAGSEX_APPENDDRIVERLIST;
-    return SetupDiSetDeviceInstallParamsW(set, &device, &params) && SetupDiBuildDriverInfoList(set, &device, SPDIT_COMPATDRIVER);
+    return SetupDiSetDeviceInstallParamsW(set, &device, &params) &&
+           SetupDiBuildDriverInfoList(set, &device, SPDIT_COMPATDRIVER);
 }
 
 bool readDetail(HDEVINFO set, SP_DEVINFO_DATA &device, DriverFacts &facts)
@@ -88,7 +90,8 @@ bool readDriver(HDEVINFO set, SP_DEVINFO_DATA &device, DriverFacts &facts)
     facts = DriverFacts{};
     facts.info.cbSize = sizeof(facts.info);
     return buildDriverList(set, device) &&
-           SetupDiEnumDriverInfoW(set, &device, SPDIT_COMPATDRIVER, 0, reinterpret_cast<SP_DRVINFO_DATA_W *>(&facts.info)) &&
+           SetupDiEnumDriverInfoW(set, &device, SPDIT_COMPATDRIVER, 0,
+                                  reinterpret_cast<SP_DRVINFO_DATA_W *>(&facts.info)) &&
            readDetail(set, device, facts) && queueDriverFiles(set, device, facts);
 }
 

@@ -15,7 +15,10 @@ STDMETHODIMP FrameCollector::QueryInterface(REFIID iid, void **out)
     return E_NOINTERFACE;
 }
 
-STDMETHODIMP_(ULONG) FrameCollector::AddRef() { return InterlockedIncrement(&m_refs); }
+STDMETHODIMP_(ULONG) FrameCollector::AddRef()
+{
+    return InterlockedIncrement(&m_refs);
+}
 
 STDMETHODIMP_(ULONG) FrameCollector::Release()
 {
@@ -37,7 +40,10 @@ STDMETHODIMP FrameCollector::SampleCB(double, IMediaSample *sample)
     return S_OK;
 }
 
-STDMETHODIMP FrameCollector::BufferCB(double, BYTE *, long) { return E_NOTIMPL; }
+STDMETHODIMP FrameCollector::BufferCB(double, BYTE *, long)
+{
+    return E_NOTIMPL;
+}
 
 size_t FrameCollector::count() const
 {

@@ -70,7 +70,10 @@ IPin *firstPin(IBaseFilter *filter, PIN_DIRECTION direction)
 
 LabGraph::LabGraph() = default;
 
-LabGraph::~LabGraph() { tearDown(); }
+LabGraph::~LabGraph()
+{
+    tearDown();
+}
 
 HRESULT LabGraph::addDevice(const std::wstring &device)
 {

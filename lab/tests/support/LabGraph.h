@@ -52,7 +52,10 @@ public:
     // Drops every filter and the graph; afterwards no lab object should remain.
     void tearDown();
 
-    std::vector<CollectedSample> samples() const { return m_collector ? m_collector->samples() : std::vector<CollectedSample>(); }
+    std::vector<CollectedSample> samples() const
+    {
+        return m_collector ? m_collector->samples() : std::vector<CollectedSample>();
+    }
     HRESULT connectedType(AM_MEDIA_TYPE &type) { return m_grabber->GetConnectedMediaType(&type); }
 
     CComPtr<IGraphBuilder> graph;

@@ -6,7 +6,10 @@
 namespace labtest {
 
 namespace {
-HRESULT unexpected(const char *call) { return StubBdaTuner::unexpectedCall("the tuner's input pin", call); }
+HRESULT unexpected(const char *call)
+{
+    return StubBdaTuner::unexpectedCall("the tuner's input pin", call);
+}
 } // namespace
 
 STDMETHODIMP StubBdaPin::QueryInterface(REFIID iid, void **out)
@@ -22,10 +25,19 @@ STDMETHODIMP StubBdaPin::QueryInterface(REFIID iid, void **out)
     return E_NOINTERFACE;
 }
 
-STDMETHODIMP_(ULONG) StubBdaPin::AddRef() { return m_filter.AddRef(); }
-STDMETHODIMP_(ULONG) StubBdaPin::Release() { return m_filter.Release(); }
+STDMETHODIMP_(ULONG) StubBdaPin::AddRef()
+{
+    return m_filter.AddRef();
+}
+STDMETHODIMP_(ULONG) StubBdaPin::Release()
+{
+    return m_filter.Release();
+}
 
-STDMETHODIMP StubBdaPin::Connect(IPin *, const AM_MEDIA_TYPE *) { return unexpected("Connect"); }
+STDMETHODIMP StubBdaPin::Connect(IPin *, const AM_MEDIA_TYPE *)
+{
+    return unexpected("Connect");
+}
 
 STDMETHODIMP StubBdaPin::ReceiveConnection(IPin *connector, const AM_MEDIA_TYPE *type)
 {
@@ -75,14 +87,41 @@ STDMETHODIMP StubBdaPin::QueryDirection(PIN_DIRECTION *direction)
     return S_OK;
 }
 
-STDMETHODIMP StubBdaPin::ConnectionMediaType(AM_MEDIA_TYPE *) { return unexpected("ConnectionMediaType"); }
-STDMETHODIMP StubBdaPin::QueryId(LPWSTR *) { return unexpected("QueryId"); }
-STDMETHODIMP StubBdaPin::QueryAccept(const AM_MEDIA_TYPE *) { return unexpected("QueryAccept"); }
-STDMETHODIMP StubBdaPin::EnumMediaTypes(IEnumMediaTypes **) { return unexpected("EnumMediaTypes"); }
-STDMETHODIMP StubBdaPin::QueryInternalConnections(IPin **, ULONG *) { return unexpected("QueryInternalConnections"); }
-STDMETHODIMP StubBdaPin::EndOfStream() { return unexpected("EndOfStream"); }
-STDMETHODIMP StubBdaPin::BeginFlush() { return unexpected("BeginFlush"); }
-STDMETHODIMP StubBdaPin::EndFlush() { return unexpected("EndFlush"); }
-STDMETHODIMP StubBdaPin::NewSegment(REFERENCE_TIME, REFERENCE_TIME, double) { return unexpected("NewSegment"); }
+STDMETHODIMP StubBdaPin::ConnectionMediaType(AM_MEDIA_TYPE *)
+{
+    return unexpected("ConnectionMediaType");
+}
+STDMETHODIMP StubBdaPin::QueryId(LPWSTR *)
+{
+    return unexpected("QueryId");
+}
+STDMETHODIMP StubBdaPin::QueryAccept(const AM_MEDIA_TYPE *)
+{
+    return unexpected("QueryAccept");
+}
+STDMETHODIMP StubBdaPin::EnumMediaTypes(IEnumMediaTypes **)
+{
+    return unexpected("EnumMediaTypes");
+}
+STDMETHODIMP StubBdaPin::QueryInternalConnections(IPin **, ULONG *)
+{
+    return unexpected("QueryInternalConnections");
+}
+STDMETHODIMP StubBdaPin::EndOfStream()
+{
+    return unexpected("EndOfStream");
+}
+STDMETHODIMP StubBdaPin::BeginFlush()
+{
+    return unexpected("BeginFlush");
+}
+STDMETHODIMP StubBdaPin::EndFlush()
+{
+    return unexpected("EndFlush");
+}
+STDMETHODIMP StubBdaPin::NewSegment(REFERENCE_TIME, REFERENCE_TIME, double)
+{
+    return unexpected("NewSegment");
+}
 
 } // namespace labtest

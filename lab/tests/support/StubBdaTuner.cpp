@@ -5,7 +5,10 @@
 namespace labtest {
 
 namespace {
-HRESULT unexpected(const char *call) { return StubBdaTuner::unexpectedCall("the tuner filter", call); }
+HRESULT unexpected(const char *call)
+{
+    return StubBdaTuner::unexpectedCall("the tuner filter", call);
+}
 const ULONG kTunerNodeType = 0;
 const ULONG kDemodulatorNodeType = 1;
 } // namespace
@@ -76,7 +79,10 @@ STDMETHODIMP StubBdaTuner::QueryInterface(REFIID iid, void **out)
     return S_OK;
 }
 
-STDMETHODIMP_(ULONG) StubBdaTuner::AddRef() { return InterlockedIncrement(&m_refs); }
+STDMETHODIMP_(ULONG) StubBdaTuner::AddRef()
+{
+    return InterlockedIncrement(&m_refs);
+}
 
 STDMETHODIMP_(ULONG) StubBdaTuner::Release()
 {
@@ -117,9 +123,18 @@ STDMETHODIMP StubBdaTuner::GetControlNode(ULONG input, ULONG output, ULONG type,
     return S_OK;
 }
 
-STDMETHODIMP StubBdaTuner::StartChanges() { return expected(L"StartChanges"); }
-STDMETHODIMP StubBdaTuner::CheckChanges() { return expected(L"CheckChanges"); }
-STDMETHODIMP StubBdaTuner::CommitChanges() { return expected(L"CommitChanges"); }
+STDMETHODIMP StubBdaTuner::StartChanges()
+{
+    return expected(L"StartChanges");
+}
+STDMETHODIMP StubBdaTuner::CheckChanges()
+{
+    return expected(L"CheckChanges");
+}
+STDMETHODIMP StubBdaTuner::CommitChanges()
+{
+    return expected(L"CommitChanges");
+}
 
 STDMETHODIMP StubBdaTuner::GetClassID(CLSID *clsid)
 {
@@ -129,29 +144,89 @@ STDMETHODIMP StubBdaTuner::GetClassID(CLSID *clsid)
     return S_OK;
 }
 
-STDMETHODIMP StubBdaTuner::Stop() { return S_OK; }
-STDMETHODIMP StubBdaTuner::Pause() { return S_OK; }
-STDMETHODIMP StubBdaTuner::Run(REFERENCE_TIME) { return S_OK; }
-STDMETHODIMP StubBdaTuner::GetState(DWORD, FILTER_STATE *) { return unexpected("GetState"); }
-STDMETHODIMP StubBdaTuner::SetSyncSource(IReferenceClock *) { return S_OK; }
-STDMETHODIMP StubBdaTuner::GetSyncSource(IReferenceClock **) { return unexpected("GetSyncSource"); }
-STDMETHODIMP StubBdaTuner::EnumPins(IEnumPins **) { return unexpected("EnumPins"); }
-STDMETHODIMP StubBdaTuner::FindPin(LPCWSTR, IPin **) { return unexpected("FindPin"); }
-STDMETHODIMP StubBdaTuner::QueryFilterInfo(FILTER_INFO *) { return unexpected("QueryFilterInfo"); }
-STDMETHODIMP StubBdaTuner::JoinFilterGraph(IFilterGraph *, LPCWSTR) { return unexpected("JoinFilterGraph"); }
-STDMETHODIMP StubBdaTuner::QueryVendorInfo(LPWSTR *) { return unexpected("QueryVendorInfo"); }
-STDMETHODIMP StubBdaTuner::GetNodeDescriptors(ULONG *, ULONG, BDANODE_DESCRIPTOR[]) { return unexpected("GetNodeDescriptors"); }
-STDMETHODIMP StubBdaTuner::GetNodeInterfaces(ULONG, ULONG *, ULONG, GUID[]) { return unexpected("GetNodeInterfaces"); }
-STDMETHODIMP StubBdaTuner::GetPinTypes(ULONG *, ULONG, ULONG[]) { return unexpected("GetPinTypes"); }
+STDMETHODIMP StubBdaTuner::Stop()
+{
+    return S_OK;
+}
+STDMETHODIMP StubBdaTuner::Pause()
+{
+    return S_OK;
+}
+STDMETHODIMP StubBdaTuner::Run(REFERENCE_TIME)
+{
+    return S_OK;
+}
+STDMETHODIMP StubBdaTuner::GetState(DWORD, FILTER_STATE *)
+{
+    return unexpected("GetState");
+}
+STDMETHODIMP StubBdaTuner::SetSyncSource(IReferenceClock *)
+{
+    return S_OK;
+}
+STDMETHODIMP StubBdaTuner::GetSyncSource(IReferenceClock **)
+{
+    return unexpected("GetSyncSource");
+}
+STDMETHODIMP StubBdaTuner::EnumPins(IEnumPins **)
+{
+    return unexpected("EnumPins");
+}
+STDMETHODIMP StubBdaTuner::FindPin(LPCWSTR, IPin **)
+{
+    return unexpected("FindPin");
+}
+STDMETHODIMP StubBdaTuner::QueryFilterInfo(FILTER_INFO *)
+{
+    return unexpected("QueryFilterInfo");
+}
+STDMETHODIMP StubBdaTuner::JoinFilterGraph(IFilterGraph *, LPCWSTR)
+{
+    return unexpected("JoinFilterGraph");
+}
+STDMETHODIMP StubBdaTuner::QueryVendorInfo(LPWSTR *)
+{
+    return unexpected("QueryVendorInfo");
+}
+STDMETHODIMP StubBdaTuner::GetNodeDescriptors(ULONG *, ULONG, BDANODE_DESCRIPTOR[])
+{
+    return unexpected("GetNodeDescriptors");
+}
+STDMETHODIMP StubBdaTuner::GetNodeInterfaces(ULONG, ULONG *, ULONG, GUID[])
+{
+    return unexpected("GetNodeInterfaces");
+}
+STDMETHODIMP StubBdaTuner::GetPinTypes(ULONG *, ULONG, ULONG[])
+{
+    return unexpected("GetPinTypes");
+}
 STDMETHODIMP StubBdaTuner::GetTemplateConnections(ULONG *, ULONG, BDA_TEMPLATE_CONNECTION[])
 {
     return unexpected("GetTemplateConnections");
 }
-STDMETHODIMP StubBdaTuner::CreatePin(ULONG, ULONG *) { return unexpected("CreatePin"); }
-STDMETHODIMP StubBdaTuner::DeletePin(ULONG) { return unexpected("DeletePin"); }
-STDMETHODIMP StubBdaTuner::SetMediaType(ULONG, AM_MEDIA_TYPE *) { return unexpected("SetMediaType"); }
-STDMETHODIMP StubBdaTuner::SetMedium(ULONG, REGPINMEDIUM *) { return unexpected("SetMedium"); }
-STDMETHODIMP StubBdaTuner::CreateTopology(ULONG, ULONG) { return unexpected("CreateTopology"); }
-STDMETHODIMP StubBdaTuner::GetChangeState(ULONG *) { return unexpected("GetChangeState"); }
+STDMETHODIMP StubBdaTuner::CreatePin(ULONG, ULONG *)
+{
+    return unexpected("CreatePin");
+}
+STDMETHODIMP StubBdaTuner::DeletePin(ULONG)
+{
+    return unexpected("DeletePin");
+}
+STDMETHODIMP StubBdaTuner::SetMediaType(ULONG, AM_MEDIA_TYPE *)
+{
+    return unexpected("SetMediaType");
+}
+STDMETHODIMP StubBdaTuner::SetMedium(ULONG, REGPINMEDIUM *)
+{
+    return unexpected("SetMedium");
+}
+STDMETHODIMP StubBdaTuner::CreateTopology(ULONG, ULONG)
+{
+    return unexpected("CreateTopology");
+}
+STDMETHODIMP StubBdaTuner::GetChangeState(ULONG *)
+{
+    return unexpected("GetChangeState");
+}
 
 } // namespace labtest

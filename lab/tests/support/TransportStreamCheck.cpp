@@ -9,7 +9,10 @@ namespace {
 
 const size_t kPacket = 188;
 
-int pidOf(const std::uint8_t *p) { return ((p[1] & 0x1F) << 8) | p[2]; }
+int pidOf(const std::uint8_t *p)
+{
+    return ((p[1] & 0x1F) << 8) | p[2];
+}
 
 } // namespace
 

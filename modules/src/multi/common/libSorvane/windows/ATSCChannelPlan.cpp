@@ -24,7 +24,7 @@ const Band kBands[] = {
 
 uint32_t ATSCChannelPlan::frequencyKHz(int channel)
 {
-    for (const Band& band : kBands) {
+    for (const Band &band : kBands) {
         if (channel >= band.firstChannel && channel <= band.lastChannel) {
             return band.firstCentreKHz + static_cast<uint32_t>(channel - band.firstChannel) * kRaster;
         }

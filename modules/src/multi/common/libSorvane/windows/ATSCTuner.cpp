@@ -15,7 +15,7 @@ namespace {
 
 // Each physical channel is checked on its first virtual channel (N.1).
 const int kFirstMinorChannel = 1;
-const wchar_t* const kAtscSpaces[] = {L"ATSC"};
+const wchar_t *const kAtscSpaces[] = {L"ATSC"};
 
 kel::String hrText(HRESULT hr)
 {
@@ -24,7 +24,7 @@ kel::String hrText(HRESULT hr)
 
 } // namespace
 
-ATSCTuner::ATSCTuner(const ruvo::DiagDevice& device, const kel::String& name) : DigitalTuner(device, name) {}
+ATSCTuner::ATSCTuner(const ruvo::DiagDevice &device, const kel::String &name) : DigitalTuner(device, name) {}
 
 void ATSCTuner::setupDevice()
 {
@@ -33,7 +33,7 @@ void ATSCTuner::setupDevice()
     chooseTuningSpace(kAtscSpaces, 1);
 }
 
-void ATSCTuner::chooseTuningSpace(const wchar_t* const* names, int count)
+void ATSCTuner::chooseTuningSpace(const wchar_t *const *names, int count)
 {
     m_tuningSpace.Release();
     for (int i = 0; i < count && !m_tuningSpace; ++i) {
@@ -77,7 +77,8 @@ bool ATSCTuner::tuneToChannel(int channel, int minorChannel, int /*inputType*/)
         SORVANE_LOG_ERROR("Cannot get an IATSCChannelTuneRequest from an ITuneRequest instance.");
         return false;
     }
-    if (FAILED(hr = channelRequest->put_Channel(channel)) || FAILED(hr = channelRequest->put_MinorChannel(minorChannel)) ||
+    if (FAILED(hr = channelRequest->put_Channel(channel)) ||
+        FAILED(hr = channelRequest->put_MinorChannel(minorChannel)) ||
         FAILED(hr = channelRequest->put_Locator(locator))) {
         SORVANE_LOG_ERROR("IATSCChannelTuneRequest set-up failed: " << hrText(hr));
         return false;
@@ -100,9 +101,10 @@ bool ATSCTuner::checkCurrentChannel()
 void ATSCTuner::signalFound()
 {
     DigitalTuner::signalFound();
-    SORVANE_LOG_DETAIL("ATSC channel " << static_cast<unsigned>(m_currentChannel) << " at "
-                                       << static_cast<unsigned>(ATSCChannelPlan::frequencyKHz(static_cast<int>(m_currentChannel)))
-                                       << " kHz");
+    SORVANE_LOG_DETAIL(
+        "ATSC channel " << static_cast<unsigned>(m_currentChannel) << " at "
+                        << static_cast<unsigned>(ATSCChannelPlan::frequencyKHz(static_cast<int>(m_currentChannel)))
+                        << " kHz");
 }
 
 void ATSCTuner::cleanUpCOMInterfaces()

@@ -10,7 +10,7 @@ namespace sorvane {
 
 class SORVANE_API ATSCTuner : public DigitalTuner {
 public:
-    ATSCTuner(const ruvo::DiagDevice& device, const kel::String& name);
+    ATSCTuner(const ruvo::DiagDevice &device, const kel::String &name);
 
 protected:
     void setupDevice() override;
@@ -21,7 +21,7 @@ protected:
     void cleanUpCOMInterfaces() override;
 
     // Finds the first of these tuning spaces the provider offers; CANNOTRUN when none.
-    void chooseTuningSpace(const wchar_t* const* names, int count);
+    void chooseTuningSpace(const wchar_t *const *names, int count);
 
     CComPtr<ITuningSpace> m_tuningSpace;
 };

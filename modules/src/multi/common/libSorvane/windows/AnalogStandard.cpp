@@ -16,12 +16,12 @@ SORVANE_FIXED_MEMBER(AnalogStandard, SECAM_L, L"SECAM (L)", L"SECAM L")
 
 AnalogStandard::AnalogStandard() {}
 
-AnalogStandard::AnalogStandard(const kel::String& description, const kel::String& shortName)
+AnalogStandard::AnalogStandard(const kel::String &description, const kel::String &shortName)
     : m_description(description), m_shortName(shortName)
 {
 }
 
-bool AnalogStandard::operator==(const AnalogStandard& other) const
+bool AnalogStandard::operator==(const AnalogStandard &other) const
 {
     return m_description == other.m_description && m_shortName == other.m_shortName;
 }

@@ -7,27 +7,27 @@
 
 class SORVANE_API AnalogStandard {
 public:
-    static const AnalogStandard& NTSC();
-    static const AnalogStandard& NTSC_JAPAN();
-    static const AnalogStandard& PAL_B();
-    static const AnalogStandard& PAL_D();
-    static const AnalogStandard& PAL_I();
-    static const AnalogStandard& PAL_M();
-    static const AnalogStandard& PAL_N();
-    static const AnalogStandard& SECAM_B();
-    static const AnalogStandard& SECAM_D();
-    static const AnalogStandard& SECAM_G();
-    static const AnalogStandard& SECAM_K();
-    static const AnalogStandard& SECAM_L();
+    static const AnalogStandard &NTSC();
+    static const AnalogStandard &NTSC_JAPAN();
+    static const AnalogStandard &PAL_B();
+    static const AnalogStandard &PAL_D();
+    static const AnalogStandard &PAL_I();
+    static const AnalogStandard &PAL_M();
+    static const AnalogStandard &PAL_N();
+    static const AnalogStandard &SECAM_B();
+    static const AnalogStandard &SECAM_D();
+    static const AnalogStandard &SECAM_G();
+    static const AnalogStandard &SECAM_K();
+    static const AnalogStandard &SECAM_L();
 
     AnalogStandard();
-    AnalogStandard(const kel::String& description, const kel::String& shortName);
+    AnalogStandard(const kel::String &description, const kel::String &shortName);
 
-    const kel::String& description() const { return m_description; }
-    const kel::String& shortName() const { return m_shortName; }
+    const kel::String &description() const { return m_description; }
+    const kel::String &shortName() const { return m_shortName; }
 
-    bool operator==(const AnalogStandard& other) const;
-    bool operator!=(const AnalogStandard& other) const { return !(*this == other); }
+    bool operator==(const AnalogStandard &other) const;
+    bool operator!=(const AnalogStandard &other) const { return !(*this == other); }
 
 private:
     kel::String m_description;

@@ -39,18 +39,16 @@ const int kNoMinorChannel = -1;
 const int kFMTextLength = 5;
 
 struct RenderChoice {
-    const GUID* category;
-    const GUID* mediaType;
+    const GUID *category;
+    const GUID *mediaType;
 };
 
 // Tried in turn until one renders completely. Capture before preview: a card without a
 // preview pin gets a Smart Tee, whose preview output only renders partly
 // (VFW_S_NOPREVIEWPIN); rendering it and then the capture pin would make two renderers.
 const RenderChoice kRenderChoices[] = {
-    {&PIN_CATEGORY_CAPTURE, &MEDIATYPE_Interleaved},
-    {&PIN_CATEGORY_CAPTURE, &MEDIATYPE_Video},
-    {&PIN_CATEGORY_PREVIEW, &MEDIATYPE_Interleaved},
-    {&PIN_CATEGORY_PREVIEW, &MEDIATYPE_Video},
+    {&PIN_CATEGORY_CAPTURE, &MEDIATYPE_Interleaved}, {&PIN_CATEGORY_CAPTURE, &MEDIATYPE_Video},
+    {&PIN_CATEGORY_PREVIEW, &MEDIATYPE_Interleaved}, {&PIN_CATEGORY_PREVIEW, &MEDIATYPE_Video},
     {&PIN_CATEGORY_CAPTURE, &MEDIATYPE_Stream},
 };
 
@@ -59,14 +57,14 @@ kel::String hrText(HRESULT hr)
     return ErrorHandler::errorMessageFromHr(hr);
 }
 
-bool isSetAndTrue(ruvo::Parameter* parameter)
+bool isSetAndTrue(ruvo::Parameter *parameter)
 {
     return parameter->isset() && parameter->value().valueBool();
 }
 
 } // namespace
 
-AnalogTuner::AnalogTuner(const ruvo::DiagDevice& device, const kel::String& name)
+AnalogTuner::AnalogTuner(const ruvo::DiagDevice &device, const kel::String &name)
     : TVTuner(device, name), m_mode(AMTUNER_MODE_TV), m_checking(false), m_tryAntenna(true), m_tryCable(true)
 {
     m_minChannel = kMinTVChannel;
@@ -82,7 +80,7 @@ void AnalogTuner::captureToScreen()
     CaptureBase::captureToScreen();
 }
 
-void AnalogTuner::captureToFile(const kel::String& fileName)
+void AnalogTuner::captureToFile(const kel::String &fileName)
 {
     SORVANE_TRACE();
     m_mode = AMTUNER_MODE_TV;
@@ -108,18 +106,22 @@ void AnalogTuner::checkFMRadioSignal()
     FMSweep sweep;
     sweep.start = g_FMRadioStartChannel->value().valueDouble();
     sweep.end = g_FMRadioEndChannel->value().valueDouble();
-    if (sweep.start > sweep.end) sweep.end = sweep.start;
+    if (sweep.start > sweep.end)
+        sweep.end = sweep.start;
     sweep.current = sweep.start;
     SORVANE_LOG_DETAIL("FM sweep from " << kel::String::fromDouble(sweep.start) << " to "
                                         << kel::String::fromDouble(sweep.end) << " MHz");
     run(boost::bind(&AnalogTuner::stepFMSweep, this, boost::ref(sweep)), true, true);
 }
 
-bool AnalogTuner::stepFMSweep(FMSweep& sweep)
+bool AnalogTuner::stepFMSweep(FMSweep &sweep)
 {
-    if (sweep.current == sweep.start) kel::System::mssleep(kFMSettleDelay);
-    if (sweep.current >= sweep.end + kFMTolerance) THROW_ERROR(ruvo::TestResult::NOSIGNAL(), 0, g_errorNoSignal);
-    if (ruvo::DiagModule::checkForStop()) THROW_ERROR(ruvo::TestResult::USERABORTED(), 0, nullptr);
+    if (sweep.current == sweep.start)
+        kel::System::mssleep(kFMSettleDelay);
+    if (sweep.current >= sweep.end + kFMTolerance)
+        THROW_ERROR(ruvo::TestResult::NOSIGNAL(), 0, g_errorNoSignal);
+    if (ruvo::DiagModule::checkForStop())
+        THROW_ERROR(ruvo::TestResult::USERABORTED(), 0, nullptr);
 
     reportFMProgress(sweep.current);
     if (checkChannel(static_cast<int>(sweep.current * kHertzPerMHz), kNoMinorChannel, kCurrentInput)) {
@@ -151,13 +153,15 @@ void AnalogTuner::setupDevice()
     CaptureBase::setupDevice();
 
     m_tuner.Release();
-    HRESULT hr = m_captureGraphBuilder->FindInterface(&PIN_CATEGORY_CAPTURE, nullptr, m_srcFilter, IID_PPV_ARGS(&m_tuner));
+    HRESULT hr =
+        m_captureGraphBuilder->FindInterface(&PIN_CATEGORY_CAPTURE, nullptr, m_srcFilter, IID_PPV_ARGS(&m_tuner));
     if (FAILED(hr) || !m_tuner) {
         SORVANE_LOG_ERROR("FindInterface(IID_IAMTVTuner) failed: " << hrText(hr));
         THROW_WARNING(ruvo::TestResult::NOTSUPPORTED(), hr, g_warnHardwareDoesNotSupportAnalogTVInput);
     }
 
-    if (m_mode == AMTUNER_MODE_TV) routeCrossbar();
+    if (m_mode == AMTUNER_MODE_TV)
+        routeCrossbar();
 
     hr = m_tuner->put_Mode(static_cast<AMTunerModeType>(m_mode));
     if (FAILED(hr)) {
@@ -177,7 +181,8 @@ void AnalogTuner::routeCrossbar()
     }
     long outputs = 0;
     long inputs = 0;
-    if (FAILED(crossbar->get_PinCounts(&outputs, &inputs))) return;
+    if (FAILED(crossbar->get_PinCounts(&outputs, &inputs)))
+        return;
 
     for (long input = 0; input < inputs && outputs > 0; ++input) {
         long related = 0;
@@ -185,10 +190,12 @@ void AnalogTuner::routeCrossbar()
         if (FAILED(crossbar->get_CrossbarPinInfo(TRUE, input, &related, &type)) || type != PhysConn_Video_Tuner)
             continue;
         for (long output = 0; output < outputs; ++output) {
-            if (crossbar->CanRoute(output, input) != S_OK) continue;
+            if (crossbar->CanRoute(output, input) != S_OK)
+                continue;
             const HRESULT hr = crossbar->Route(output, input);
             SORVANE_LOG_DETAIL("crossbar Route(" << output << ", " << input << ") returns " << hrText(hr));
-            if (SUCCEEDED(hr)) return;
+            if (SUCCEEDED(hr))
+                return;
         }
     }
 }
@@ -199,20 +206,24 @@ void AnalogTuner::renderToScreen()
     KEL_ASSERT(m_graphManager);
     KEL_ASSERT(m_srcFilter);
 
-    if (renderVideoStream()) resizeWindowToVideo();
+    if (renderVideoStream())
+        resizeWindowToVideo();
 
-    const HRESULT hr = m_captureGraphBuilder->RenderStream(&PIN_CATEGORY_CAPTURE, &MEDIATYPE_Audio, m_srcFilter, nullptr, nullptr);
-    SORVANE_LOG_DETAIL("RenderStream(PIN_CATEGORY_CAPTURE, MEDIATYPE_Audio, m_srcFilter, NULL, NULL) returns " << hrText(hr));
+    const HRESULT hr =
+        m_captureGraphBuilder->RenderStream(&PIN_CATEGORY_CAPTURE, &MEDIATYPE_Audio, m_srcFilter, nullptr, nullptr);
+    SORVANE_LOG_DETAIL("RenderStream(PIN_CATEGORY_CAPTURE, MEDIATYPE_Audio, m_srcFilter, NULL, NULL) returns "
+                       << hrText(hr));
 }
 
 bool AnalogTuner::renderVideoStream()
 {
     HRESULT hr = E_FAIL;
-    for (const RenderChoice& choice : kRenderChoices) {
+    for (const RenderChoice &choice : kRenderChoices) {
         hr = m_captureGraphBuilder->RenderStream(choice.category, choice.mediaType, m_srcFilter, nullptr, nullptr);
         SORVANE_LOG_DETAIL("RenderStream(" << CaptureUtil::subTypeToString(*choice.mediaType)
                                            << ", m_srcFilter, NULL, NULL) returns " << hrText(hr));
-        if (hr == S_OK) return true;
+        if (hr == S_OK)
+            return true;
     }
     if (FAILED(hr)) {
         SORVANE_LOG_ERROR("no video stream renders: " << hrText(hr) << "\ngraph:\n"
@@ -229,11 +240,13 @@ void AnalogTuner::resizeWindowToVideo()
     HRESULT hr = m_captureGraphBuilder->FindInterface(&PIN_CATEGORY_CAPTURE, &MEDIATYPE_Interleaved, m_srcFilter,
                                                       IID_PPV_ARGS(&config));
     if (FAILED(hr)) {
-        SORVANE_LOG_DETAIL("IGraphBuilder::FindInterface(IID_IAMStreamConfig) interleaved failed trying video: " << hrText(hr));
+        SORVANE_LOG_DETAIL(
+            "IGraphBuilder::FindInterface(IID_IAMStreamConfig) interleaved failed trying video: " << hrText(hr));
         config.Release();
         hr = m_captureGraphBuilder->FindInterface(&PIN_CATEGORY_CAPTURE, &MEDIATYPE_Video, m_srcFilter,
                                                   IID_PPV_ARGS(&config));
-        if (FAILED(hr)) SORVANE_LOG_DETAIL("IGraphBuilder::FindInterface(IID_IAMStreamConfig) video failed:" << hrText(hr));
+        if (FAILED(hr))
+            SORVANE_LOG_DETAIL("IGraphBuilder::FindInterface(IID_IAMStreamConfig) video failed:" << hrText(hr));
     }
     if (!config) {
         SORVANE_LOG_DETAIL("Stream Config is NULL");
@@ -247,8 +260,9 @@ void AnalogTuner::resizeWindowToVideo()
         SORVANE_LOG_ERROR("IAMStreamConfig::GetFormat failed: " << hrText(hr));
         return;
     }
-    if (format->formattype != FORMAT_VideoInfo || !format->pbFormat || format->cbFormat < sizeof(VIDEOINFOHEADER)) return;
-    const BITMAPINFOHEADER& header = reinterpret_cast<const VIDEOINFOHEADER*>(format->pbFormat)->bmiHeader;
+    if (format->formattype != FORMAT_VideoInfo || !format->pbFormat || format->cbFormat < sizeof(VIDEOINFOHEADER))
+        return;
+    const BITMAPINFOHEADER &header = reinterpret_cast<const VIDEOINFOHEADER *>(format->pbFormat)->bmiHeader;
     if (!m_hwnd) {
         SORVANE_LOG_DETAIL("no window to fit to " << header.biWidth << " by " << std::abs(header.biHeight));
         return;
@@ -270,7 +284,8 @@ bool AnalogTuner::tuneToChannel(int channel, int /*minorChannel*/, int inputType
     const kel::String inputName = CaptureUtil::tunerTypeToString(inputType);
     SORVANE_LOG_DETAIL(inputName << " channel " << channel);
     // Closing the video window releases the graph and the tuner with it.
-    if (!m_tuner) return false;
+    if (!m_tuner)
+        return false;
 
     if (inputType >= 0) {
         long input = 0;
@@ -319,7 +334,8 @@ bool AnalogTuner::checkCurrentChannel()
     if (m_tryAntenna) {
         // Set before every check and never cleared: it records that a check ran, it is no lock.
         m_checking = true;
-        if (checkChannel(static_cast<int>(m_currentChannel), kNoMinorChannel, kAntennaInput)) return true;
+        if (checkChannel(static_cast<int>(m_currentChannel), kNoMinorChannel, kAntennaInput))
+            return true;
     }
     if (m_tryCable) {
         m_checking = true;
@@ -336,7 +352,8 @@ uint32_t AnalogTuner::checksPerChannel() const
 bool AnalogTuner::isSignalPresent()
 {
     SORVANE_TRACE();
-    if (!m_tuner) return false;
+    if (!m_tuner)
+        return false;
     const uint32_t checks = checksPerChannel();
     for (uint32_t check = 1; check <= checks; ++check) {
         SORVANE_LOG_DETAIL("check " << check << " of " << checks);
@@ -349,7 +366,8 @@ bool AnalogTuner::isSignalPresent()
             SORVANE_LOG_DETAIL("isSignalPresent found signal");
             return true;
         }
-        if (ruvo::DiagModule::checkForStop()) return false;
+        if (ruvo::DiagModule::checkForStop())
+            return false;
     }
     SORVANE_LOG_DETAIL("isSignalPresent no signal");
     return false;
@@ -367,14 +385,16 @@ void AnalogTuner::preCheckAction()
 void AnalogTuner::postCheckErrorAction()
 {
     SORVANE_TRACE();
-    if (isSetAndTrue(g_askCountryCode2)) askForCountry();
+    if (isSetAndTrue(g_askCountryCode2))
+        askForCountry();
 }
 
 void AnalogTuner::askForCountry()
 {
     CountryDialog dialog(CountryDialog::allCountries());
     const int code = dialog.ask(GetConsoleWindow(), CaptureUtil::getDefaultCountryCode());
-    if (code == 0) THROW_ERROR(ruvo::TestResult::USERABORTED(), 0, nullptr);
+    if (code == 0)
+        THROW_ERROR(ruvo::TestResult::USERABORTED(), 0, nullptr);
     // A dialog that could not be shown answers -1, which goes to the tuner like any code:
     // the tuner refuses it and keeps its country, and the channel test still runs.
     setCountryCode(code);
@@ -383,7 +403,8 @@ void AnalogTuner::askForCountry()
 // A country the tuner refuses leaves it on its own; the channel test still runs.
 void AnalogTuner::setCountryCode(long code)
 {
-    if (!m_tuner) return;
+    if (!m_tuner)
+        return;
     const HRESULT hr = m_tuner->put_CountryCode(code);
     if (FAILED(hr))
         SORVANE_LOG_ERROR("put_CountryCode(" << code << ") failed: " << hrText(hr));

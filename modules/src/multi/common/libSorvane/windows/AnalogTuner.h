@@ -9,11 +9,11 @@ namespace sorvane {
 
 class SORVANE_API AnalogTuner : public TVTuner {
 public:
-    AnalogTuner(const ruvo::DiagDevice& device, const kel::String& name);
+    AnalogTuner(const ruvo::DiagDevice &device, const kel::String &name);
 
     // The preview and the recording show the TV picture.
     void captureToScreen() override;
-    void captureToFile(const kel::String& fileName) override;
+    void captureToFile(const kel::String &fileName) override;
 
     // The virtual operations below follow those of TVTuner, in this order.
     virtual void checkTVSignal();
@@ -50,7 +50,7 @@ private:
         double current;
     };
 
-    bool stepFMSweep(FMSweep& sweep);
+    bool stepFMSweep(FMSweep &sweep);
     void reportFMProgress(double megahertz);
     // Renders the first category and media type that renders completely; false when the
     // stream was only partly rendered, so the window is left as it is.

@@ -14,8 +14,8 @@ struct Band {
 
 // Channels 1 and 95-99 sit outside the numeric order of the bands around them.
 const Band kBands[] = {
-    {1, 1, 73250},      {2, 4, 55250},     {5, 6, 77250},     {7, 13, 175250},
-    {14, 22, 121250},   {23, 94, 217250},  {95, 99, 91250},   {100, 134, 649250},
+    {1, 1, 73250},    {2, 4, 55250},    {5, 6, 77250},   {7, 13, 175250},
+    {14, 22, 121250}, {23, 94, 217250}, {95, 99, 91250}, {100, 134, 649250},
 };
 
 struct Plan {
@@ -23,7 +23,7 @@ struct Plan {
 
     Plan() : entries()
     {
-        for (const Band& band : kBands) {
+        for (const Band &band : kBands) {
             for (int channel = band.firstChannel; channel <= band.lastChannel; ++channel) {
                 entries[channel] = band.firstKHz + static_cast<uint32_t>(channel - band.firstChannel) * kRaster;
             }
@@ -31,7 +31,7 @@ struct Plan {
     }
 };
 
-const Plan& plan()
+const Plan &plan()
 {
     static const Plan instance;
     return instance;
@@ -39,14 +39,15 @@ const Plan& plan()
 
 } // namespace
 
-const uint32_t* CableFrequencyPlan::table()
+const uint32_t *CableFrequencyPlan::table()
 {
     return plan().entries;
 }
 
 uint32_t CableFrequencyPlan::frequencyKHz(int channel)
 {
-    if (channel < 0 || channel >= kEntries) return 0;
+    if (channel < 0 || channel >= kEntries)
+        return 0;
     return plan().entries[channel];
 }
 

@@ -13,7 +13,7 @@ public:
     static const int kEntries = 135;
 
     // The whole table; index it with a channel from 0 to 134.
-    static const uint32_t* table();
+    static const uint32_t *table();
     // 0 outside the table.
     static uint32_t frequencyKHz(int channel);
 };

@@ -39,37 +39,40 @@ const long kOperationAborted = 995;
 const int kRunInfoPriority = 2;
 const int kRunWarningPriority = 3;
 
-kel::String readBagText(IPropertyBag* bag, const wchar_t* name)
+kel::String readBagText(IPropertyBag *bag, const wchar_t *name)
 {
     ScopedVariant value;
-    if (FAILED(bag->Read(name, value.get(), nullptr))) return kel::String();
+    if (FAILED(bag->Read(name, value.get(), nullptr)))
+        return kel::String();
     return value.text();
 }
 
 // The device's identifier as the framework writes it: the path after "\\?\", upper-cased,
 // with "#" turned into "\".
-kel::String identifierFromPath(const kel::String& path)
+kel::String identifierFromPath(const kel::String &path)
 {
     const kel::String marker(L"?\\");
     const int at = path.find(marker);
-    if (at == kel::String::npos || at + marker.length() >= path.length()) return kel::String();
+    if (at == kel::String::npos || at + marker.length() >= path.length())
+        return kel::String();
     return path.substring(at + marker.length()).toUpper().replace(kel::String(L"#"), kel::String(L"\\"));
 }
 
-bool isElapsed(const kel::Stopwatch* watch, double limitSeconds)
+bool isElapsed(const kel::Stopwatch *watch, double limitSeconds)
 {
     return watch->elapsedSeconds() > limitSeconds;
 }
 
 // A preview or recording also ends early when the person asks the test to stop.
-bool isElapsedOrStopped(const kel::Stopwatch* watch, double limitSeconds)
+bool isElapsedOrStopped(const kel::Stopwatch *watch, double limitSeconds)
 {
     return ruvo::DiagModule::checkForStop() || isElapsed(watch, limitSeconds);
 }
 
 void throwIfStopRequested()
 {
-    if (ruvo::DiagModule::checkForStop()) THROW_ERROR(TestResult::USERABORTED(), 0, nullptr);
+    if (ruvo::DiagModule::checkForStop())
+        THROW_ERROR(TestResult::USERABORTED(), 0, nullptr);
 }
 
 // Run failures that mean another program holds the device.
@@ -81,15 +84,15 @@ bool isDeviceInUse(HRESULT hr)
 
 } // namespace
 
-CaptureBase::CaptureBase(const ruvo::DiagDevice& device, const kel::String& windowTitle)
+CaptureBase::CaptureBase(const ruvo::DiagDevice &device, const kel::String &windowTitle)
     : m_device(device), m_windowTitle(windowTitle), m_hwnd(nullptr)
 {
     KEL_ASSERT(m_device.intersectCapability(DeviceCapability::VideoCapture()));
     SetThreadExecutionState(ES_CONTINUOUS | ES_SYSTEM_REQUIRED | ES_DISPLAY_REQUIRED | ES_AWAYMODE_REQUIRED);
 }
 
-CaptureBase::CaptureBase(const CaptureBase& other) = default;
-CaptureBase& CaptureBase::operator=(const CaptureBase& other) = default;
+CaptureBase::CaptureBase(const CaptureBase &other) = default;
+CaptureBase &CaptureBase::operator=(const CaptureBase &other) = default;
 
 CaptureBase::~CaptureBase()
 {
@@ -117,7 +120,7 @@ void CaptureBase::captureToScreen()
     callMethodWithRetries(boost::bind(&CaptureBase::doCaptureToScreen, this));
 }
 
-void CaptureBase::captureToFile(const kel::String& fileName)
+void CaptureBase::captureToFile(const kel::String &fileName)
 {
     SORVANE_TRACE();
     callMethodWithRetries(boost::bind(&CaptureBase::doCaptureToFile, this, fileName));
@@ -136,32 +139,37 @@ void CaptureBase::callMethodWithRetries(boost::function<void()> method)
             method();
             lastOutcome = CaptureException(TestResult::PASS(), 0, nullptr, nullptr);
             break;
-        } catch (const CaptureException& e) {
+        } catch (const CaptureException &e) {
             SORVANE_LOG_DETAIL("callMethodWithRetries catches: " << e.toString());
             lastOutcome = e;
             ++tryNum;
-            const bool final = e == TestResult::CANNOTRUN() || e == TestResult::DEVICEBUSY() ||
-                               e == TestResult::USERABORTED();
-            if (tryNum > kMaxRetries || final || !isRecoverable(e)) break;
+            const bool final =
+                e == TestResult::CANNOTRUN() || e == TestResult::DEVICEBUSY() || e == TestResult::USERABORTED();
+            if (tryNum > kMaxRetries || final || !isRecoverable(e))
+                break;
         }
     }
-    if (lastOutcome == TestResult::PASS()) return;
+    if (lastOutcome == TestResult::PASS())
+        return;
     SORVANE_LOG_DETAIL("callMethodWithRetries rethrows: " << lastOutcome.toString());
     throw CaptureException(lastOutcome);
 }
 
-bool CaptureBase::isRecoverable(const CaptureException& e)
+bool CaptureBase::isRecoverable(const CaptureException &e)
 {
     SORVANE_TRACE();
-    if (e == TestResult::CANNOTRUN() || e == TestResult::DEVICEBUSY() || e == TestResult::USERABORTED()) return false;
-    if (e.getErrorCode() == kOperationAborted) return false;
+    if (e == TestResult::CANNOTRUN() || e == TestResult::DEVICEBUSY() || e == TestResult::USERABORTED())
+        return false;
+    if (e.getErrorCode() == kOperationAborted)
+        return false;
     return e.getErrorEvent() != g_userClickedFail;
 }
 
 void CaptureBase::doCaptureToScreen()
 {
     SORVANE_TRACE();
-    if (CaptureUtil::mediaCenterIsRunning()) THROW_WARNING(TestResult::CANNOTRUN(), 0, g_mediaCenterIsRunning);
+    if (CaptureUtil::mediaCenterIsRunning())
+        THROW_WARNING(TestResult::CANNOTRUN(), 0, g_mediaCenterIsRunning);
     ScopeExit cleanUp(boost::bind(&CaptureBase::cleanUpAll, this));
 
     setupGraph();
@@ -173,21 +181,25 @@ void CaptureBase::doCaptureToScreen()
     run(boost::bind(&isElapsedOrStopped, &watch, limit), true, false);
     throwIfStopRequested();
 
-    if (g_interactive->isset() && g_interactive->value().valueBool()) askWhetherTestPassed();
+    if (g_interactive->isset() && g_interactive->value().valueBool())
+        askWhetherTestPassed();
 }
 
 void CaptureBase::askWhetherTestPassed()
 {
     SORVANE_TRACE();
     const int answer = PassFailQuestion::ask(m_windowTitle);
-    if (answer == IDCANCEL) THROW_ERROR(TestResult::USERABORTED(), 0, nullptr);
-    if (answer == IDNO) THROW_ERROR(TestResult::FAIL(), 0, g_userClickedFail);
+    if (answer == IDCANCEL)
+        THROW_ERROR(TestResult::USERABORTED(), 0, nullptr);
+    if (answer == IDNO)
+        THROW_ERROR(TestResult::FAIL(), 0, g_userClickedFail);
 }
 
-void CaptureBase::doCaptureToFile(const kel::String& fileName)
+void CaptureBase::doCaptureToFile(const kel::String &fileName)
 {
     SORVANE_TRACE();
-    if (CaptureUtil::mediaCenterIsRunning()) THROW_WARNING(TestResult::CANNOTRUN(), 0, g_mediaCenterIsRunning);
+    if (CaptureUtil::mediaCenterIsRunning())
+        THROW_WARNING(TestResult::CANNOTRUN(), 0, g_mediaCenterIsRunning);
     ScopeExit cleanUp(boost::bind(&CaptureBase::cleanUpAll, this));
 
     setupGraph();
@@ -295,12 +307,15 @@ void CaptureBase::setupDevice()
         moniker.Release();
     }
 
-    if (FAILED(bindResult)) THROW_WARNING(TestResult::NOTSUPPORTED(), bindResult, g_warningDeviceNotFound);
-    if (!found) THROW_WARNING(TestResult::NODEVICE(), 0, g_warningDeviceNotFound);
+    if (FAILED(bindResult))
+        THROW_WARNING(TestResult::NOTSUPPORTED(), bindResult, g_warningDeviceNotFound);
+    if (!found)
+        THROW_WARNING(TestResult::NODEVICE(), 0, g_warningDeviceNotFound);
 
     addFilter(m_srcFilter, kel::String(L"Video Capture"));
     SORVANE_LOG_DETAIL("CaptureBase::setupDevice() added m_srcFilter (" << CaptureUtil::filterName(m_srcFilter) << ")"
-                                                                       << "\ngraph:\n" << graphText());
+                                                                        << "\ngraph:\n"
+                                                                        << graphText());
 }
 
 void CaptureBase::setupSampleGrabber()
@@ -332,12 +347,13 @@ void CaptureBase::renderToScreen()
         m_captureGraphBuilder->RenderStream(&PIN_CATEGORY_CAPTURE, &MEDIATYPE_Video, m_srcFilter, nullptr, nullptr);
     if (FAILED(hr)) {
         SORVANE_LOG_ERROR("RenderStream(PIN_CATEGORY_CAPTURE, MEDIATYPE_Video, m_srcFilter, NULL, NULL) returns: "
-                          << ErrorHandler::errorMessageFromHr(hr) << "\ngraph:\n" << graphText());
+                          << ErrorHandler::errorMessageFromHr(hr) << "\ngraph:\n"
+                          << graphText());
         THROW_ERROR(TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
     }
 }
 
-void CaptureBase::renderToFile(const kel::String& fileName)
+void CaptureBase::renderToFile(const kel::String &fileName)
 {
     SORVANE_TRACE();
     KEL_ASSERT(m_graphManager);
@@ -356,12 +372,13 @@ void CaptureBase::renderToFile(const kel::String& fileName)
         THROW_WARNING(TestResult::FAIL(), error, g_errorCreatingFilterGraph);
     }
     m_outputFile += fileName + L".avi";
-    if (kel::FileSystem::exists(m_outputFile)) kel::FileSystem::removeFile(m_outputFile);
+    if (kel::FileSystem::exists(m_outputFile))
+        kel::FileSystem::removeFile(m_outputFile);
 
     m_mux.Release();
     m_fileSink.Release();
-    const HRESULT hr = m_captureGraphBuilder->SetOutputFileName(&MEDIASUBTYPE_Avi, m_outputFile.c_str(), &m_mux,
-                                                                &m_fileSink);
+    const HRESULT hr =
+        m_captureGraphBuilder->SetOutputFileName(&MEDIASUBTYPE_Avi, m_outputFile.c_str(), &m_mux, &m_fileSink);
     if (FAILED(hr)) {
         SORVANE_LOG_ERROR("Set output file AVI failed: " << ErrorHandler::errorMessageFromHr(hr));
         THROW_ERROR(TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
@@ -375,8 +392,9 @@ void CaptureBase::run(boost::function<bool()> stopCondition, bool withWindow, bo
     if (withWindow) {
         try {
             setupWindow();
-        } catch (const CaptureException&) {
-            if (!continueWithoutWindow) throw;
+        } catch (const CaptureException &) {
+            if (!continueWithoutWindow)
+                throw;
             SORVANE_LOG_DETAIL("unable to setupWindow, continuing");
             cleanUpWindow();
         }
@@ -384,14 +402,17 @@ void CaptureBase::run(boost::function<bool()> stopCondition, bool withWindow, bo
     SORVANE_LOG(kRunInfoPriority, "Ready to run, graph:\n" << graphText());
 
     const HRESULT hr = m_mediaControl->Run();
-    if (FAILED(hr)) throwIfRunFailed(hr);
-    if (withWindow) showVideoWindow();
+    if (FAILED(hr))
+        throwIfRunFailed(hr);
+    if (withWindow)
+        showVideoWindow();
 
     pumpMessagesUntil(stopCondition);
 
     SORVANE_LOG_DETAIL("ready to stop");
     // Closing the window releases the graph while the loop goes on.
-    if (m_mediaControl) m_mediaControl->Stop();
+    if (m_mediaControl)
+        m_mediaControl->Stop();
 }
 
 void CaptureBase::throwIfRunFailed(HRESULT hr)
@@ -411,7 +432,7 @@ void CaptureBase::throwIfRunFailed(HRESULT hr)
 }
 
 // Spins between message batches without sleeping, so the condition is seen at once.
-void CaptureBase::pumpMessagesUntil(const boost::function<bool()>& stopCondition)
+void CaptureBase::pumpMessagesUntil(const boost::function<bool()> &stopCondition)
 {
     for (;;) {
         MSG message;
@@ -420,7 +441,8 @@ void CaptureBase::pumpMessagesUntil(const boost::function<bool()>& stopCondition
             TranslateMessage(&message);
             DispatchMessageW(&message);
         }
-        if (stopCondition()) return;
+        if (stopCondition())
+            return;
     }
 }
 
@@ -435,7 +457,7 @@ void CaptureBase::handleGraphEvent()
     }
 }
 
-void CaptureBase::addFilter(CComPtr<IBaseFilter> filter, const kel::String& name)
+void CaptureBase::addFilter(CComPtr<IBaseFilter> filter, const kel::String &name)
 {
     SORVANE_TRACE();
     SORVANE_LOG_DETAIL("add filter " << name);
@@ -451,12 +473,14 @@ void CaptureBase::addFilter(CComPtr<IBaseFilter> filter, const kel::String& name
     }
 }
 
-void CaptureBase::removeFilterByName(const kel::String& name)
+void CaptureBase::removeFilterByName(const kel::String &name)
 {
     SORVANE_TRACE();
-    if (!m_graphManager) return;
+    if (!m_graphManager)
+        return;
     CComPtr<IBaseFilter> filter;
-    if (FAILED(m_graphManager->FindFilterByName(name.c_str(), &filter)) || !filter) return;
+    if (FAILED(m_graphManager->FindFilterByName(name.c_str(), &filter)) || !filter)
+        return;
     SORVANE_LOG_DETAIL("removeFilterByName: removing " << name);
     m_graphManager->RemoveFilter(filter);
     const ULONG count = releaseWithCount(filter);
@@ -466,9 +490,11 @@ void CaptureBase::removeFilterByName(const kel::String& name)
 void CaptureBase::removeAllFilters()
 {
     SORVANE_TRACE();
-    if (!m_graphManager) return;
+    if (!m_graphManager)
+        return;
     CComPtr<IEnumFilters> filters;
-    if (FAILED(m_graphManager->EnumFilters(&filters)) || !filters) return;
+    if (FAILED(m_graphManager->EnumFilters(&filters)) || !filters)
+        return;
     CComPtr<IBaseFilter> filter;
     while (filters->Next(1, &filter, nullptr) == S_OK) {
         const kel::String name = CaptureUtil::filterName(filter);
@@ -490,8 +516,10 @@ void CaptureBase::removeAllFilters()
 void CaptureBase::cleanUpCOMInterfaces()
 {
     SORVANE_TRACE();
-    if (m_mediaControl) m_mediaControl->Stop();
-    if (m_mediaEvent) m_mediaEvent->SetNotifyWindow(0, WM_GRAPHNOTIFY, 0);
+    if (m_mediaControl)
+        m_mediaControl->Stop();
+    if (m_mediaEvent)
+        m_mediaEvent->SetNotifyWindow(0, WM_GRAPHNOTIFY, 0);
     if (m_videoWindow) {
         m_videoWindow->put_Visible(OAFALSE);
         m_videoWindow->put_Owner(0);
@@ -596,7 +624,7 @@ void CaptureBase::bindVideoWindow()
 LRESULT CALLBACK CaptureBase::windowsMsgCallback(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 {
     SORVANE_TRACE();
-    CaptureBase* capture = reinterpret_cast<CaptureBase*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    CaptureBase *capture = reinterpret_cast<CaptureBase *>(GetWindowLongPtrW(window, GWLP_USERDATA));
     if (message == WM_DESTROY) {
         PostQuitMessage(0);
         return 0;
@@ -627,19 +655,22 @@ LRESULT CALLBACK CaptureBase::windowsMsgCallback(HWND window, UINT message, WPAR
 void CaptureBase::showVideoWindow()
 {
     SORVANE_TRACE();
-    if (m_hwnd) ShowWindow(m_hwnd, SW_SHOW);
+    if (m_hwnd)
+        ShowWindow(m_hwnd, SW_SHOW);
 }
 
 void CaptureBase::hideVideoWindow()
 {
     SORVANE_TRACE();
-    if (m_hwnd) ShowWindow(m_hwnd, SW_HIDE);
+    if (m_hwnd)
+        ShowWindow(m_hwnd, SW_HIDE);
 }
 
 void CaptureBase::resizeVideoWindow()
 {
     SORVANE_TRACE();
-    if (!m_videoWindow) return;
+    if (!m_videoWindow)
+        return;
     RECT client;
     GetClientRect(m_hwnd, &client);
     SORVANE_LOG_DETAIL("resizeVideoWindow to " << client.right << " by " << client.bottom);
@@ -675,11 +706,15 @@ void CaptureBase::resizeWindowForClient(int width, int height)
 void CaptureBase::cleanUpWindow()
 {
     SORVANE_TRACE();
-    if (!m_hwnd) return;
+    if (!m_hwnd)
+        return;
     DestroyWindow(m_hwnd);
     m_hwnd = nullptr;
 }
 
-kel::String CaptureBase::graphText() const { return CaptureUtil::graphToString(m_graphManager); }
+kel::String CaptureBase::graphText() const
+{
+    return CaptureUtil::graphToString(m_graphManager);
+}
 
 } // namespace sorvane

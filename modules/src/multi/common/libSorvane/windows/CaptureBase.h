@@ -21,24 +21,24 @@ public:
     // Message the graph posts to the video window for its events.
     static const UINT WM_GRAPHNOTIFY = WM_APP + 1;
 
-    CaptureBase(const ruvo::DiagDevice& device, const kel::String& windowTitle);
-    CaptureBase(const CaptureBase& other);
-    CaptureBase& operator=(const CaptureBase& other);
+    CaptureBase(const ruvo::DiagDevice &device, const kel::String &windowTitle);
+    CaptureBase(const CaptureBase &other);
+    CaptureBase &operator=(const CaptureBase &other);
 
     // The virtual operations below keep this order; subclasses append theirs after them.
     virtual ~CaptureBase();
     virtual void captureToScreen();
-    virtual void captureToFile(const kel::String& fileName);
+    virtual void captureToFile(const kel::String &fileName);
 
 protected:
     virtual void callMethodWithRetries(boost::function<void()> method);
     virtual void doCaptureToScreen();
-    virtual void doCaptureToFile(const kel::String& fileName);
+    virtual void doCaptureToFile(const kel::String &fileName);
     virtual void setupGraph();
     virtual void setupDevice();
     virtual void setupSampleGrabber();
     virtual void renderToScreen();
-    virtual void renderToFile(const kel::String& fileName);
+    virtual void renderToFile(const kel::String &fileName);
     virtual void run(boost::function<bool()> stopCondition, bool withWindow, bool continueWithoutWindow);
     virtual void doRenderToFile() = 0;
     virtual void resizeWindowForClient(int width, int height);
@@ -46,13 +46,13 @@ protected:
     virtual void resizeVideoWindow();
     virtual void hideVideoWindow();
     virtual void showVideoWindow();
-    virtual void addFilter(CComPtr<IBaseFilter> filter, const kel::String& name);
-    virtual void removeFilterByName(const kel::String& name);
+    virtual void addFilter(CComPtr<IBaseFilter> filter, const kel::String &name);
+    virtual void removeFilterByName(const kel::String &name);
     virtual void removeAllFilters();
     virtual void cleanUpWindow();
     virtual void cleanUpCOMInterfaces();
     virtual void cleanUpAll();
-    virtual bool isRecoverable(const CaptureException& e);
+    virtual bool isRecoverable(const CaptureException &e);
 
     void setupWindow();
     static LRESULT CALLBACK windowsMsgCallback(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
@@ -76,9 +76,9 @@ protected:
     kel::String m_outputFile;
 
 private:
-    bool matchMoniker(IMoniker* moniker, const kel::String& deviceName, const kel::String& locator);
+    bool matchMoniker(IMoniker *moniker, const kel::String &deviceName, const kel::String &locator);
     void throwIfRunFailed(HRESULT hr);
-    void pumpMessagesUntil(const boost::function<bool()>& stopCondition);
+    void pumpMessagesUntil(const boost::function<bool()> &stopCondition);
     void askWhetherTestPassed();
     void bindVideoWindow();
     kel::String graphText() const;

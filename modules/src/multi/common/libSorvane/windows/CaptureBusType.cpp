@@ -11,9 +11,6 @@ SORVANE_FIXED_MEMBER(CaptureBusType, PCMCIA, L"PCMCIA", false)
 
 CaptureBusType::CaptureBusType() : m_placeHolder(false) {}
 
-CaptureBusType::CaptureBusType(const kel::String& name, bool placeHolder)
-    : m_name(name), m_placeHolder(placeHolder)
-{
-}
+CaptureBusType::CaptureBusType(const kel::String &name, bool placeHolder) : m_name(name), m_placeHolder(placeHolder) {}
 
 } // namespace sorvane

@@ -4,12 +4,12 @@ namespace sorvane {
 
 CaptureCapability::CaptureCapability() {}
 
-CaptureCapability::CaptureCapability(const CaptureStreamType& type, const CaptureFeature& feature)
+CaptureCapability::CaptureCapability(const CaptureStreamType &type, const CaptureFeature &feature)
     : m_type(type), m_feature(feature)
 {
 }
 
-void CaptureCapability::addStandard(const CaptureStandard& standard)
+void CaptureCapability::addStandard(const CaptureStandard &standard)
 {
     m_standards += standard;
 }

@@ -12,13 +12,13 @@ namespace sorvane {
 class SORVANE_API CaptureCapability {
 public:
     CaptureCapability();
-    CaptureCapability(const CaptureStreamType& type, const CaptureFeature& feature);
+    CaptureCapability(const CaptureStreamType &type, const CaptureFeature &feature);
 
-    const CaptureStreamType& type() const { return m_type; }
-    const CaptureFeature& feature() const { return m_feature; }
-    const CaptureStandard& standards() const { return m_standards; }
+    const CaptureStreamType &type() const { return m_type; }
+    const CaptureFeature &feature() const { return m_feature; }
+    const CaptureStandard &standards() const { return m_standards; }
 
-    void addStandard(const CaptureStandard& standard);
+    void addStandard(const CaptureStandard &standard);
     kel::String toString() const;
 
 private:

@@ -21,17 +21,17 @@ public:
     typedef kel::OrderedHashTable<kel::String, CaptureDevice> DeviceTable;
 
     // Fills `out` with every capture device found. Never throws.
-    static void enumerateDevices(kel::Array<CaptureDevice>& out);
+    static void enumerateDevices(kel::Array<CaptureDevice> &out);
     // Positions, in devicesByGuid, of the devices whose deviceInstanceId() is deviceInstanceId.
-    static kel::Array<unsigned> lookupCaptureDeviceIndexes(const DeviceTable& devicesByGuid,
-                                                           const kel::String& deviceInstanceId);
+    static kel::Array<unsigned> lookupCaptureDeviceIndexes(const DeviceTable &devicesByGuid,
+                                                           const kel::String &deviceInstanceId);
 
     CaptureDevice();
 
-    const kel::Array<DSMoniker>& monikers() const { return m_monikers; }
-    const kel::Array<SetupApiDevice>& setupApiDevices() const { return m_setupApiDevices; }
-    void addMoniker(const DSMoniker& moniker);
-    void addSetupApiDevice(const SetupApiDevice& device);
+    const kel::Array<DSMoniker> &monikers() const { return m_monikers; }
+    const kel::Array<SetupApiDevice> &setupApiDevices() const { return m_setupApiDevices; }
+    void addMoniker(const DSMoniker &moniker);
+    void addSetupApiDevice(const SetupApiDevice &device);
 
     kel::String guid() const;
     kel::String name() const;
@@ -57,20 +57,20 @@ public:
     kel::Array<CaptureCapability> capabilities() const;
 
     kel::String toString() const;
-    kel::String toFormattedString(const kel::String& indent) const;
+    kel::String toFormattedString(const kel::String &indent) const;
 
 private:
-    typedef const kel::String& (SetupApiDevice::*SetupApiField)() const;
-    typedef const kel::String& (DSMoniker::*MonikerField)() const;
+    typedef const kel::String &(SetupApiDevice::*SetupApiField)() const;
+    typedef const kel::String &(DSMoniker::*MonikerField)() const;
 
-    static void addMonikers(DeviceTable& devicesByGuid, const kel::Array<DSMoniker>& monikers);
-    static void addSetupApiDevices(DeviceTable& devicesByGuid, const kel::Array<SetupApiDevice>& setupDevices);
-    static bool isSkippedMoniker(const DSMoniker& moniker);
+    static void addMonikers(DeviceTable &devicesByGuid, const kel::Array<DSMoniker> &monikers);
+    static void addSetupApiDevices(DeviceTable &devicesByGuid, const kel::Array<SetupApiDevice> &setupDevices);
+    static bool isSkippedMoniker(const DSMoniker &moniker);
 
     kel::String fromSetupApi(SetupApiField field) const;
     kel::String fromMonikers(MonikerField field) const;
     kel::String setupApiThenMonikers(SetupApiField setupField, MonikerField monikerField) const;
-    kel::String fromStreamType(MonikerField field, const CaptureStreamType& streamType) const;
+    kel::String fromStreamType(MonikerField field, const CaptureStreamType &streamType) const;
     kel::Array<kel::String> labelledValues() const;
 
     kel::Array<DSMoniker> m_monikers;

@@ -10,6 +10,6 @@ SORVANE_FIXED_MEMBER(CaptureFeature, WEBCAMCONTROL, L"WebCamControl")
 
 CaptureFeature::CaptureFeature() {}
 
-CaptureFeature::CaptureFeature(const kel::String& name) : m_name(name) {}
+CaptureFeature::CaptureFeature(const kel::String &name) : m_name(name) {}
 
 } // namespace sorvane

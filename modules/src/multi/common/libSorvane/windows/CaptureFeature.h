@@ -8,19 +8,19 @@ namespace sorvane {
 
 class SORVANE_API CaptureFeature {
 public:
-    static const CaptureFeature& CAPTURE();
-    static const CaptureFeature& TVTUNING();
-    static const CaptureFeature& RADIOTUNING();
-    static const CaptureFeature& WEBCAMCONTROL();
+    static const CaptureFeature &CAPTURE();
+    static const CaptureFeature &TVTUNING();
+    static const CaptureFeature &RADIOTUNING();
+    static const CaptureFeature &WEBCAMCONTROL();
 
     CaptureFeature();
-    explicit CaptureFeature(const kel::String& name);
+    explicit CaptureFeature(const kel::String &name);
 
-    const kel::String& name() const { return m_name; }
+    const kel::String &name() const { return m_name; }
     kel::String toString() const { return m_name; }
 
-    bool operator==(const CaptureFeature& other) const { return m_name == other.m_name; }
-    bool operator!=(const CaptureFeature& other) const { return !(*this == other); }
+    bool operator==(const CaptureFeature &other) const { return m_name == other.m_name; }
+    bool operator!=(const CaptureFeature &other) const { return !(*this == other); }
 
 private:
     kel::String m_name;

@@ -10,23 +10,24 @@
 #define SORVANE_CAPTURE_CATEGORY "libSorvane.Capture"
 #define SORVANE_UTIL_CATEGORY "libSorvane.CaptureUtil"
 
-#define SORVANE_LOG_CATEGORY(category)                                          \
-    namespace {                                                                 \
-    kel::Logger* s_sorvaneLogger = nullptr;                                     \
-    inline kel::Logger* sorvaneLogger()                                         \
-    {                                                                           \
-        if (!s_sorvaneLogger) kel::LogFactory::createLogger(kel::String(category), s_sorvaneLogger); \
-        return s_sorvaneLogger;                                                 \
-    }                                                                           \
+#define SORVANE_LOG_CATEGORY(category)                                                                                 \
+    namespace {                                                                                                        \
+    kel::Logger *s_sorvaneLogger = nullptr;                                                                            \
+    inline kel::Logger *sorvaneLogger()                                                                                \
+    {                                                                                                                  \
+        if (!s_sorvaneLogger)                                                                                          \
+            kel::LogFactory::createLogger(kel::String(category), s_sorvaneLogger);                                     \
+        return s_sorvaneLogger;                                                                                        \
+    }                                                                                                                  \
     }
 
-#define SORVANE_LOG(priority, message)                                          \
-    do {                                                                        \
-        kel::Logger* sorvaneLogger_ = sorvaneLogger();                          \
-        if (kel::LogFactory::admits(sorvaneLogger_, (priority))) {              \
-            kel::LoggerStream sorvaneStream_(sorvaneLogger_, (priority));       \
-            sorvaneStream_ << __LINE__ << " " << message;                       \
-        }                                                                       \
+#define SORVANE_LOG(priority, message)                                                                                 \
+    do {                                                                                                               \
+        kel::Logger *sorvaneLogger_ = sorvaneLogger();                                                                 \
+        if (kel::LogFactory::admits(sorvaneLogger_, (priority))) {                                                     \
+            kel::LoggerStream sorvaneStream_(sorvaneLogger_, (priority));                                              \
+            sorvaneStream_ << __LINE__ << " " << message;                                                              \
+        }                                                                                                              \
     } while (0)
 
 // Progress and diagnostic detail.
@@ -39,11 +40,11 @@
 
 // A line that log readers look for by its leading number: the number stays fixed wherever the
 // statement moves in its file.
-#define SORVANE_LOG_NUMBERED(priority, number, message)                         \
-    do {                                                                        \
-        kel::Logger* sorvaneLogger_ = sorvaneLogger();                          \
-        if (kel::LogFactory::admits(sorvaneLogger_, (priority))) {              \
-            kel::LoggerStream sorvaneStream_(sorvaneLogger_, (priority));       \
-            sorvaneStream_ << (number) << " " << message;                       \
-        }                                                                       \
+#define SORVANE_LOG_NUMBERED(priority, number, message)                                                                \
+    do {                                                                                                               \
+        kel::Logger *sorvaneLogger_ = sorvaneLogger();                                                                 \
+        if (kel::LogFactory::admits(sorvaneLogger_, (priority))) {                                                     \
+            kel::LoggerStream sorvaneStream_(sorvaneLogger_, (priority));                                              \
+            sorvaneStream_ << (number) << " " << message;                                                              \
+        }                                                                                                              \
     } while (0)

@@ -14,23 +14,23 @@ const int kNameBuckets = 32;
 const int kStreamTypeMismatchTag = 246;
 const int kFeatureMismatchTag = 250;
 
-CaptureStandard analog(const wchar_t* name, const CaptureFeature& feature)
+CaptureStandard analog(const wchar_t *name, const CaptureFeature &feature)
 {
     return CaptureStandard(name, CaptureStreamType::ANALOG(), feature);
 }
 
-CaptureStandard digital(const wchar_t* name, const CaptureFeature& feature)
+CaptureStandard digital(const wchar_t *name, const CaptureFeature &feature)
 {
     return CaptureStandard(name, CaptureStreamType::DIGITAL(), feature);
 }
 
 } // namespace
 
-#define SORVANE_STANDARD(member, kind, name, feature)                        \
-    CaptureStandard& CaptureStandard::member()                               \
-    {                                                                        \
-        static CaptureStandard value = kind(name, CaptureFeature::feature()); \
-        return value;                                                        \
+#define SORVANE_STANDARD(member, kind, name, feature)                                                                  \
+    CaptureStandard &CaptureStandard::member()                                                                         \
+    {                                                                                                                  \
+        static CaptureStandard value = kind(name, CaptureFeature::feature());                                          \
+        return value;                                                                                                  \
     }
 
 SORVANE_STANDARD(NTSC, analog, L"NTSC (M) 7.5 IRE black", TVTUNING)
@@ -68,74 +68,79 @@ SORVANE_STANDARD(SVIDEO, analog, L"SVIDEO", CAPTURE)
 
 CaptureStandard::CaptureStandard() : m_names(kNameBuckets) {}
 
-CaptureStandard::CaptureStandard(const kel::String& name, const CaptureStreamType&, const CaptureFeature&)
+CaptureStandard::CaptureStandard(const kel::String &name, const CaptureStreamType &, const CaptureFeature &)
     : m_names(kNameBuckets)
 {
     m_names.insert(name, name);
 }
 
-CaptureStandard& CaptureStandard::operator+=(const CaptureStandard& other)
+CaptureStandard &CaptureStandard::operator+=(const CaptureStandard &other)
 {
-    if (!isEmpty() && !other.isEmpty()) reportMismatches(other);
-    const kel::Array<kel::String>& names = other.m_names.keys();
-    for (int i = 0; i < names.size(); ++i) m_names.insert(names[i], names[i]);
+    if (!isEmpty() && !other.isEmpty())
+        reportMismatches(other);
+    const kel::Array<kel::String> &names = other.m_names.keys();
+    for (int i = 0; i < names.size(); ++i)
+        m_names.insert(names[i], names[i]);
     return *this;
 }
 
-CaptureStandard CaptureStandard::operator|(const CaptureStandard& other) const
+CaptureStandard CaptureStandard::operator|(const CaptureStandard &other) const
 {
     CaptureStandard result(*this);
     result += other;
     return result;
 }
 
-bool CaptureStandard::containsAll(const CaptureStandard& other) const
+bool CaptureStandard::containsAll(const CaptureStandard &other) const
 {
-    const kel::Array<kel::String>& names = other.m_names.keys();
+    const kel::Array<kel::String> &names = other.m_names.keys();
     for (int i = 0; i < names.size(); ++i) {
-        if (!contains(names[i])) return false;
+        if (!contains(names[i]))
+            return false;
     }
     return true;
 }
 
-bool CaptureStandard::containsAny(const CaptureStandard& other) const
+bool CaptureStandard::containsAny(const CaptureStandard &other) const
 {
-    const kel::Array<kel::String>& names = other.m_names.keys();
+    const kel::Array<kel::String> &names = other.m_names.keys();
     for (int i = 0; i < names.size(); ++i) {
-        if (contains(names[i])) return true;
+        if (contains(names[i]))
+            return true;
     }
     return false;
 }
 
-bool CaptureStandard::operator==(const CaptureStandard& other) const
+bool CaptureStandard::operator==(const CaptureStandard &other) const
 {
     return size() == other.size() && containsAll(other);
 }
 
 kel::String CaptureStandard::toString() const
 {
-    if (isEmpty()) return kel::String(L"None");
-    const kel::Array<kel::String>& names = m_names.keys();
+    if (isEmpty())
+        return kel::String(L"None");
+    const kel::Array<kel::String> &names = m_names.keys();
     kel::String text = names[0];
-    for (int i = 1; i < names.size(); ++i) text += kel::String(L", ") + names[i];
+    for (int i = 1; i < names.size(); ++i)
+        text += kel::String(L", ") + names[i];
     return text;
 }
 
-void CaptureStandard::reportMismatches(const CaptureStandard& other) const
+void CaptureStandard::reportMismatches(const CaptureStandard &other) const
 {
-    kel::Logger* logger = sorvaneLogger();
-    if (!kel::LogFactory::admits(logger, kel::LOG_WARNING)) return;
+    kel::Logger *logger = sorvaneLogger();
+    if (!kel::LogFactory::admits(logger, kel::LOG_WARNING))
+        return;
     if (m_streamType.name() != other.m_streamType.name()) {
         kel::LoggerStream line(logger, kel::LOG_WARNING);
         line << kStreamTypeMismatchTag << " CaptureStreamType mismatch: " << toString()
-             << " Type: " << m_streamType.name() << " & " << other.toString()
-             << " Type: " << other.m_streamType.name();
+             << " Type: " << m_streamType.name() << " & " << other.toString() << " Type: " << other.m_streamType.name();
     }
     if (m_feature.name() != other.m_feature.name()) {
         kel::LoggerStream line(logger, kel::LOG_WARNING);
-        line << kFeatureMismatchTag << " CaptureFeature mismatch: " << toString()
-             << " Feature: " << m_feature.name() << " & " << other.toString()
-             << " Feature: " << other.m_feature.name();
+        line << kFeatureMismatchTag << " CaptureFeature mismatch: " << toString() << " Feature: " << m_feature.name()
+             << " & " << other.toString() << " Feature: " << other.m_feature.name();
     }
 }
 

@@ -17,7 +17,7 @@ SORVANE_FIXED_MEMBER(CaptureStreamType, DVBT, L"DVBT", &KSCATEGORY_BDA_NETWORK_T
 
 CaptureStreamType::CaptureStreamType() : m_placeHolder(false), m_classGuid(nullptr) {}
 
-CaptureStreamType::CaptureStreamType(const kel::String& name, const GUID* classGuid, bool placeHolder)
+CaptureStreamType::CaptureStreamType(const kel::String &name, const GUID *classGuid, bool placeHolder)
     : m_name(name), m_placeHolder(placeHolder), m_classGuid(classGuid)
 {
 }

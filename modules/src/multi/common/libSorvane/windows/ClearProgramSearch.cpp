@@ -21,37 +21,38 @@ const int kNoVersion = -1;
 const int kClear = 1;
 const int kNotClear = 0;
 
-uint16_t read16(const unsigned char* p)
+uint16_t read16(const unsigned char *p)
 {
     return static_cast<uint16_t>((p[0] << 8) | p[1]);
 }
 
-uint16_t read13(const unsigned char* p)
+uint16_t read13(const unsigned char *p)
 {
     return static_cast<uint16_t>(((p[0] & 0x1F) << 8) | p[1]);
 }
 
-uint16_t read12(const unsigned char* p)
+uint16_t read12(const unsigned char *p)
 {
     return static_cast<uint16_t>(((p[0] & 0x0F) << 8) | p[1]);
 }
 
-int versionOf(const unsigned char* section)
+int versionOf(const unsigned char *section)
 {
     return (section[5] >> 1) & 0x1F;
 }
 
-bool isCurrent(const unsigned char* section)
+bool isCurrent(const unsigned char *section)
 {
     return (section[5] & 0x01) != 0;
 }
 
 // True when a descriptor loop holds a CA descriptor; a loop that runs past its end stops.
-bool hasCaDescriptor(const unsigned char* loop, int length)
+bool hasCaDescriptor(const unsigned char *loop, int length)
 {
     int at = 0;
     while (at + kDescriptorHeaderSize <= length) {
-        if (loop[at] == kCaDescriptorTag) return true;
+        if (loop[at] == kCaDescriptorTag)
+            return true;
         at += kDescriptorHeaderSize + loop[at + 1];
     }
     return false;
@@ -64,21 +65,23 @@ ClearProgramSearch::ClearProgramSearch()
 {
 }
 
-int ClearProgramSearch::processTransportStream(TsPacketSource& source)
+int ClearProgramSearch::processTransportStream(TsPacketSource &source)
 {
     ClearProgramSearch search;
     unsigned char packet[TsPacketView::kSize];
     for (int count = 0; count < kMaxPackets && source.getNextPacket(packet); ++count) {
         const int answer = search.addPacket(packet);
-        if (answer != kUndecided) return answer;
+        if (answer != kUndecided)
+            return answer;
     }
     return search.finish();
 }
 
-int ClearProgramSearch::addPacket(const unsigned char* bytes)
+int ClearProgramSearch::addPacket(const unsigned char *bytes)
 {
     const TsPacketView packet(bytes);
-    if (!packet.inSync() || packet.transportError()) return kUndecided;
+    if (!packet.inSync() || packet.transportError())
+        return kUndecided;
     const uint16_t pid = packet.pid();
     if (pid == kPatPid) {
         m_patAssembler.addPacket(packet, *this);
@@ -98,35 +101,41 @@ int ClearProgramSearch::finish() const
     return decide(true);
 }
 
-void ClearProgramSearch::onSection(uint16_t pid, const unsigned char* section, int length)
+void ClearProgramSearch::onSection(uint16_t pid, const unsigned char *section, int length)
 {
-    if (!isCurrent(section)) return;
+    if (!isCurrent(section))
+        return;
     if (pid == kPatPid) {
-        if (section[0] == kPatTableId) onPatSection(section, length);
+        if (section[0] == kPatTableId)
+            onPatSection(section, length);
     } else if (section[0] == kPmtTableId) {
         onPmtSection(pid, section, length);
     }
 }
 
-void ClearProgramSearch::onPatSection(const unsigned char* section, int length)
+void ClearProgramSearch::onPatSection(const unsigned char *section, int length)
 {
     const int version = versionOf(section);
     const int number = section[6];
     const int lastSection = section[7];
-    if (version != m_patVersion || lastSection != m_patLastSection) resetPat(version, lastSection);
-    if (number > m_patLastSection || m_patSections[number].seen) return;
+    if (version != m_patVersion || lastSection != m_patLastSection)
+        resetPat(version, lastSection);
+    if (number > m_patLastSection || m_patSections[number].seen)
+        return;
 
-    PatSection& entry = m_patSections[number];
+    PatSection &entry = m_patSections[number];
     entry.seen = true;
     const int end = length - kCrcSize;
     for (int at = kLongHeaderSize; at + kPatEntrySize <= end; at += kPatEntrySize) {
         const uint16_t programNumber = read16(section + at);
-        if (programNumber == kNetworkProgram) continue;
+        if (programNumber == kNetworkProgram)
+            continue;
         Program program = {programNumber, read13(section + at + 2), false, kNoVersion, false, {}};
         entry.programs.push_back(program);
     }
     for (int i = 0; i <= m_patLastSection; ++i) {
-        if (!m_patSections[i].seen) return;
+        if (!m_patSections[i].seen)
+            return;
     }
     completePat();
 }
@@ -144,21 +153,24 @@ void ClearProgramSearch::resetPat(int version, int lastSection)
 void ClearProgramSearch::completePat()
 {
     m_patComplete = true;
-    for (const PatSection& section : m_patSections) {
-        for (const Program& program : section.programs) {
+    for (const PatSection &section : m_patSections) {
+        for (const Program &program : section.programs) {
             m_programs.push_back(program);
-            if (program.pmtPid != kPatPid) m_pmtAssemblers[program.pmtPid];
+            if (program.pmtPid != kPatPid)
+                m_pmtAssemblers[program.pmtPid];
         }
     }
 }
 
-void ClearProgramSearch::onPmtSection(uint16_t pid, const unsigned char* section, int length)
+void ClearProgramSearch::onPmtSection(uint16_t pid, const unsigned char *section, int length)
 {
     const uint16_t programNumber = read16(section + 3);
     const int version = versionOf(section);
-    for (Program& program : m_programs) {
-        if (program.number != programNumber || program.pmtPid != pid) continue;
-        if (program.pmtSeen && program.pmtVersion == version) return;
+    for (Program &program : m_programs) {
+        if (program.number != programNumber || program.pmtPid != pid)
+            continue;
+        if (program.pmtSeen && program.pmtVersion == version)
+            return;
         program.pmtSeen = true;
         program.pmtVersion = version;
         parseStreams(program, section, length);
@@ -166,24 +178,28 @@ void ClearProgramSearch::onPmtSection(uint16_t pid, const unsigned char* section
     }
 }
 
-void ClearProgramSearch::parseStreams(Program& program, const unsigned char* section, int length)
+void ClearProgramSearch::parseStreams(Program &program, const unsigned char *section, int length)
 {
     program.streamPids.clear();
     program.conditionalAccess = false;
     const int end = length - kCrcSize;
     int at = kLongHeaderSize;
-    if (at + kPmtFixedSize > end) return;
+    if (at + kPmtFixedSize > end)
+        return;
     const int infoLength = read12(section + at + 2);
     at += kPmtFixedSize;
-    if (at + infoLength > end) return;
+    if (at + infoLength > end)
+        return;
     program.conditionalAccess = hasCaDescriptor(section + at, infoLength);
     at += infoLength;
     while (at + kStreamEntrySize <= end) {
         const uint16_t streamPid = read13(section + at + 1);
         const int esInfoLength = read12(section + at + 3);
         at += kStreamEntrySize;
-        if (at + esInfoLength > end) break;
-        if (hasCaDescriptor(section + at, esInfoLength)) program.conditionalAccess = true;
+        if (at + esInfoLength > end)
+            break;
+        if (hasCaDescriptor(section + at, esInfoLength))
+            program.conditionalAccess = true;
         program.streamPids.push_back(streamPid);
         at += esInfoLength;
     }
@@ -191,26 +207,34 @@ void ClearProgramSearch::parseStreams(Program& program, const unsigned char* sec
 
 int ClearProgramSearch::decide(bool endOfStream) const
 {
-    if (!m_patComplete) return endOfStream ? kNoClearProgram : kUndecided;
-    for (const Program& program : m_programs) {
+    if (!m_patComplete)
+        return endOfStream ? kNoClearProgram : kUndecided;
+    for (const Program &program : m_programs) {
         const int verdict = judge(program, endOfStream);
-        if (verdict == kUndecided) return kUndecided;
-        if (verdict == kClear) return program.number;
+        if (verdict == kUndecided)
+            return kUndecided;
+        if (verdict == kClear)
+            return program.number;
     }
     return kNoClearProgram;
 }
 
-int ClearProgramSearch::judge(const Program& program, bool endOfStream) const
+int ClearProgramSearch::judge(const Program &program, bool endOfStream) const
 {
-    if (!program.pmtSeen) return endOfStream ? kNotClear : kUndecided;
-    if (program.conditionalAccess || program.streamPids.empty()) return kNotClear;
+    if (!program.pmtSeen)
+        return endOfStream ? kNotClear : kUndecided;
+    if (program.conditionalAccess || program.streamPids.empty())
+        return kNotClear;
     bool allSeen = true;
     for (uint16_t pid : program.streamPids) {
         const uint8_t state = m_pidState[pid];
-        if (state & kSeenScrambled) return kNotClear;
-        if (!(state & kSeenClear)) allSeen = false;
+        if (state & kSeenScrambled)
+            return kNotClear;
+        if (!(state & kSeenClear))
+            allSeen = false;
     }
-    if (allSeen || endOfStream) return kClear;
+    if (allSeen || endOfStream)
+        return kClear;
     return kUndecided;
 }
 

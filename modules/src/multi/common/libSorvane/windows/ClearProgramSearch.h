@@ -28,10 +28,10 @@ public:
 
     // Reads packets from `source` until the answer is known or the source runs dry: the
     // program number, or -1 when there is no clear program.
-    static int processTransportStream(TsPacketSource& source);
+    static int processTransportStream(TsPacketSource &source);
 
     // Feeds one 188-byte packet; returns the answer once it is known, else kUndecided.
-    int addPacket(const unsigned char* packet);
+    int addPacket(const unsigned char *packet);
     // The answer when no more packets will come.
     int finish() const;
 
@@ -53,15 +53,15 @@ private:
     static const uint8_t kSeenClear = 1;
     static const uint8_t kSeenScrambled = 2;
 
-    void onSection(uint16_t pid, const unsigned char* section, int length) override;
-    void onPatSection(const unsigned char* section, int length);
-    void onPmtSection(uint16_t pid, const unsigned char* section, int length);
-    void parseStreams(Program& program, const unsigned char* section, int length);
+    void onSection(uint16_t pid, const unsigned char *section, int length) override;
+    void onPatSection(const unsigned char *section, int length);
+    void onPmtSection(uint16_t pid, const unsigned char *section, int length);
+    void parseStreams(Program &program, const unsigned char *section, int length);
     void resetPat(int version, int lastSection);
     void completePat();
     int decide(bool endOfStream) const;
     // Clear, scrambled, or not yet known (kUndecided).
-    int judge(const Program& program, bool endOfStream) const;
+    int judge(const Program &program, bool endOfStream) const;
 
     PsiSectionAssembler m_patAssembler;
     std::map<uint16_t, PsiSectionAssembler> m_pmtAssemblers;

@@ -24,7 +24,7 @@ const int kFirstProgram = 1;
 // At most this much of the channel's stream is measured for its health.
 const int32_t kMeasuredBytes = 16 * 1024 * 1024;
 const int32_t kNoChannelFound = -1;
-const wchar_t* const kCableSpaces[] = {L"ATSCCable", L"ClearQAM", L"Digital Cable"};
+const wchar_t *const kCableSpaces[] = {L"ATSCCable", L"ClearQAM", L"Digital Cable"};
 
 kel::String hrText(HRESULT hr)
 {
@@ -33,7 +33,7 @@ kel::String hrText(HRESULT hr)
 
 } // namespace
 
-ClearQAMTuner::ClearQAMTuner(const ruvo::DiagDevice& device, const kel::String& name)
+ClearQAMTuner::ClearQAMTuner(const ruvo::DiagDevice &device, const kel::String &name)
     : DigitalTuner(device, name), m_foundMark(kNoChannelFound)
 {
     m_maxChannel = kMaxCableChannel;
@@ -45,10 +45,11 @@ void ClearQAMTuner::setupDevice()
     doSetupDevice(false, true, false);
 
     m_tuningSpace.Release();
-    for (const wchar_t* name : kCableSpaces) {
+    for (const wchar_t *name : kCableSpaces) {
         const CComPtr<ITuningSpace> space = getTuningSpace(kel::String(name));
         m_tuningSpace = space.p;
-        if (m_tuningSpace) break;
+        if (m_tuningSpace)
+            break;
     }
     if (!m_tuningSpace) {
         SORVANE_LOG_ERROR("Cannot get either ATSCCable, ClearQAM, or Digital Cable tuning space");
@@ -136,9 +137,10 @@ bool ClearQAMTuner::checkCurrentChannel()
 {
     SORVANE_TRACE();
     SORVANE_LOG_DETAIL("checkCurrentChannel");
-    if (!tuneToChannel(static_cast<int>(m_currentChannel), kFirstProgram, 0)) return false;
+    if (!tuneToChannel(static_cast<int>(m_currentChannel), kFirstProgram, 0))
+        return false;
 
-    SampleCallback* buffer = dynamic_cast<SampleCallback*>(m_sampleGrabberCallback.p);
+    SampleCallback *buffer = dynamic_cast<SampleCallback *>(m_sampleGrabberCallback.p);
     if (!buffer) {
         SORVANE_LOG_ERROR("dynamic_cast<SampleCallback*>(m_sampleGrabberCallback.p) failed!)");
         THROW_ERROR(TestResult::FAIL(), 0, nullptr);
@@ -164,21 +166,24 @@ bool ClearQAMTuner::checkCurrentChannel()
 void ClearQAMTuner::signalFound()
 {
     DigitalTuner::signalFound();
-    SampleCallback* buffer = dynamic_cast<SampleCallback*>(m_sampleGrabberCallback.p);
-    if (!buffer) return;
+    SampleCallback *buffer = dynamic_cast<SampleCallback *>(m_sampleGrabberCallback.p);
+    if (!buffer)
+        return;
     m_foundMark = buffer->bytesReceived();
     m_foundWatch.reset();
 }
 
 void ClearQAMTuner::measureFoundChannel()
 {
-    SampleCallback* buffer = dynamic_cast<SampleCallback*>(m_sampleGrabberCallback.p);
+    SampleCallback *buffer = dynamic_cast<SampleCallback *>(m_sampleGrabberCallback.p);
     const int32_t mark = m_foundMark;
     m_foundMark = kNoChannelFound;
-    if (!buffer || mark == kNoChannelFound) return;
+    if (!buffer || mark == kNoChannelFound)
+        return;
     const double elapsedMs = static_cast<double>(m_foundWatch.elapsedMilliseconds());
     const int32_t received = buffer->bytesReceived() - mark;
-    if (received <= 0) return;
+    if (received <= 0)
+        return;
     std::vector<unsigned char> bytes(static_cast<size_t>(received < kMeasuredBytes ? received : kMeasuredBytes));
     const int32_t copied = buffer->copyReceived(mark, bytes.data(), static_cast<int32_t>(bytes.size()));
     // The bytes kept are the first ones, so their share of the time is the share of the bytes.
@@ -188,9 +193,11 @@ void ClearQAMTuner::measureFoundChannel()
 void ClearQAMTuner::cleanUpCOMInterfaces()
 {
     // The streaming thread stops, then the grabber lets go of the callback, before the callback goes.
-    if (m_mediaControl) m_mediaControl->Stop();
+    if (m_mediaControl)
+        m_mediaControl->Stop();
     measureFoundChannel();
-    if (m_sampleGrabber) m_sampleGrabber->SetCallback(nullptr, kBufferMode);
+    if (m_sampleGrabber)
+        m_sampleGrabber->SetCallback(nullptr, kBufferMode);
     m_sampleGrabberCallback.Release();
     m_tuningSpace.Release();
     DigitalTuner::cleanUpCOMInterfaces();

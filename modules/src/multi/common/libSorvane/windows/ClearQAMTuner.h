@@ -13,7 +13,7 @@ namespace sorvane {
 
 class SORVANE_API ClearQAMTuner : public DigitalTuner {
 public:
-    ClearQAMTuner(const ruvo::DiagDevice& device, const kel::String& name);
+    ClearQAMTuner(const ruvo::DiagDevice &device, const kel::String &name);
 
 protected:
     void setupDevice() override;
@@ -24,6 +24,7 @@ protected:
 
     CComPtr<ITuningSpace> m_tuningSpace;
     CComPtr<ISampleGrabberCB> m_sampleGrabberCallback;
+
 private:
     // Measures the stream that arrived while the channel found stayed on screen.
     void measureFoundChannel();

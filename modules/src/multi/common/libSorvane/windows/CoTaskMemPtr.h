@@ -10,38 +10,38 @@ template <class T>
 class CoTaskMemPtr {
 public:
     CoTaskMemPtr() : m_p(nullptr) {}
-    explicit CoTaskMemPtr(T* p) : m_p(p) {}
+    explicit CoTaskMemPtr(T *p) : m_p(p) {}
     ~CoTaskMemPtr() { CoTaskMemFree(m_p); }
-    CoTaskMemPtr(const CoTaskMemPtr&) = delete;
-    CoTaskMemPtr& operator=(const CoTaskMemPtr&) = delete;
+    CoTaskMemPtr(const CoTaskMemPtr &) = delete;
+    CoTaskMemPtr &operator=(const CoTaskMemPtr &) = delete;
 
-    static CoTaskMemPtr allocate(size_t bytes) { return CoTaskMemPtr(static_cast<T*>(CoTaskMemAlloc(bytes))); }
-    CoTaskMemPtr(CoTaskMemPtr&& other) noexcept : m_p(other.detach()) {}
+    static CoTaskMemPtr allocate(size_t bytes) { return CoTaskMemPtr(static_cast<T *>(CoTaskMemAlloc(bytes))); }
+    CoTaskMemPtr(CoTaskMemPtr &&other) noexcept : m_p(other.detach()) {}
 
-    T* get() const { return m_p; }
-    T* operator->() const { return m_p; }
+    T *get() const { return m_p; }
+    T *operator->() const { return m_p; }
     explicit operator bool() const { return m_p != nullptr; }
 
     // For out-parameters: frees what is held and hands out the slot.
-    T** receive()
+    T **receive()
     {
         reset();
         return &m_p;
     }
-    void reset(T* p = nullptr)
+    void reset(T *p = nullptr)
     {
         CoTaskMemFree(m_p);
         m_p = p;
     }
-    T* detach()
+    T *detach()
     {
-        T* p = m_p;
+        T *p = m_p;
         m_p = nullptr;
         return p;
     }
 
 private:
-    T* m_p;
+    T *m_p;
 };
 
 } // namespace sorvane

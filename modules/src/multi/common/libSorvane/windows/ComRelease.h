@@ -7,9 +7,9 @@
 namespace sorvane {
 
 template <class T>
-ULONG releaseWithCount(CComPtr<T>& pointer)
+ULONG releaseWithCount(CComPtr<T> &pointer)
 {
-    T* object = pointer.Detach();
+    T *object = pointer.Detach();
     return object ? object->Release() : 0;
 }
 

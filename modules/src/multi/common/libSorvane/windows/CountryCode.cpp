@@ -4,8 +4,8 @@ namespace sorvane {
 
 CountryCode::CountryCode() : m_code(0), m_language(0) {}
 
-CountryCode::CountryCode(const kel::String& name, const kel::String& key, int code,
-                         const AnalogStandard& standard, int language)
+CountryCode::CountryCode(const kel::String &name, const kel::String &key, int code, const AnalogStandard &standard,
+                         int language)
     : m_name(name), m_key(key), m_code(code), m_standard(standard), m_language(language)
 {
 }

@@ -15,15 +15,15 @@ public:
     kel::String name() const { return m_name; }
     // There is no separate translation: the stored name already carries the native name.
     kel::String localizedName() const { return m_name; }
-    const kel::String& key() const { return m_key; }
+    const kel::String &key() const { return m_key; }
     int countryCode() const { return m_code; }
-    const AnalogStandard& standard() const { return m_standard; }
+    const AnalogStandard &standard() const { return m_standard; }
     int language() const { return m_language; }
 
 private:
     friend class CountryCodeManager;
-    CountryCode(const kel::String& name, const kel::String& key, int code,
-                const AnalogStandard& standard, int language);
+    CountryCode(const kel::String &name, const kel::String &key, int code, const AnalogStandard &standard,
+                int language);
 
     kel::String m_name;
     kel::String m_key;

@@ -10,10 +10,10 @@ namespace {
 const int kLanguageEnglishUS = 1033;
 
 struct CountryRow {
-    const wchar_t* key;
-    const wchar_t* name;
+    const wchar_t *key;
+    const wchar_t *name;
     int code;
-    const AnalogStandard& (*standard)();
+    const AnalogStandard &(*standard)();
     int language = 0;
 };
 
@@ -267,19 +267,20 @@ const CountryRow kCountryRows[] = {
 
 CountryCodeManager::CountryCodeManager()
 {
-    for (const CountryRow& row : kCountryRows) {
+    for (const CountryRow &row : kCountryRows) {
         insert(row.name, row.key, row.code, row.standard(), row.language);
     }
 }
 
 CountryCodeManager::~CountryCodeManager()
 {
-    for (int i = 0; i < m_codes.size(); ++i) delete m_codes.valueAt(i);
+    for (int i = 0; i < m_codes.size(); ++i)
+        delete m_codes.valueAt(i);
 }
 
-const CountryCode* CountryCodeManager::countryCodeByString(const kel::String& key) const
+const CountryCode *CountryCodeManager::countryCodeByString(const kel::String &key) const
 {
-    CountryCode* const* found = m_codes.lookup(key);
+    CountryCode *const *found = m_codes.lookup(key);
     return found ? *found : nullptr;
 }
 
@@ -288,16 +289,17 @@ int CountryCodeManager::countryCodeCount() const
     return m_codes.size();
 }
 
-const CountryCode* CountryCodeManager::countryCodeAtIndex(int index) const
+const CountryCode *CountryCodeManager::countryCodeAtIndex(int index) const
 {
     return m_codes.valueAt(index);
 }
 
-void CountryCodeManager::insert(const kel::String& name, const kel::String& key, int code,
-                                const AnalogStandard& standard, int language)
+void CountryCodeManager::insert(const kel::String &name, const kel::String &key, int code,
+                                const AnalogStandard &standard, int language)
 {
     std::unique_ptr<CountryCode> record(new CountryCode(name, key, code, standard, language));
-    if (m_codes.insert(key, record.get())) record.release();
+    if (m_codes.insert(key, record.get()))
+        record.release();
 }
 
 } // namespace sorvane

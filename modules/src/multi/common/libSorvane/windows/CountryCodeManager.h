@@ -13,21 +13,21 @@ class SORVANE_API CountryCodeManager {
 public:
     CountryCodeManager();
     ~CountryCodeManager();
-    CountryCodeManager(const CountryCodeManager&) = delete;
-    CountryCodeManager& operator=(const CountryCodeManager&) = delete;
+    CountryCodeManager(const CountryCodeManager &) = delete;
+    CountryCodeManager &operator=(const CountryCodeManager &) = delete;
 
     // Exact, case-sensitive match ("de", not "DE"); null for an unknown key.
-    const CountryCode* countryCodeByString(const kel::String& key) const;
+    const CountryCode *countryCodeByString(const kel::String &key) const;
     int countryCodeCount() const;
     // An index outside 0 .. countryCodeCount() - 1 is an assertion failure.
-    const CountryCode* countryCodeAtIndex(int index) const;
+    const CountryCode *countryCodeAtIndex(int index) const;
 
 private:
     // The first record under a key wins; a later one is dropped.
-    void insert(const kel::String& name, const kel::String& key, int code,
-                const AnalogStandard& standard, int language);
+    void insert(const kel::String &name, const kel::String &key, int code, const AnalogStandard &standard,
+                int language);
 
-    kel::OrderedHashTable<kel::String, CountryCode*> m_codes;
+    kel::OrderedHashTable<kel::String, CountryCode *> m_codes;
 };
 
 } // namespace sorvane

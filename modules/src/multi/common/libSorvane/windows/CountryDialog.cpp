@@ -21,19 +21,19 @@ const WPARAM kListItems = 0;
 void discardPendingQuit()
 {
     MSG message;
-    while (PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE)) {
-    }
+    while (PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE)) {}
 }
 
 } // namespace
 
-CountryDialog::CountryDialog(const kel::Array<CountryCode>& countries) : m_countries(countries), m_preselectedCode(0) {}
+CountryDialog::CountryDialog(const kel::Array<CountryCode> &countries) : m_countries(countries), m_preselectedCode(0) {}
 
 kel::Array<CountryCode> CountryDialog::allCountries()
 {
     const CountryCodeManager table;
     kel::Array<CountryCode> countries(table.countryCodeCount());
-    for (int i = 0; i < table.countryCodeCount(); ++i) countries.add(*table.countryCodeAtIndex(i));
+    for (int i = 0; i < table.countryCodeCount(); ++i)
+        countries.add(*table.countryCodeAtIndex(i));
     return countries;
 }
 
@@ -56,11 +56,11 @@ INT_PTR CALLBACK CountryDialog::dialogProc(HWND dialog, UINT message, WPARAM wPa
     switch (message) {
     case WM_INITDIALOG:
         SetWindowLongPtrW(dialog, DWLP_USER, lParam);
-        reinterpret_cast<const CountryDialog*>(lParam)->initialize(dialog);
+        reinterpret_cast<const CountryDialog *>(lParam)->initialize(dialog);
         return TRUE;
     case WM_COMMAND:
         if (LOWORD(wParam) == IDOK) {
-            const CountryDialog* self = reinterpret_cast<const CountryDialog*>(GetWindowLongPtrW(dialog, DWLP_USER));
+            const CountryDialog *self = reinterpret_cast<const CountryDialog *>(GetWindowLongPtrW(dialog, DWLP_USER));
             const int code = self ? self->selectedCode(dialog) : 0;
             if (code == 0) {
                 MessageBeep(MB_ICONWARNING);
@@ -96,10 +96,13 @@ void CountryDialog::fillList(HWND list) const
 {
     int preselected = -1;
     for (int i = 0; i < m_countries.size(); ++i) {
-        const LRESULT item = SendMessageW(list, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(m_countries[i].name().c_str()));
-        if (item < 0) continue;
+        const LRESULT item =
+            SendMessageW(list, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(m_countries[i].name().c_str()));
+        if (item < 0)
+            continue;
         SendMessageW(list, CB_SETITEMDATA, static_cast<WPARAM>(item), i);
-        if (preselected < 0 && m_countries[i].countryCode() == m_preselectedCode) preselected = i;
+        if (preselected < 0 && m_countries[i].countryCode() == m_preselectedCode)
+            preselected = i;
     }
     const LRESULT count = SendMessageW(list, CB_GETCOUNT, 0, 0);
     for (LRESULT item = 0; item < count; ++item) {
@@ -108,19 +111,23 @@ void CountryDialog::fillList(HWND list) const
             return;
         }
     }
-    if (count > 0) SendMessageW(list, CB_SETCURSEL, 0, 0);
+    if (count > 0)
+        SendMessageW(list, CB_SETCURSEL, 0, 0);
 }
 
 // Touch screens ask for taller rows; factors up to 1.0 leave the list as it is.
 void CountryDialog::enlargeForTouch(HWND list) const
 {
-    if (!g_touchscreenFactor->isset()) return;
+    if (!g_touchscreenFactor->isset())
+        return;
     const double factor = g_touchscreenFactor->value().valueDouble();
-    if (factor <= 1.0) return;
+    if (factor <= 1.0)
+        return;
     const WPARAM parts[] = {kSelectionField, kListItems};
     for (WPARAM part : parts) {
         const LRESULT height = SendMessageW(list, CB_GETITEMHEIGHT, part, 0);
-        if (height > 0) SendMessageW(list, CB_SETITEMHEIGHT, part, static_cast<LPARAM>(height * factor));
+        if (height > 0)
+            SendMessageW(list, CB_SETITEMHEIGHT, part, static_cast<LPARAM>(height * factor));
     }
 }
 
@@ -128,9 +135,11 @@ int CountryDialog::selectedCode(HWND dialog) const
 {
     const HWND list = GetDlgItem(dialog, IDC_COUNTRY_LIST);
     const LRESULT item = SendMessageW(list, CB_GETCURSEL, 0, 0);
-    if (item == CB_ERR) return 0;
+    if (item == CB_ERR)
+        return 0;
     const LRESULT index = SendMessageW(list, CB_GETITEMDATA, static_cast<WPARAM>(item), 0);
-    if (index < 0 || index >= m_countries.size()) return 0;
+    if (index < 0 || index >= m_countries.size())
+        return 0;
     return m_countries[static_cast<int>(index)].countryCode();
 }
 

@@ -12,7 +12,7 @@ namespace sorvane {
 class CountryDialog {
 public:
     // A dialog listing exactly these countries.
-    explicit CountryDialog(const kel::Array<CountryCode>& countries);
+    explicit CountryDialog(const kel::Array<CountryCode> &countries);
 
     // Every record of the country table, in its order.
     static kel::Array<CountryCode> allCountries();

@@ -10,7 +10,7 @@ namespace sorvane {
 
 class SORVANE_API Crc32Mpeg2 {
 public:
-    static uint32_t compute(const unsigned char* data, int length);
+    static uint32_t compute(const unsigned char *data, int length);
 };
 
 } // namespace sorvane

@@ -25,24 +25,24 @@ namespace {
 // standard of its own and is left out.
 struct StandardBit {
     long bit;
-    CaptureStandard& (*standard)();
+    CaptureStandard &(*standard)();
 };
 
 const StandardBit kStandardBits[] = {
-    {0x1, &CaptureStandard::NTSC},         {0x2, &CaptureStandard::NTSC_J},     {0x4, &CaptureStandard::NTSC_433},
-    {0x10, &CaptureStandard::PAL_B},       {0x20, &CaptureStandard::PAL_D},     {0x80, &CaptureStandard::PAL_H},
-    {0x100, &CaptureStandard::PAL_I},      {0x200, &CaptureStandard::PAL_M},    {0x400, &CaptureStandard::PAL_N},
-    {0x800, &CaptureStandard::PAL_60},     {0x1000, &CaptureStandard::SECAM_B}, {0x2000, &CaptureStandard::SECAM_D},
-    {0x4000, &CaptureStandard::SECAM_G},   {0x8000, &CaptureStandard::SECAM_H}, {0x10000, &CaptureStandard::SECAM_K},
+    {0x1, &CaptureStandard::NTSC},         {0x2, &CaptureStandard::NTSC_J},      {0x4, &CaptureStandard::NTSC_433},
+    {0x10, &CaptureStandard::PAL_B},       {0x20, &CaptureStandard::PAL_D},      {0x80, &CaptureStandard::PAL_H},
+    {0x100, &CaptureStandard::PAL_I},      {0x200, &CaptureStandard::PAL_M},     {0x400, &CaptureStandard::PAL_N},
+    {0x800, &CaptureStandard::PAL_60},     {0x1000, &CaptureStandard::SECAM_B},  {0x2000, &CaptureStandard::SECAM_D},
+    {0x4000, &CaptureStandard::SECAM_G},   {0x8000, &CaptureStandard::SECAM_H},  {0x10000, &CaptureStandard::SECAM_K},
     {0x20000, &CaptureStandard::SECAM_K1}, {0x40000, &CaptureStandard::SECAM_L}, {0x80000, &CaptureStandard::SECAM_L1},
     {0x100000, &CaptureStandard::COMBO},
 };
 
-const wchar_t* const kFilterDriverKeyPrefix = L"Software\\Classes\\CLSID\\";
-const wchar_t* const kFilterDriverKeySuffix = L"\\InprocServer32";
-const wchar_t* const kProbeTuningSpace = L"ATSC";
+const wchar_t *const kFilterDriverKeyPrefix = L"Software\\Classes\\CLSID\\";
+const wchar_t *const kFilterDriverKeySuffix = L"\\InprocServer32";
+const wchar_t *const kProbeTuningSpace = L"ATSC";
 // Fourteen blanks put a further capability under the first one, after "Capabilities: ".
-const wchar_t* const kCapabilityIndent = L"              ";
+const wchar_t *const kCapabilityIndent = L"              ";
 
 kel::String hrText(HRESULT hr)
 {
@@ -50,27 +50,30 @@ kel::String hrText(HRESULT hr)
 }
 
 // Logs a failed call of the digital probe: its name, " failed: " and the message.
-bool probeFailed(const char* call, HRESULT hr)
+bool probeFailed(const char *call, HRESULT hr)
 {
     SORVANE_LOG_DETAIL(call << " failed: " << hrText(hr));
     return false;
 }
 
-void addStandards(CaptureCapability& capability, long formats)
+void addStandards(CaptureCapability &capability, long formats)
 {
-    for (const StandardBit& entry : kStandardBits) {
-        if (formats & entry.bit) capability.addStandard(entry.standard());
+    for (const StandardBit &entry : kStandardBits) {
+        if (formats & entry.bit)
+            capability.addStandard(entry.standard());
     }
 }
 
 // The first pin of `filter` in `direction` that is not connected yet.
-CComPtr<IPin> freePin(IBaseFilter* filter, PIN_DIRECTION direction)
+CComPtr<IPin> freePin(IBaseFilter *filter, PIN_DIRECTION direction)
 {
     CComPtr<IEnumPins> pins;
-    if (FAILED(filter->EnumPins(&pins)) || !pins) return CComPtr<IPin>();
+    if (FAILED(filter->EnumPins(&pins)) || !pins)
+        return CComPtr<IPin>();
     for (;;) {
         CComPtr<IPin> pin;
-        if (pins->Next(1, &pin, nullptr) != S_OK) return CComPtr<IPin>();
+        if (pins->Next(1, &pin, nullptr) != S_OK)
+            return CComPtr<IPin>();
         PIN_DIRECTION pinDirection;
         CComPtr<IPin> peer;
         if (SUCCEEDED(pin->QueryDirection(&pinDirection)) && pinDirection == direction &&
@@ -80,36 +83,42 @@ CComPtr<IPin> freePin(IBaseFilter* filter, PIN_DIRECTION direction)
 }
 
 // Connects the network provider's output to the tuner filter's input.
-HRESULT connectFilters(IGraphBuilder* graph, IBaseFilter* upstream, IBaseFilter* downstream)
+HRESULT connectFilters(IGraphBuilder *graph, IBaseFilter *upstream, IBaseFilter *downstream)
 {
     CComPtr<IPin> output = freePin(upstream, PINDIR_OUTPUT);
     CComPtr<IPin> input = freePin(downstream, PINDIR_INPUT);
-    if (!output || !input) return VFW_E_NOT_FOUND;
+    if (!output || !input)
+        return VFW_E_NOT_FOUND;
     return graph->Connect(output, input);
 }
 
 // The network provider class of the "ATSC" tuning space, created as a filter.
-bool createNetworkProvider(CComPtr<IBaseFilter>& provider)
+bool createNetworkProvider(CComPtr<IBaseFilter> &provider)
 {
     CComPtr<ITuningSpaceContainer> container;
     HRESULT hr = container.CoCreateInstance(CLSID_SystemTuningSpaces, nullptr, CLSCTX_INPROC_SERVER);
-    if (FAILED(hr)) return probeFailed("CoCreateInstance(CLSID_SystemTuningSpaces)", hr);
+    if (FAILED(hr))
+        return probeFailed("CoCreateInstance(CLSID_SystemTuningSpaces)", hr);
     ScopedVariant name;
     name.get()->vt = VT_BSTR;
     name.get()->bstrVal = SysAllocString(kProbeTuningSpace);
     CComPtr<ITuningSpace> space;
     hr = container->get_Item(name.value(), &space);
-    if (FAILED(hr) || !space) return probeFailed("ITuningSpaceContainer::get_Item", FAILED(hr) ? hr : E_POINTER);
+    if (FAILED(hr) || !space)
+        return probeFailed("ITuningSpaceContainer::get_Item", FAILED(hr) ? hr : E_POINTER);
     // The BSTR is owned by the variant, which frees it.
     ScopedVariant networkType;
     networkType.get()->vt = VT_BSTR;
     hr = space->get_NetworkType(&networkType.get()->bstrVal);
-    if (FAILED(hr)) return probeFailed("ITuningSpace::get_NetworkType", hr);
+    if (FAILED(hr))
+        return probeFailed("ITuningSpace::get_NetworkType", hr);
     CLSID providerClass;
     hr = CLSIDFromString(networkType.value().bstrVal, &providerClass);
-    if (FAILED(hr)) return probeFailed("CLSIDFromString", hr);
+    if (FAILED(hr))
+        return probeFailed("CLSIDFromString", hr);
     hr = provider.CoCreateInstance(providerClass, nullptr, CLSCTX_INPROC_SERVER);
-    if (FAILED(hr)) return probeFailed("CoCreateInstance(ATSC Network Provider)", hr);
+    if (FAILED(hr))
+        return probeFailed("CoCreateInstance(ATSC Network Provider)", hr);
     return true;
 }
 
@@ -117,7 +126,7 @@ bool createNetworkProvider(CComPtr<IBaseFilter>& provider)
 
 const int DSMoniker::kMaxMonikersPerCategory;
 
-void DSMoniker::enumerateMonikers(kel::Array<DSMoniker>& out, const CaptureStreamType& streamType)
+void DSMoniker::enumerateMonikers(kel::Array<DSMoniker> &out, const CaptureStreamType &streamType)
 {
     MONIKER_LOG(94, "Enumerating DirectShow " << streamType.name() << " Monikers");
     CComPtr<ICreateDevEnum> deviceEnumerator;
@@ -138,8 +147,8 @@ void DSMoniker::enumerateMonikers(kel::Array<DSMoniker>& out, const CaptureStrea
     }
 }
 
-void DSMoniker::enumerateMonikersOfType(const CaptureStreamType& streamType, ICreateDevEnum* deviceEnumerator,
-                                        kel::Array<DSMoniker>& out)
+void DSMoniker::enumerateMonikersOfType(const CaptureStreamType &streamType, ICreateDevEnum *deviceEnumerator,
+                                        kel::Array<DSMoniker> &out)
 {
     MONIKER_LOG(127, "Enumerating " << streamType.name() << " Monikers");
     MONIKER_LOG(129, "ICreateDevEnum::CreateClassEnumerator " << streamType.name());
@@ -174,14 +183,16 @@ void DSMoniker::enumerateMonikersOfType(const CaptureStreamType& streamType, ICr
         record.create(moniker, streamType, counter);
         out.add(record);
         MONIKER_LOG(165, "");
-        MONIKER_LOG(166, "DSMoniker: " << "\n" << record.toFormattedString(kel::String(L"  ")));
+        MONIKER_LOG(166, "DSMoniker: "
+                             << "\n"
+                             << record.toFormattedString(kel::String(L"  ")));
         MONIKER_LOG(167, "");
     }
 }
 
 DSMoniker::DSMoniker() : m_enumIndex(0), m_busType(CaptureBusType::NOTSET()) {}
 
-void DSMoniker::create(IMoniker* moniker, const CaptureStreamType& type, int enumIndex)
+void DSMoniker::create(IMoniker *moniker, const CaptureStreamType &type, int enumIndex)
 {
     KEL_ASSERT(!type.isPlaceHolder());
     m_captureStreamType = type;
@@ -206,7 +217,7 @@ void DSMoniker::create(IMoniker* moniker, const CaptureStreamType& type, int enu
     SORVANE_LOG_DETAIL("Moniker:\n" << toFormattedString(kel::String(L"  ")));
 }
 
-void DSMoniker::readProperties(IMoniker* moniker)
+void DSMoniker::readProperties(IMoniker *moniker)
 {
     CComPtr<IPropertyBag> bag;
     const HRESULT hr = moniker->BindToStorage(nullptr, nullptr, IID_PPV_ARGS(&bag));
@@ -220,8 +231,8 @@ void DSMoniker::readProperties(IMoniker* moniker)
     getMonikerProperty(bag, kel::String(L"Description"), kel::String(L"Description"), m_description);
 }
 
-bool DSMoniker::getMonikerProperty(IPropertyBag* propertyBag, const kel::String& key, const kel::String& label,
-                                   kel::String& out)
+bool DSMoniker::getMonikerProperty(IPropertyBag *propertyBag, const kel::String &key, const kel::String &label,
+                                   kel::String &out)
 {
     ScopedVariant value;
     const HRESULT hr = propertyBag->Read(key.c_str(), value.get(), nullptr);
@@ -234,13 +245,14 @@ bool DSMoniker::getMonikerProperty(IPropertyBag* propertyBag, const kel::String&
     return true;
 }
 
-void DSMoniker::parseMonikerInfo(const kel::String& fallbackIdentity)
+void DSMoniker::parseMonikerInfo(const kel::String &fallbackIdentity)
 {
     DeviceIdParser::PathIdentity identity;
     identity.busType = m_busType;
     const kel::String candidates[] = {m_monikerName.toUpper(), m_devicePath.toUpper()};
-    for (const kel::String& candidate : candidates) {
-        if (!identity.guid.isEmpty()) break;
+    for (const kel::String &candidate : candidates) {
+        if (!identity.guid.isEmpty())
+            break;
         DeviceIdParser::readDevicePath(candidate, identity);
     }
     m_guid = identity.guid;
@@ -282,7 +294,7 @@ void DSMoniker::getFilterDriverName()
     m_filterDriverName = driver;
 }
 
-void DSMoniker::getCapabilities(IMoniker* moniker, const CaptureStreamType& streamType)
+void DSMoniker::getCapabilities(IMoniker *moniker, const CaptureStreamType &streamType)
 {
     if (streamType == CaptureStreamType::ANALOG())
         getAnalogCapabilities(moniker);
@@ -294,7 +306,7 @@ void DSMoniker::getCapabilities(IMoniker* moniker, const CaptureStreamType& stre
 
 // A throw-away graph around the filter: holding it is analog capture; the camera control and
 // the TV tuner it offers add their features.
-void DSMoniker::getAnalogCapabilities(IMoniker* moniker)
+void DSMoniker::getAnalogCapabilities(IMoniker *moniker)
 {
     CComPtr<IGraphBuilder> graph;
     HRESULT hr = graph.CoCreateInstance(CLSID_FilterGraph, nullptr, CLSCTX_INPROC_SERVER);
@@ -334,17 +346,19 @@ void DSMoniker::getAnalogCapabilities(IMoniker* moniker)
     CComPtr<IAMTVTuner> tuner;
     if (FAILED(builder->FindInterface(&PIN_CATEGORY_CAPTURE, nullptr, filter, IID_PPV_ARGS(&tuner))) || !tuner)
         return;
-    if (FAILED(tuner->put_Mode(AMTUNER_MODE_TV))) return;
+    if (FAILED(tuner->put_Mode(AMTUNER_MODE_TV)))
+        return;
     SORVANE_LOG_DETAIL("Analog TV Tuning supported");
     CaptureCapability tvTuning(CaptureStreamType::ANALOG(), CaptureFeature::TVTUNING());
     long formats = 0;
-    if (SUCCEEDED(tuner->get_AvailableTVFormats(&formats))) addStandards(tvTuning, formats);
+    if (SUCCEEDED(tuner->get_AvailableTVFormats(&formats)))
+        addStandards(tvTuning, formats);
     appendCapability(tvTuning);
 }
 
 // Connects the filter to the network provider of the "ATSC" tuning space in a throw-away graph:
 // a filter that takes the connection is a digital TV tuner.
-void DSMoniker::getDigitalCapabilities(IMoniker* moniker)
+void DSMoniker::getDigitalCapabilities(IMoniker *moniker)
 {
     CComPtr<IGraphBuilder> graph;
     HRESULT hr = graph.CoCreateInstance(CLSID_FilterGraph, nullptr, CLSCTX_INPROC_SERVER);
@@ -353,7 +367,8 @@ void DSMoniker::getDigitalCapabilities(IMoniker* moniker)
         return;
     }
     CComPtr<IBaseFilter> provider;
-    if (!createNetworkProvider(provider)) return;
+    if (!createNetworkProvider(provider))
+        return;
     hr = graph->AddFilter(provider, L"Network Provider");
     if (FAILED(hr)) {
         probeFailed("IGraphBuilder::AddFilter(Network Provider)", hr);
@@ -380,17 +395,19 @@ void DSMoniker::getDigitalCapabilities(IMoniker* moniker)
     appendCapability(capability);
 }
 
-void DSMoniker::appendCapability(const CaptureCapability& capability)
+void DSMoniker::appendCapability(const CaptureCapability &capability)
 {
     m_capabilities.add(capability);
 }
 
-kel::String DSMoniker::capabilitiesText(const kel::String& separator) const
+kel::String DSMoniker::capabilitiesText(const kel::String &separator) const
 {
-    if (m_capabilities.isEmpty()) return kel::String(L"None");
+    if (m_capabilities.isEmpty())
+        return kel::String(L"None");
     kel::String text;
     for (int i = 0; i < m_capabilities.size(); ++i) {
-        if (i) text += separator;
+        if (i)
+            text += separator;
         text += m_capabilities[i].toString();
     }
     return text;
@@ -403,22 +420,22 @@ kel::String DSMoniker::toString() const
            m_filterName + L", Filter Driver Name: " + m_filterDriverName + L", Moniker Name: " + m_monikerName +
            L", Vendor ID Code: " + m_vendorIdCode + L", Device ID Code: " + m_deviceIdCode + L", Subsys ID Code: " +
            m_subsysIdCode + L", Rev ID Code: " + m_revIdCode + L", Bus Type: " + m_busType.name() +
-           L", Capture Type: " + m_captureStreamType.name() + L", Capabilities: " + capabilitiesText(kel::String(L", "));
+           L", Capture Type: " + m_captureStreamType.name() + L", Capabilities: " +
+           capabilitiesText(kel::String(L", "));
 }
 
 // The bus type stands twice, after the moniker name and after the codes; readers of these
 // records rely on both lines.
-kel::String DSMoniker::toFormattedString(const kel::String& indent) const
+kel::String DSMoniker::toFormattedString(const kel::String &indent) const
 {
     const kel::String line = kel::String(L"\n") + indent;
-    return indent + L"Guid: " + m_guid + line + L"Device Instance Id: " + m_deviceInstanceId + line +
-           L"Description: " + m_description + line + L"Class ID: " + m_clsid + line + L"Device Path: " +
-           m_devicePath + line + L"Filter Name: " + m_filterName + line + L"Filter Driver Name: " +
-           m_filterDriverName + line + L"Moniker Name: " + m_monikerName + line + L"Bus Type: " + m_busType.name() +
-           line + L"Vendor ID Code: " + m_vendorIdCode + line + L"Device ID Code: " + m_deviceIdCode + line +
-           L"Subsys ID Code: " + m_subsysIdCode + line + L"Rev ID Code: " + m_revIdCode + line + L"Bus Type: " +
-           m_busType.name() + line + L"Capture Type: " + m_captureStreamType.name() + line + L"Capabilities: " +
-           capabilitiesText(line + kCapabilityIndent);
+    return indent + L"Guid: " + m_guid + line + L"Device Instance Id: " + m_deviceInstanceId + line + L"Description: " +
+           m_description + line + L"Class ID: " + m_clsid + line + L"Device Path: " + m_devicePath + line +
+           L"Filter Name: " + m_filterName + line + L"Filter Driver Name: " + m_filterDriverName + line +
+           L"Moniker Name: " + m_monikerName + line + L"Bus Type: " + m_busType.name() + line + L"Vendor ID Code: " +
+           m_vendorIdCode + line + L"Device ID Code: " + m_deviceIdCode + line + L"Subsys ID Code: " + m_subsysIdCode +
+           line + L"Rev ID Code: " + m_revIdCode + line + L"Bus Type: " + m_busType.name() + line + L"Capture Type: " +
+           m_captureStreamType.name() + line + L"Capabilities: " + capabilitiesText(line + kCapabilityIndent);
 }
 
 } // namespace sorvane

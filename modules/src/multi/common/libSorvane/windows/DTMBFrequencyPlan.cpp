@@ -16,16 +16,17 @@ struct Plan {
     Plan() : entries()
     {
         for (int channel = DTMBFrequencyPlan::kFirstChannel; channel <= DTMBFrequencyPlan::kLastChannel; ++channel) {
-            entries[channel] = channel <= kLowBandLast
-                                   ? kLowBandStart + static_cast<uint32_t>(channel - DTMBFrequencyPlan::kFirstChannel) * kRaster
-                                   : kHighBandStart + static_cast<uint32_t>(channel - kHighBandFirst) * kRaster;
+            entries[channel] =
+                channel <= kLowBandLast
+                    ? kLowBandStart + static_cast<uint32_t>(channel - DTMBFrequencyPlan::kFirstChannel) * kRaster
+                    : kHighBandStart + static_cast<uint32_t>(channel - kHighBandFirst) * kRaster;
         }
     }
 };
 
 } // namespace
 
-const uint32_t* DTMBFrequencyPlan::table()
+const uint32_t *DTMBFrequencyPlan::table()
 {
     static const Plan instance;
     return instance.entries;

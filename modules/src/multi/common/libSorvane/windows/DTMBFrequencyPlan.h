@@ -14,7 +14,7 @@ public:
     static const int kLastChannel = 56;
 
     // The table indexed by channel number, 0 to 56; entries below 13 are 0.
-    static const uint32_t* table();
+    static const uint32_t *table();
 };
 
 } // namespace sorvane

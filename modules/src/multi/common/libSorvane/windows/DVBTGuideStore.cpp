@@ -25,11 +25,12 @@ DVBTGuideStore::DVBTGuideStore() : m_countryCode(0) {}
 
 int DVBTGuideStore::bandwidthFor(int countryCode, uint32_t frequencyKHz)
 {
-    if (countryCode == kAustralia || frequencyKHz < kUhfStartKHz) return kNarrowBandwidth;
+    if (countryCode == kAustralia || frequencyKHz < kUhfStartKHz)
+        return kNarrowBandwidth;
     return kWideBandwidth;
 }
 
-int DVBTGuideStore::loadGuideData(int countryCode, const kel::Array<uint32_t>& frequenciesKHz)
+int DVBTGuideStore::loadGuideData(int countryCode, const kel::Array<uint32_t> &frequenciesKHz)
 {
     m_countryCode = countryCode;
     m_channels.clear();

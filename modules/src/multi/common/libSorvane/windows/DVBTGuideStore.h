@@ -18,7 +18,7 @@ public:
 
     // Replaces the channels with those of the list; returns how many channels the store
     // holds, counting the unused channel 0.
-    int loadGuideData(int countryCode, const kel::Array<uint32_t>& frequenciesKHz);
+    int loadGuideData(int countryCode, const kel::Array<uint32_t> &frequenciesKHz);
     int channelCount() const;
     int countryCode() const { return m_countryCode; }
     // 0 for a channel the store does not hold.

@@ -22,7 +22,7 @@ using ruvo::TestResult;
 
 namespace {
 
-const wchar_t* const kDTMBNames[] = {L"dmb-th", L"dtmb", L"dmbth"};
+const wchar_t *const kDTMBNames[] = {L"dmb-th", L"dtmb", L"dmbth"};
 const int kQualityNeeded = 51;
 const uint32_t kBufferDelay = 50;
 const int kUserCancelled = 0;
@@ -39,7 +39,8 @@ kel::String hrText(HRESULT hr)
 
 } // namespace
 
-DVBTuner::DVBTuner(const ruvo::DiagDevice& device, const kel::String& name) : DigitalTuner(device, name), m_isDTMB(false)
+DVBTuner::DVBTuner(const ruvo::DiagDevice &device, const kel::String &name)
+    : DigitalTuner(device, name), m_isDTMB(false)
 {
     SORVANE_LOG_DETAIL("DVBTuner ctor");
 }
@@ -69,7 +70,8 @@ void DVBTuner::setupDevice()
     kel::TraceLogger trace(sorvaneLogger(), "DVBTuner::setupDevice", __FILE__, __LINE__);
     DigitalTuner::doSetupDevice(true, true, false);
     // The quality check reads the grabber's last sample.
-    if (m_sampleGrabber) m_sampleGrabber->SetBufferSamples(TRUE);
+    if (m_sampleGrabber)
+        m_sampleGrabber->SetBufferSamples(TRUE);
     setupTuningSpace();
     renderDemuxPins();
 
@@ -131,7 +133,8 @@ void DVBTuner::renderDemuxPins()
         if (SUCCEEDED(pin->ConnectedTo(&peer)) && peer) {
             SORVANE_LOG_DETAIL("pin is connected");
             // The base's rendering may already have shown the video.
-            if (isVideoPin(pin)) videoRendered = true;
+            if (isVideoPin(pin))
+                videoRendered = true;
         } else if (isSectionsPin(pin)) {
             SORVANE_LOG_DETAIL("isSectionsPin");
         } else if (isVideoPin(pin)) {
@@ -183,7 +186,8 @@ void DVBTuner::setupCountry()
     m_supportedCountryCodes.clear();
     for (ULONG i = 0; codes && i < count; ++i) {
         const int code = static_cast<int>(codes.get()[i]);
-        if (!m_supportedCountryCodes.contains(code)) m_supportedCountryCodes.add(code);
+        if (!m_supportedCountryCodes.contains(code))
+            m_supportedCountryCodes.add(code);
     }
 
     SORVANE_LOG_DETAIL("***Asking for Country");
@@ -208,7 +212,8 @@ void DVBTuner::setupCountry()
         THROW_ERROR(TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
     }
     kel::Array<uint32_t> list;
-    for (ULONG i = 0; frequencies && i < count; ++i) list.add(static_cast<uint32_t>(frequencies.get()[i]));
+    for (ULONG i = 0; frequencies && i < count; ++i)
+        list.add(static_cast<uint32_t>(frequencies.get()[i]));
     const int loaded = m_guideStore.loadGuideData(country, list);
     const uint32_t last = loaded > 1 ? static_cast<uint32_t>(loaded - 1) : 1;
     setChannelRange(1, last);
@@ -220,34 +225,41 @@ int DVBTuner::askForCountry()
     kel::TraceLogger trace(sorvaneLogger(), "askForCountry()", __FILE__, __LINE__);
     const CountryCodeManager countries;
     const kel::String wanted = g_country->isset() ? g_country->value().toKELString() : kel::String();
-    if (wanted.isEmpty() || wanted == kel::String(L"UserDefined")) return countryFromDialog();
+    if (wanted.isEmpty() || wanted == kel::String(L"UserDefined"))
+        return countryFromDialog();
 
-    const CountryCode* record = countries.countryCodeByString(wanted.toLower());
-    if (record) return record->countryCode();
+    const CountryCode *record = countries.countryCodeByString(wanted.toLower());
+    if (record)
+        return record->countryCode();
     return countryFromLocation(countries);
 }
 
-int DVBTuner::countryFromLocation(const CountryCodeManager& countries)
+int DVBTuner::countryFromLocation(const CountryCodeManager &countries)
 {
     const GEOID location = GetUserGeoID(GEOCLASS_NATION);
-    if (location == GEOID_NOT_AVAILABLE) return kNoCountry;
+    if (location == GEOID_NOT_AVAILABLE)
+        return kNoCountry;
     const int length = GetGeoInfoW(location, GEO_ISO2, nullptr, 0, 0);
-    if (length <= 0) return kNoCountry;
+    if (length <= 0)
+        return kNoCountry;
     std::vector<wchar_t> text(static_cast<size_t>(length), L'\0');
     const int written = GetGeoInfoW(location, GEO_ISO2, text.data(), length, 0);
-    if (written == kGeoInvalidParameter || written == kGeoInsufficientBuffer || written <= 0) return kNoCountry;
-    const CountryCode* record = countries.countryCodeByString(kel::String(text.data()).toLower());
+    if (written == kGeoInvalidParameter || written == kGeoInsufficientBuffer || written <= 0)
+        return kNoCountry;
+    const CountryCode *record = countries.countryCodeByString(kel::String(text.data()).toLower());
     SORVANE_LOG_DETAIL("Windows location " << kel::String(text.data()) << (record ? " is known" : " is unknown"));
     return record ? record->countryCode() : kNoCountry;
 }
 
 int DVBTuner::countryFromDialog()
 {
-    if (!ruvo::DiagModule::promptEnabled()) return kNoCountry;
+    if (!ruvo::DiagModule::promptEnabled())
+        return kNoCountry;
     const kel::Array<CountryCode> all = CountryDialog::allCountries();
     kel::Array<CountryCode> supported;
     for (int i = 0; i < all.size(); ++i) {
-        if (m_supportedCountryCodes.contains(all[i].countryCode())) supported.add(all[i]);
+        if (m_supportedCountryCodes.contains(all[i].countryCode()))
+            supported.add(all[i]);
     }
     CountryDialog dialog(supported);
     const int result = dialog.ask(GetConsoleWindow(), CaptureUtil::getDefaultCountryCode());
@@ -260,7 +272,8 @@ bool DVBTuner::tuneToChannel(int channel, int, int)
     kel::TraceLogger trace(sorvaneLogger(), "DVBTuner::tuneToChannel", __FILE__, __LINE__);
     SORVANE_LOG_DETAIL("channel = " << channel << ", isDTMB = " << m_isDTMB);
     const bool tuned = m_isDTMB ? tuneDTMB(channel) : m_guideStore.tuneToChannel(m_tuningSpace, m_tuner, channel);
-    if (tuned) kel::System::mssleep(m_settleDelay);
+    if (tuned)
+        kel::System::mssleep(m_settleDelay);
     return tuned;
 }
 
@@ -308,10 +321,11 @@ bool DVBTuner::tuneDTMB(int channel)
     return true;
 }
 
-bool DVBTuner::renderFromPin(CComPtr<IPin> pin, long& hr)
+bool DVBTuner::renderFromPin(CComPtr<IPin> pin, long &hr)
 {
     const bool rendered = DigitalTuner::renderFromPin(pin, hr);
-    if (rendered) return true;
+    if (rendered)
+        return true;
     if (hr == VFW_E_INVALIDMEDIATYPE) {
         SORVANE_LOG_DETAIL("renderFromPin succeeds with VFW_E_INVALIDMEDIATYPE");
         return true;
@@ -323,11 +337,12 @@ bool DVBTuner::isSignalPresent()
 {
     kel::TraceLogger trace(sorvaneLogger(), "DVBTuner::isSignalPresent", __FILE__, __LINE__);
     int quality = 0;
-    if (checkMpeg2SignalQuality(quality) && quality >= kQualityNeeded) return true;
+    if (checkMpeg2SignalQuality(quality) && quality >= kQualityNeeded)
+        return true;
     return DigitalTuner::isSignalPresent();
 }
 
-bool DVBTuner::checkMpeg2SignalQuality(int& quality)
+bool DVBTuner::checkMpeg2SignalQuality(int &quality)
 {
     kel::TraceLogger trace(sorvaneLogger(), "DVBTuner::checkMpeg2SignalQuality", __FILE__, __LINE__);
     CComPtr<ISampleGrabber> grabber;
@@ -349,10 +364,11 @@ bool DVBTuner::checkMpeg2SignalQuality(int& quality)
         return false;
     }
     std::vector<unsigned char> buffer(static_cast<size_t>(size), 0);
-    hr = grabber->GetCurrentBuffer(&size, reinterpret_cast<long*>(buffer.data()));
+    hr = grabber->GetCurrentBuffer(&size, reinterpret_cast<long *>(buffer.data()));
     if (FAILED(hr)) {
         SORVANE_LOG_ERROR("Failed to get the sample grabber current buffer " << hrText(hr));
-        if (hr == VFW_E_WRONG_STATE) SORVANE_LOG_ERROR("No signal present");
+        if (hr == VFW_E_WRONG_STATE)
+            SORVANE_LOG_ERROR("No signal present");
         return false;
     }
     SORVANE_LOG_DETAIL("Got Data bufferSize: " << size);
@@ -384,9 +400,11 @@ void DVBTuner::signalFound()
 {
     DigitalTuner::signalFound();
     long size = 0;
-    if (!m_sampleGrabber || FAILED(m_sampleGrabber->GetCurrentBuffer(&size, nullptr)) || size <= 0) return;
+    if (!m_sampleGrabber || FAILED(m_sampleGrabber->GetCurrentBuffer(&size, nullptr)) || size <= 0)
+        return;
     std::vector<unsigned char> buffer(static_cast<size_t>(size), 0);
-    if (FAILED(m_sampleGrabber->GetCurrentBuffer(&size, reinterpret_cast<long*>(buffer.data())))) return;
+    if (FAILED(m_sampleGrabber->GetCurrentBuffer(&size, reinterpret_cast<long *>(buffer.data()))))
+        return;
     measureStream(buffer.data(), static_cast<int>(size), 0.0);
 }
 
@@ -399,8 +417,9 @@ void DVBTuner::cleanUpCOMInterfaces()
 bool DVBTuner::containsDTMB(kel::String name)
 {
     const kel::String lower = name.toLower();
-    for (const wchar_t* marker : kDTMBNames) {
-        if (lower.find(kel::String(marker)) != kel::String::npos) return true;
+    for (const wchar_t *marker : kDTMBNames) {
+        if (lower.find(kel::String(marker)) != kel::String::npos)
+            return true;
     }
     return false;
 }

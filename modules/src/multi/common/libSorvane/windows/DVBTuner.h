@@ -13,14 +13,14 @@ namespace sorvane {
 
 class SORVANE_API DVBTuner : public DigitalTuner {
 public:
-    DVBTuner(const ruvo::DiagDevice& device, const kel::String& name);
+    DVBTuner(const ruvo::DiagDevice &device, const kel::String &name);
     ~DVBTuner() override;
 
 protected:
     void setupDevice() override;
     void setupNetworkProvider() override;
     bool tuneToChannel(int channel, int unused1, int unused2) override;
-    bool renderFromPin(CComPtr<IPin> pin, long& hr) override;
+    bool renderFromPin(CComPtr<IPin> pin, long &hr) override;
     bool isSignalPresent() override;
     bool checkCurrentChannel() override;
     // Without channel parameters the scan covers the range the set-up found.
@@ -31,7 +31,7 @@ protected:
     // The virtual operations below follow those of DigitalTuner, in this order.
     virtual bool containsDTMB(kel::String name);
     virtual bool filterIsDTMB(CComPtr<IBaseFilter> filter);
-    virtual bool checkMpeg2SignalQuality(int& quality);
+    virtual bool checkMpeg2SignalQuality(int &quality);
     // A positive country code, 0 when the user cancelled, -1 when none could be found.
     virtual int askForCountry();
 
@@ -47,7 +47,7 @@ private:
     void setupCountry();
     bool tuneDTMB(int channel);
     // The country of the user's Windows location, or -1.
-    int countryFromLocation(const class CountryCodeManager& countries);
+    int countryFromLocation(const class CountryCodeManager &countries);
     int countryFromDialog();
 };
 

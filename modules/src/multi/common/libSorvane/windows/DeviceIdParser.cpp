@@ -15,18 +15,20 @@ bool DeviceIdParser::isAlphaNum(kel::Char16 c)
     return (c >= L'0' && c <= L'9') || (c >= L'A' && c <= L'Z') || (c >= L'a' && c <= L'z');
 }
 
-bool DeviceIdParser::codeAfter(const kel::String& marker, const kel::String& text, kel::String& code)
+bool DeviceIdParser::codeAfter(const kel::String &marker, const kel::String &text, kel::String &code)
 {
     const int at = text.find(marker);
-    if (at == kel::String::npos) return false;
+    if (at == kel::String::npos)
+        return false;
     const int start = at + marker.length();
     int end = start;
-    while (end < text.length() && isAlphaNum(text[end])) ++end;
+    while (end < text.length() && isAlphaNum(text[end]))
+        ++end;
     code = text.substring(start, end - start);
     return true;
 }
 
-DeviceIdParser::InstanceIdKind DeviceIdParser::readInstanceIdCodes(const kel::String& instanceId, Codes& codes)
+DeviceIdParser::InstanceIdKind DeviceIdParser::readInstanceIdCodes(const kel::String &instanceId, Codes &codes)
 {
     const kel::String id = instanceId.toUpper();
     InstanceIdKind kind = OTHER_INSTANCE_ID;
@@ -41,27 +43,32 @@ DeviceIdParser::InstanceIdKind DeviceIdParser::readInstanceIdCodes(const kel::St
         codeAfter(kel::String(L"VEN_"), id, codes.vendor);
         codeAfter(kel::String(L"DEV_"), id, codes.device);
     } else {
-        if (!codeAfter(kel::String(L"VID_"), id, codes.vendor)) codeAfter(kel::String(L"VEN_"), id, codes.vendor);
-        if (!codeAfter(kel::String(L"PID_"), id, codes.device)) codeAfter(kel::String(L"DEV_"), id, codes.device);
+        if (!codeAfter(kel::String(L"VID_"), id, codes.vendor))
+            codeAfter(kel::String(L"VEN_"), id, codes.vendor);
+        if (!codeAfter(kel::String(L"PID_"), id, codes.device))
+            codeAfter(kel::String(L"DEV_"), id, codes.device);
     }
     codeAfter(kel::String(L"SUBSYS_"), id, codes.subsys);
     codeAfter(kel::String(L"REV_"), id, codes.rev);
     return kind;
 }
 
-bool DeviceIdParser::readDevicePath(const kel::String& candidate, PathIdentity& identity)
+bool DeviceIdParser::readDevicePath(const kel::String &candidate, PathIdentity &identity)
 {
     const kel::Array<kel::String> parts = candidate.split(L'#');
-    if (parts.size() < kMinimumPathParts) return false;
+    if (parts.size() < kMinimumPathParts)
+        return false;
 
     bool identified = false;
     const int lastSlash = parts[0].findLast(kel::String(L"\\"));
     if (lastSlash != kel::String::npos && lastSlash + 1 < parts[0].length()) {
         const kel::String enumerator = parts[0].substring(lastSlash + 1);
-        const CaptureBusType* bus = busOfEnumerator(enumerator);
-        if (bus) identity.busType = *bus;
+        const CaptureBusType *bus = busOfEnumerator(enumerator);
+        if (bus)
+            identity.busType = *bus;
         kel::String guid = enumerator;
-        for (int i = 1; i < parts.size(); ++i) guid += kel::String(L"\\") + parts[i];
+        for (int i = 1; i < parts.size(); ++i)
+            guid += kel::String(L"\\") + parts[i];
         identity.guid = guid;
         identity.deviceInstanceId = enumerator + L"\\" + parts[1] + L"\\" + parts[2];
         identified = true;
@@ -70,19 +77,23 @@ bool DeviceIdParser::readDevicePath(const kel::String& candidate, PathIdentity& 
     return identified;
 }
 
-void DeviceIdParser::readPathCodes(const kel::String& candidate, Codes& codes)
+void DeviceIdParser::readPathCodes(const kel::String &candidate, Codes &codes)
 {
-    if (!codeAfter(kel::String(L"VID_"), candidate, codes.vendor)) codeAfter(kel::String(L"VEN_"), candidate, codes.vendor);
-    if (!codeAfter(kel::String(L"PID_"), candidate, codes.device)) codeAfter(kel::String(L"DEV_"), candidate, codes.device);
+    if (!codeAfter(kel::String(L"VID_"), candidate, codes.vendor))
+        codeAfter(kel::String(L"VEN_"), candidate, codes.vendor);
+    if (!codeAfter(kel::String(L"PID_"), candidate, codes.device))
+        codeAfter(kel::String(L"DEV_"), candidate, codes.device);
     codeAfter(kel::String(L"SUBSYS_"), candidate, codes.subsys);
     codeAfter(kel::String(L"REV_"), candidate, codes.rev);
 }
 
 // "NGENE" cards sit on the PCI bus too; other enumerators leave the bus as it was.
-const CaptureBusType* DeviceIdParser::busOfEnumerator(const kel::String& enumerator)
+const CaptureBusType *DeviceIdParser::busOfEnumerator(const kel::String &enumerator)
 {
-    if (enumerator == kel::String(L"USB")) return &CaptureBusType::USB();
-    if (enumerator == kel::String(L"PCI") || enumerator == kel::String(L"NGENE")) return &CaptureBusType::PCI();
+    if (enumerator == kel::String(L"USB"))
+        return &CaptureBusType::USB();
+    if (enumerator == kel::String(L"PCI") || enumerator == kel::String(L"NGENE"))
+        return &CaptureBusType::PCI();
     return nullptr;
 }
 

@@ -37,20 +37,20 @@ public:
     static bool isAlphaNum(kel::Char16 c);
     // The letters and digits right after the first `marker` in `text`; false, and `code`
     // untouched, when the marker is absent.
-    static bool codeAfter(const kel::String& marker, const kel::String& text, kel::String& code);
+    static bool codeAfter(const kel::String &marker, const kel::String &text, kel::String &code);
 
     // Fills `codes` from a SetupAPI device instance ID (any case) and tells which enumerator
     // rule read it: "USB\" IDs use VID_/PID_, others VID_ or VEN_ and PID_ or DEV_.
-    static InstanceIdKind readInstanceIdCodes(const kel::String& instanceId, Codes& codes);
+    static InstanceIdKind readInstanceIdCodes(const kel::String &instanceId, Codes &codes);
 
     // Reads one upper-cased candidate text (a moniker display name or device path) into
     // `identity`. A text with fewer than three "#"-separated parts is not a device path and
     // changes nothing. Returns true when the guid and instance ID were set.
-    static bool readDevicePath(const kel::String& candidate, PathIdentity& identity);
+    static bool readDevicePath(const kel::String &candidate, PathIdentity &identity);
 
 private:
-    static void readPathCodes(const kel::String& candidate, Codes& codes);
-    static const CaptureBusType* busOfEnumerator(const kel::String& enumerator);
+    static void readPathCodes(const kel::String &candidate, Codes &codes);
+    static const CaptureBusType *busOfEnumerator(const kel::String &enumerator);
 };
 
 } // namespace sorvane

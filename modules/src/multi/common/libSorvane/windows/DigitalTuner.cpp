@@ -39,7 +39,7 @@ kel::String hrText(HRESULT hr)
     return ErrorHandler::errorMessageFromHr(hr);
 }
 
-kel::String readBagText(IPropertyBag* bag, const wchar_t* name, HRESULT& hr)
+kel::String readBagText(IPropertyBag *bag, const wchar_t *name, HRESULT &hr)
 {
     ScopedVariant value;
     hr = bag->Read(name, value.get(), nullptr);
@@ -49,27 +49,31 @@ kel::String readBagText(IPropertyBag* bag, const wchar_t* name, HRESULT& hr)
 // The part of a device path or locator that names the device instance on its bus
 // ("PCI\VEN_..&DEV_..\<instance>"), upper-cased and with "#" read as "\": the tuner and
 // receiver filters of one card share it, and the framework's records carry it.
-kel::String instanceKey(const kel::String& text)
+kel::String instanceKey(const kel::String &text)
 {
     const kel::String upper = text.toUpper().replace(kel::String(L"#"), kel::String(L"\\"));
     int start = kel::String::npos;
-    for (const wchar_t* bus : {L"USB\\", L"PCI\\"}) {
+    for (const wchar_t *bus : {L"USB\\", L"PCI\\"}) {
         const int at = upper.find(kel::String(bus));
-        if (at != kel::String::npos && (start == kel::String::npos || at < start)) start = at;
+        if (at != kel::String::npos && (start == kel::String::npos || at < start))
+            start = at;
     }
-    if (start == kel::String::npos) return upper;
+    if (start == kel::String::npos)
+        return upper;
     int end = start;
     for (int parts = 0; end < upper.length(); ++end) {
-        if (upper[end] == L'\\' && ++parts == kLocatorParts) break;
+        if (upper[end] == L'\\' && ++parts == kLocatorParts)
+            break;
     }
     return upper.substring(start, end - start);
 }
 
-bool hasMajorType(IPin* pin, const GUID& majorType, const GUID* subType)
+bool hasMajorType(IPin *pin, const GUID &majorType, const GUID *subType)
 {
     CComPtr<IEnumMediaTypes> types;
-    if (FAILED(pin->EnumMediaTypes(&types)) || !types) return false;
-    AM_MEDIA_TYPE* type = nullptr;
+    if (FAILED(pin->EnumMediaTypes(&types)) || !types)
+        return false;
+    AM_MEDIA_TYPE *type = nullptr;
     bool found = false;
     while (!found && types->Next(1, &type, nullptr) == S_OK) {
         found = IsEqualGUID(type->majortype, majorType) && (!subType || IsEqualGUID(type->subtype, *subType));
@@ -78,14 +82,14 @@ bool hasMajorType(IPin* pin, const GUID& majorType, const GUID* subType)
     return found;
 }
 
-PIN_DIRECTION directionOf(IPin* pin)
+PIN_DIRECTION directionOf(IPin *pin)
 {
     PIN_DIRECTION direction = PINDIR_INPUT;
     pin->QueryDirection(&direction);
     return direction;
 }
 
-bool isConnected(IPin* pin)
+bool isConnected(IPin *pin)
 {
     CComPtr<IPin> peer;
     return SUCCEEDED(pin->ConnectedTo(&peer)) && peer;
@@ -93,7 +97,7 @@ bool isConnected(IPin* pin)
 
 } // namespace
 
-DigitalTuner::DigitalTuner(const ruvo::DiagDevice& device, const kel::String& name)
+DigitalTuner::DigitalTuner(const ruvo::DiagDevice &device, const kel::String &name)
     : TVTuner(device, name), m_streamQuality(kNotMeasured)
 {
     m_minChannel = kMinDigitalChannel;
@@ -127,7 +131,8 @@ void DigitalTuner::doSetupDevice(bool tolerateNoReceiver, bool matchReceiverToDe
     SORVANE_TRACE();
     SORVANE_LOG_DETAIL("DigitalTuner::doSetupDevice() tolerateNoReceiver: "
                        << tolerateNoReceiver << ", matchReceiverToDevice: " << matchReceiverToDevice
-                       << ", considerFriendlyName: " << considerFriendlyName << "\ngraph:\n" << graphText());
+                       << ", considerFriendlyName: " << considerFriendlyName << "\ngraph:\n"
+                       << graphText());
     if (!m_device.deviceCapabilities().isCapable(ruvo::DeviceCapability::DigitalTVTuner())) {
         THROW_WARNING(TestResult::NOTSUPPORTED(), 0, g_warnHardwareDoesNotSupportDigitalTVInput);
     }
@@ -148,7 +153,8 @@ void DigitalTuner::doSetupDevice(bool tolerateNoReceiver, bool matchReceiverToDe
         SORVANE_LOG_ERROR("loadFilter(TUNER) failed");
         THROW_ERROR(TestResult::FAIL(), 0, g_errorCreatingFilterGraph);
     }
-    SORVANE_LOG_DETAIL("DigitalTuner::doSetupDevice(), set m_srcFilter (" << CaptureUtil::filterName(m_srcFilter) << ")");
+    SORVANE_LOG_DETAIL("DigitalTuner::doSetupDevice(), set m_srcFilter (" << CaptureUtil::filterName(m_srcFilter)
+                                                                          << ")");
 
     SORVANE_LOG_DETAIL("call loadFilter(RECEIVER)");
     if (!loadFilter(KSCATEGORY_BDA_RECEIVER_COMPONENT, m_receiverFilter, m_srcFilter, true, matchReceiverToDevice,
@@ -160,8 +166,8 @@ void DigitalTuner::doSetupDevice(bool tolerateNoReceiver, bool matchReceiverToDe
         m_receiverFilter = m_srcFilter;
         SORVANE_LOG(kel::LOG_WARNING, "loadFilter(RECEIVER) failed. Continuing as it is not always required.");
     }
-    SORVANE_LOG_DETAIL("DigitalTuner::doSetupDevice(), set m_receiverFilter (" << CaptureUtil::filterName(m_receiverFilter)
-                                                                               << ")");
+    SORVANE_LOG_DETAIL("DigitalTuner::doSetupDevice(), set m_receiverFilter ("
+                       << CaptureUtil::filterName(m_receiverFilter) << ")");
 
     m_demuxFilter.Release();
     const HRESULT hr = m_demuxFilter.CoCreateInstance(CLSID_MPEG2Demultiplexer, nullptr, CLSCTX_INPROC_SERVER);
@@ -170,7 +176,8 @@ void DigitalTuner::doSetupDevice(bool tolerateNoReceiver, bool matchReceiverToDe
         THROW_ERROR(TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
     }
     addFilter(m_demuxFilter, kel::String(L"Demux"));
-    SORVANE_LOG_DETAIL("DigitalTuner::doSetupDevice(), set m_demuxFilter (" << CaptureUtil::filterName(m_demuxFilter) << ")");
+    SORVANE_LOG_DETAIL("DigitalTuner::doSetupDevice(), set m_demuxFilter (" << CaptureUtil::filterName(m_demuxFilter)
+                                                                            << ")");
 
     setupSampleGrabber();
 
@@ -192,16 +199,18 @@ void DigitalTuner::doSetupDevice(bool tolerateNoReceiver, bool matchReceiverToDe
     SORVANE_LOG_DETAIL("graph:" << graphText());
 }
 
-bool DigitalTuner::loadFilter(const GUID& category, CComPtr<IBaseFilter>& out, CComPtr<IBaseFilter> connectTo,
+bool DigitalTuner::loadFilter(const GUID &category, CComPtr<IBaseFilter> &out, CComPtr<IBaseFilter> connectTo,
                               bool isUpstream, bool matchDevice, bool considerFriendlyName)
 {
     SORVANE_TRACE();
-    SORVANE_LOG_DETAIL("loadFilter" << " isUpstream = " << isUpstream << ", matchDevice = " << matchDevice
-                                    << ", considerFriendlyName = " << considerFriendlyName);
+    SORVANE_LOG_DETAIL("loadFilter"
+                       << " isUpstream = " << isUpstream << ", matchDevice = " << matchDevice
+                       << ", considerFriendlyName = " << considerFriendlyName);
     kel::String wantedName;
     if (considerFriendlyName) {
         wantedName = m_device.property("DigitalFriendlyName").toKELString();
-        if (wantedName.isEmpty()) SORVANE_LOG_ERROR("The DigitalFriendlyName property is required, but wasn't found");
+        if (wantedName.isEmpty())
+            SORVANE_LOG_ERROR("The DigitalFriendlyName property is required, but wasn't found");
     }
 
     CComPtr<ICreateDevEnum> deviceEnumerator;
@@ -225,7 +234,8 @@ bool DigitalTuner::loadFilter(const GUID& category, CComPtr<IBaseFilter>& out, C
         kel::String friendlyName;
         const bool matches =
             monikerMatches(moniker, matchDevice, considerFriendlyName, wantedName, friendlyName, failed);
-        if (failed) return false;
+        if (failed)
+            return false;
         if (matches) {
             CComPtr<IBaseFilter> filter;
             hr = moniker->BindToObject(nullptr, nullptr, IID_PPV_ARGS(&filter));
@@ -233,7 +243,9 @@ bool DigitalTuner::loadFilter(const GUID& category, CComPtr<IBaseFilter>& out, C
                 SORVANE_LOG_ERROR("IMoniker::BindToObject failed: " << hrText(hr));
             } else if (addAndConnect(filter, friendlyName, connectTo, isUpstream)) {
                 out = filter;
-                SORVANE_LOG_DETAIL("Found filter" << "\ngraph:\n" << graphText());
+                SORVANE_LOG_DETAIL("Found filter"
+                                   << "\ngraph:\n"
+                                   << graphText());
                 return true;
             }
         }
@@ -243,8 +255,8 @@ bool DigitalTuner::loadFilter(const GUID& category, CComPtr<IBaseFilter>& out, C
     return false;
 }
 
-bool DigitalTuner::monikerMatches(IMoniker* moniker, bool matchDevice, bool considerFriendlyName,
-                                  const kel::String& wantedName, kel::String& friendlyName, bool& failed)
+bool DigitalTuner::monikerMatches(IMoniker *moniker, bool matchDevice, bool considerFriendlyName,
+                                  const kel::String &wantedName, kel::String &friendlyName, bool &failed)
 {
     CComPtr<IPropertyBag> bag;
     HRESULT hr = moniker->BindToStorage(nullptr, nullptr, IID_PPV_ARGS(&bag));
@@ -262,7 +274,8 @@ bool DigitalTuner::monikerMatches(IMoniker* moniker, bool matchDevice, bool cons
 
     if (matchDevice) {
         kel::String locator = m_device.property("DeviceLocator").toKELString();
-        if (locator.isEmpty()) locator = m_device.osLocator();
+        if (locator.isEmpty())
+            locator = m_device.osLocator();
         const kel::String found = instanceKey(devicePath);
         const kel::String wanted = instanceKey(locator);
         SORVANE_LOG_DETAIL("Guids this:" << found << "\n      device we are looking for:" << wanted);
@@ -280,7 +293,7 @@ bool DigitalTuner::monikerMatches(IMoniker* moniker, bool matchDevice, bool cons
     return true;
 }
 
-bool DigitalTuner::addAndConnect(CComPtr<IBaseFilter> filter, const kel::String& name, CComPtr<IBaseFilter> connectTo,
+bool DigitalTuner::addAndConnect(CComPtr<IBaseFilter> filter, const kel::String &name, CComPtr<IBaseFilter> connectTo,
                                  bool isUpstream)
 {
     HRESULT hr = m_graphManager->AddFilter(filter, name.c_str());
@@ -296,18 +309,22 @@ bool DigitalTuner::addAndConnect(CComPtr<IBaseFilter> filter, const kel::String&
     SORVANE_LOG_DETAIL("Connecting filters");
     // The filter found lies downstream of the one it is connected to.
     const bool connected = isUpstream ? connectFilters(connectTo, filter) : connectFilters(filter, connectTo);
-    if (connected) return true;
+    if (connected)
+        return true;
     hr = m_graphManager->RemoveFilter(filter);
-    if (FAILED(hr)) SORVANE_LOG_ERROR("IGraphBuilder::RemoveFilter(filter) failed: " << hrText(hr));
+    if (FAILED(hr))
+        SORVANE_LOG_ERROR("IGraphBuilder::RemoveFilter(filter) failed: " << hrText(hr));
     return false;
 }
 
 bool DigitalTuner::connectFilters(CComPtr<IBaseFilter> upstream, CComPtr<IBaseFilter> downstream)
 {
     SORVANE_TRACE();
-    SORVANE_LOG_DETAIL("connectFilters" << " upstream (" << CaptureUtil::filterName(upstream) << ") to downstream ("
-                                        << CaptureUtil::filterName(downstream) << ")");
-    if (!upstream || !downstream) return false;
+    SORVANE_LOG_DETAIL("connectFilters"
+                       << " upstream (" << CaptureUtil::filterName(upstream) << ") to downstream ("
+                       << CaptureUtil::filterName(downstream) << ")");
+    if (!upstream || !downstream)
+        return false;
     CComPtr<IEnumPins> pins;
     HRESULT hr = upstream->EnumPins(&pins);
     if (FAILED(hr) || !pins) {
@@ -316,13 +333,14 @@ bool DigitalTuner::connectFilters(CComPtr<IBaseFilter> upstream, CComPtr<IBaseFi
     }
     CComPtr<IPin> pin;
     while (pins->Next(1, &pin, nullptr) == S_OK) {
-        if (directionOf(pin) == PINDIR_OUTPUT && !isConnected(pin) && connectPins(pin, downstream)) return true;
+        if (directionOf(pin) == PINDIR_OUTPUT && !isConnected(pin) && connectPins(pin, downstream))
+            return true;
         pin.Release();
     }
     return false;
 }
 
-bool DigitalTuner::connectPins(IPin* upstreamPin, IBaseFilter* downstream)
+bool DigitalTuner::connectPins(IPin *upstreamPin, IBaseFilter *downstream)
 {
     CComPtr<IEnumPins> pins;
     HRESULT hr = downstream->EnumPins(&pins);
@@ -335,7 +353,8 @@ bool DigitalTuner::connectPins(IPin* upstreamPin, IBaseFilter* downstream)
         if (directionOf(pin) == PINDIR_INPUT && !isConnected(pin)) {
             SORVANE_LOG_DETAIL("Connecting pins");
             hr = m_graphManager->Connect(upstreamPin, pin);
-            if (SUCCEEDED(hr)) return true;
+            if (SUCCEEDED(hr))
+                return true;
             SORVANE_LOG_DETAIL("Connecting pins failed: " << hrText(hr));
         }
         pin.Release();
@@ -364,7 +383,7 @@ void DigitalTuner::renderFromFilter(CComPtr<IBaseFilter> filter)
     }
 }
 
-bool DigitalTuner::renderFromPin(CComPtr<IPin> pin, long& hr)
+bool DigitalTuner::renderFromPin(CComPtr<IPin> pin, long &hr)
 {
     SORVANE_TRACE();
     // The video renderer goes in first, so that intelligent connect ends at it rather than at
@@ -378,17 +397,21 @@ bool DigitalTuner::renderFromPin(CComPtr<IPin> pin, long& hr)
 CComPtr<IBaseFilter> DigitalTuner::findVideoRenderer()
 {
     CComPtr<IBaseFilter> renderer;
-    if (!m_graphManager) return renderer;
-    if (SUCCEEDED(m_graphManager->FindFilterByName(L"Video Renderer", &renderer)) && renderer) return renderer;
+    if (!m_graphManager)
+        return renderer;
+    if (SUCCEEDED(m_graphManager->FindFilterByName(L"Video Renderer", &renderer)) && renderer)
+        return renderer;
     renderer.Release();
     CComPtr<IEnumFilters> filters;
-    if (FAILED(m_graphManager->EnumFilters(&filters)) || !filters) return renderer;
+    if (FAILED(m_graphManager->EnumFilters(&filters)) || !filters)
+        return renderer;
     CComPtr<IBaseFilter> filter;
     while (filters->Next(1, &filter, nullptr) == S_OK) {
         CLSID id = GUID_NULL;
         CComPtr<IQualProp> quality;
         filter.QueryInterface(&quality);
-        if ((SUCCEEDED(filter->GetClassID(&id)) && IsEqualGUID(id, CLSID_VideoRenderer)) || quality) return filter;
+        if ((SUCCEEDED(filter->GetClassID(&id)) && IsEqualGUID(id, CLSID_VideoRenderer)) || quality)
+            return filter;
         filter.Release();
     }
     return renderer;
@@ -397,7 +420,8 @@ CComPtr<IBaseFilter> DigitalTuner::findVideoRenderer()
 CComPtr<IBaseFilter> DigitalTuner::addVideoRenderer()
 {
     CComPtr<IBaseFilter> renderer = findVideoRenderer();
-    if (renderer) return renderer;
+    if (renderer)
+        return renderer;
     const HRESULT hr = renderer.CoCreateInstance(CLSID_VideoRenderer, nullptr, CLSCTX_INPROC_SERVER);
     if (FAILED(hr)) {
         SORVANE_LOG_ERROR("CoCreateInstance(CLSID_VideoRenderer) failed: " << hrText(hr));
@@ -407,7 +431,7 @@ CComPtr<IBaseFilter> DigitalTuner::addVideoRenderer()
     return renderer;
 }
 
-CComPtr<ITuningSpace> DigitalTuner::getTuningSpace(const kel::String& name)
+CComPtr<ITuningSpace> DigitalTuner::getTuningSpace(const kel::String &name)
 {
     SORVANE_LOG_DETAIL("getTuningSpace " << name);
     SORVANE_LOG_DETAIL("getTuningSpace uses network provider " << CaptureUtil::filterToString(m_networkProvider));
@@ -418,7 +442,8 @@ CComPtr<ITuningSpace> DigitalTuner::getTuningSpace(const kel::String& name)
         THROW_ERROR(TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
     }
     CComPtr<ITuningSpace> result;
-    if (!spaces) return result;
+    if (!spaces)
+        return result;
     CComPtr<ITuningSpace> space;
     while (spaces->Next(1, &space, nullptr) == S_OK) {
         BSTR uniqueName = nullptr;
@@ -441,7 +466,8 @@ bool DigitalTuner::isSignalPresent()
 {
     SORVANE_TRACE();
     SORVANE_LOG_DETAIL("isSignalPresent");
-    if (!m_srcFilter) return false;
+    if (!m_srcFilter)
+        return false;
 
     SORVANE_LOG_DETAIL("Trying signal statistics method");
     CComPtr<IBDA_SignalStatistics> statistics;
@@ -463,7 +489,7 @@ bool DigitalTuner::isSignalPresent()
     return topologySignal(topology);
 }
 
-bool DigitalTuner::topologySignal(IBDA_Topology* topology)
+bool DigitalTuner::topologySignal(IBDA_Topology *topology)
 {
     SORVANE_LOG_DETAIL("Getting nodes types");
     ULONG nodeTypes[kMaxNodes] = {};
@@ -474,27 +500,32 @@ bool DigitalTuner::topologySignal(IBDA_Topology* topology)
         return false;
     }
     for (ULONG i = 0; i < count && i < kMaxNodes; ++i) {
-        if (nodeSignal(topology, nodeTypes[i])) return true;
+        if (nodeSignal(topology, nodeTypes[i]))
+            return true;
     }
     return false;
 }
 
-bool DigitalTuner::nodeSignal(IBDA_Topology* topology, ULONG nodeType)
+bool DigitalTuner::nodeSignal(IBDA_Topology *topology, ULONG nodeType)
 {
     SORVANE_LOG_DETAIL("Getting node ifaces");
     GUID interfaces[kMaxNodes] = {};
     ULONG count = 0;
-    if (FAILED(topology->GetNodeInterfaces(nodeType, &count, kMaxNodes, interfaces))) return false;
+    if (FAILED(topology->GetNodeInterfaces(nodeType, &count, kMaxNodes, interfaces)))
+        return false;
     for (ULONG i = 0; i < count && i < kMaxNodes; ++i) {
         SORVANE_LOG_DETAIL("Checking for IID_IBDA_SignalStatistics");
-        if (!IsEqualGUID(interfaces[i], __uuidof(IBDA_SignalStatistics))) continue;
+        if (!IsEqualGUID(interfaces[i], __uuidof(IBDA_SignalStatistics)))
+            continue;
         SORVANE_LOG_DETAIL("Checking for control node");
         CComPtr<IUnknown> node;
-        if (FAILED(topology->GetControlNode(kInputPin, kOutputPin, nodeType, &node)) || !node) continue;
+        if (FAILED(topology->GetControlNode(kInputPin, kOutputPin, nodeType, &node)) || !node)
+            continue;
         SORVANE_LOG_DETAIL("Querying for the sig stats from the topo node");
         CComPtr<IBDA_SignalStatistics> statistics;
         node.QueryInterface(&statistics);
-        if (!statistics) continue;
+        if (!statistics)
+            continue;
 
         LONG quality = 0;
         BOOLEAN locked = 0;
@@ -520,11 +551,15 @@ bool DigitalTuner::nodeSignal(IBDA_Topology* topology, ULONG nodeType)
         }
         SORVANE_LOG_DETAIL("Topo sig present: " << static_cast<int>(present));
         hr = statistics->get_SignalStrength(&strength);
-        if (FAILED(hr)) SORVANE_LOG_ERROR("Topo sig strength failed: " << hrText(hr));
-        else SORVANE_LOG_DETAIL("Topo sig strength: " << static_cast<long>(strength));
+        if (FAILED(hr))
+            SORVANE_LOG_ERROR("Topo sig strength failed: " << hrText(hr));
+        else
+            SORVANE_LOG_DETAIL("Topo sig strength: " << static_cast<long>(strength));
         hr = statistics->get_SampleTime(&sampleTime);
-        if (FAILED(hr)) SORVANE_LOG_ERROR("Topo sample time failed: " << hrText(hr));
-        else SORVANE_LOG_DETAIL("Topo sample time: " << static_cast<long>(sampleTime));
+        if (FAILED(hr))
+            SORVANE_LOG_ERROR("Topo sample time failed: " << hrText(hr));
+        else
+            SORVANE_LOG_DETAIL("Topo sample time: " << static_cast<long>(sampleTime));
 
         if (locked > 0 && present > 0 && quality > kQualityNeeded) {
             SORVANE_LOG_DETAIL("Found a valid signal");
@@ -539,7 +574,8 @@ void DigitalTuner::renderToScreen()
     SORVANE_TRACE();
     // The demultiplexer's video was rendered with the graph; the window shows it once the
     // graph runs, so only a missing renderer is made up for here.
-    if (!findVideoRenderer()) SORVANE_LOG_DETAIL("no video renderer in the graph");
+    if (!findVideoRenderer())
+        SORVANE_LOG_DETAIL("no video renderer in the graph");
 }
 
 void DigitalTuner::cleanUpCOMInterfaces()
@@ -551,7 +587,7 @@ void DigitalTuner::cleanUpCOMInterfaces()
     TVTuner::cleanUpCOMInterfaces();
 }
 
-void DigitalTuner::measureStream(unsigned char* data, int length, double durationMs)
+void DigitalTuner::measureStream(unsigned char *data, int length, double durationMs)
 {
     m_streamHealth = StreamHealthMonitor::analyze(data, length, durationMs);
     m_streamQuality = Mpeg2StreamAnalyzer::signalQuality(data, length);
@@ -561,12 +597,12 @@ void DigitalTuner::measureStream(unsigned char* data, int length, double duratio
                                             << (m_streamHealth.clean() ? "clean" : "with errors"));
 }
 
-bool DigitalTuner::isVideoPin(IPin* pin)
+bool DigitalTuner::isVideoPin(IPin *pin)
 {
     return hasMajorType(pin, MEDIATYPE_Video, nullptr);
 }
 
-bool DigitalTuner::isSectionsPin(IPin* pin)
+bool DigitalTuner::isSectionsPin(IPin *pin)
 {
     return hasMajorType(pin, MEDIATYPE_MPEG2_SECTIONS, nullptr);
 }

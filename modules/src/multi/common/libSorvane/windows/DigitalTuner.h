@@ -14,7 +14,7 @@ namespace sorvane {
 
 class SORVANE_API DigitalTuner : public TVTuner {
 public:
-    DigitalTuner(const ruvo::DiagDevice& device, const kel::String& name);
+    DigitalTuner(const ruvo::DiagDevice &device, const kel::String &name);
 
     // The transport stream of the channel found, as the last scan measured it: its health
     // after TR 101 290 priority 1 and its quality percentage (signalQuality); not measured
@@ -26,25 +26,25 @@ protected:
     // The virtual operations below follow those of TVTuner, in this order.
     virtual void doSetupDevice(bool tolerateNoReceiver, bool matchReceiverToDevice, bool considerFriendlyName);
     virtual void setupNetworkProvider();
-    virtual bool loadFilter(const GUID& category, CComPtr<IBaseFilter>& out, CComPtr<IBaseFilter> connectTo,
+    virtual bool loadFilter(const GUID &category, CComPtr<IBaseFilter> &out, CComPtr<IBaseFilter> connectTo,
                             bool isUpstream, bool matchDevice, bool considerFriendlyName);
     virtual bool connectFilters(CComPtr<IBaseFilter> upstream, CComPtr<IBaseFilter> downstream);
     virtual void renderFromFilter(CComPtr<IBaseFilter> filter);
 
-    virtual bool renderFromPin(CComPtr<IPin> pin, long& hr);
+    virtual bool renderFromPin(CComPtr<IPin> pin, long &hr);
     CComPtr<IBaseFilter> findVideoRenderer();
     CComPtr<IBaseFilter> addVideoRenderer();
-    CComPtr<ITuningSpace> getTuningSpace(const kel::String& name);
+    CComPtr<ITuningSpace> getTuningSpace(const kel::String &name);
 
     bool isSignalPresent() override;
     void renderToScreen() override;
     void cleanUpCOMInterfaces() override;
 
     // Pin kinds of the demultiplexer's outputs, by their media type.
-    static bool isVideoPin(IPin* pin);
-    static bool isSectionsPin(IPin* pin);
+    static bool isVideoPin(IPin *pin);
+    static bool isSectionsPin(IPin *pin);
     // Measures the stream of the channel found for streamHealth() and streamQuality().
-    void measureStream(unsigned char* data, int length, double durationMs);
+    void measureStream(unsigned char *data, int length, double durationMs);
 
     CComPtr<IBaseFilter> m_networkProvider;
     CComPtr<ITuner> m_tuner;
@@ -55,13 +55,13 @@ protected:
 
 private:
     // One moniker of the category: its filter when it is the framework's device.
-    bool monikerMatches(IMoniker* moniker, bool matchDevice, bool considerFriendlyName,
-                        const kel::String& wantedName, kel::String& friendlyName, bool& failed);
-    bool addAndConnect(CComPtr<IBaseFilter> filter, const kel::String& name, CComPtr<IBaseFilter> connectTo,
+    bool monikerMatches(IMoniker *moniker, bool matchDevice, bool considerFriendlyName, const kel::String &wantedName,
+                        kel::String &friendlyName, bool &failed);
+    bool addAndConnect(CComPtr<IBaseFilter> filter, const kel::String &name, CComPtr<IBaseFilter> connectTo,
                        bool isUpstream);
-    bool topologySignal(IBDA_Topology* topology);
-    bool nodeSignal(IBDA_Topology* topology, ULONG nodeType);
-    bool connectPins(IPin* upstreamPin, IBaseFilter* downstream);
+    bool topologySignal(IBDA_Topology *topology);
+    bool nodeSignal(IBDA_Topology *topology, ULONG nodeType);
+    bool connectPins(IPin *upstreamPin, IBaseFilter *downstream);
     kel::String graphText() const;
 };
 

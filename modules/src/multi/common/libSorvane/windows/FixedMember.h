@@ -3,9 +3,9 @@
 // initialisation of other files.
 #pragma once
 
-#define SORVANE_FIXED_MEMBER(Type, member, ...)                              \
-    const Type& Type::member()                                               \
-    {                                                                        \
-        static const Type value(__VA_ARGS__);                                \
-        return value;                                                        \
+#define SORVANE_FIXED_MEMBER(Type, member, ...)                                                                        \
+    const Type &Type::member()                                                                                         \
+    {                                                                                                                  \
+        static const Type value(__VA_ARGS__);                                                                          \
+        return value;                                                                                                  \
     }

@@ -6,19 +6,16 @@ SORVANE_LOG_CATEGORY(SORVANE_CAPTURE_CATEGORY)
 
 namespace sorvane {
 
-FramesSavedCheck::FramesSavedCheck(double timeoutSeconds, uint64_t wantedFrames, ISampleGrabberCB* callback,
-                                   const ProgressFunction& progress)
-    : m_timeoutSeconds(timeoutSeconds),
-      m_wantedFrames(wantedFrames),
-      m_callback(callback),
-      m_timedOut(false),
+FramesSavedCheck::FramesSavedCheck(double timeoutSeconds, uint64_t wantedFrames, ISampleGrabberCB *callback,
+                                   const ProgressFunction &progress)
+    : m_timeoutSeconds(timeoutSeconds), m_wantedFrames(wantedFrames), m_callback(callback), m_timedOut(false),
       m_progress(progress)
 {
 }
 
 bool FramesSavedCheck::operator()()
 {
-    const SampleGrabberCallback* nakedCallback = dynamic_cast<SampleGrabberCallback*>(m_callback.p);
+    const SampleGrabberCallback *nakedCallback = dynamic_cast<SampleGrabberCallback *>(m_callback.p);
     if (!nakedCallback) {
         SORVANE_LOG_DETAIL("nakedCallback == NULL");
         return true;
@@ -29,7 +26,8 @@ bool FramesSavedCheck::operator()()
         return true;
     }
     const double elapsed = m_stopwatch.elapsedSeconds();
-    if (m_progress) m_progress(static_cast<int>(elapsed / m_timeoutSeconds * 100));
+    if (m_progress)
+        m_progress(static_cast<int>(elapsed / m_timeoutSeconds * 100));
     if (elapsed > m_timeoutSeconds) {
         SORVANE_LOG_DETAIL("FramesSavedCheck: " << m_timeoutSeconds << " second timeout hit");
         m_timedOut = true;

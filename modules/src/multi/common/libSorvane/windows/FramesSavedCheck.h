@@ -14,8 +14,8 @@ class FramesSavedCheck {
 public:
     typedef boost::function<void(int)> ProgressFunction;
 
-    FramesSavedCheck(double timeoutSeconds, uint64_t wantedFrames, ISampleGrabberCB* callback,
-                     const ProgressFunction& progress);
+    FramesSavedCheck(double timeoutSeconds, uint64_t wantedFrames, ISampleGrabberCB *callback,
+                     const ProgressFunction &progress);
 
     bool operator()();
     bool timedOut() const { return m_timedOut; }

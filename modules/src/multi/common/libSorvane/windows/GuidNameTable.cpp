@@ -14,11 +14,14 @@ namespace sorvane {
 namespace {
 
 struct GuidName {
-    const GUID* id;
-    const wchar_t* name;
+    const GUID *id;
+    const wchar_t *name;
 };
 
-#define SORVANE_GUID_NAME(id) { &id, L## #id }
+#define SORVANE_GUID_NAME(id)                                                                                          \
+    {                                                                                                                  \
+        &id, L## #id                                                                                                   \
+    }
 
 const GuidName kGuidNames[] = {
     SORVANE_GUID_NAME(GUID_NULL),
@@ -144,10 +147,11 @@ const GuidName kGuidNames[] = {
 
 } // namespace
 
-const wchar_t* GuidNameTable::find(const GUID& id)
+const wchar_t *GuidNameTable::find(const GUID &id)
 {
-    for (const GuidName& entry : kGuidNames) {
-        if (IsEqualGUID(*entry.id, id)) return entry.name;
+    for (const GuidName &entry : kGuidNames) {
+        if (IsEqualGUID(*entry.id, id))
+            return entry.name;
     }
     return nullptr;
 }

@@ -11,7 +11,7 @@ namespace sorvane {
 class SORVANE_API GuidNameTable {
 public:
     // The SDK name of `id` ("MEDIASUBTYPE_YUY2"), or null when the table does not know it.
-    static const wchar_t* find(const GUID& id);
+    static const wchar_t *find(const GUID &id);
 };
 
 } // namespace sorvane

@@ -11,7 +11,7 @@ namespace sorvane {
 
 class SORVANE_API HexDump {
 public:
-    static std::string format(const unsigned char* data, int length);
+    static std::string format(const unsigned char *data, int length);
 };
 
 } // namespace sorvane

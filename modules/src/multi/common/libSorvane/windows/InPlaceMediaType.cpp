@@ -10,7 +10,7 @@ InPlaceMediaType::~InPlaceMediaType()
     clear();
 }
 
-AM_MEDIA_TYPE* InPlaceMediaType::receive()
+AM_MEDIA_TYPE *InPlaceMediaType::receive()
 {
     clear();
     return &m_mediaType;

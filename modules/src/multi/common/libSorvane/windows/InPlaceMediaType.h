@@ -12,13 +12,13 @@ class SORVANE_API InPlaceMediaType {
 public:
     InPlaceMediaType();
     ~InPlaceMediaType();
-    InPlaceMediaType(const InPlaceMediaType&) = delete;
-    InPlaceMediaType& operator=(const InPlaceMediaType&) = delete;
+    InPlaceMediaType(const InPlaceMediaType &) = delete;
+    InPlaceMediaType &operator=(const InPlaceMediaType &) = delete;
 
     // For the call to fill: frees what is held and hands out a zeroed structure.
-    AM_MEDIA_TYPE* receive();
-    const AM_MEDIA_TYPE& get() const { return m_mediaType; }
-    const AM_MEDIA_TYPE* operator->() const { return &m_mediaType; }
+    AM_MEDIA_TYPE *receive();
+    const AM_MEDIA_TYPE &get() const { return m_mediaType; }
+    const AM_MEDIA_TYPE *operator->() const { return &m_mediaType; }
 
 private:
     void clear();

@@ -4,10 +4,14 @@ namespace sorvane {
 
 LocalMemory::LocalMemory(size_t bytes) : m_block(nullptr), m_size(0)
 {
-    if (bytes) reallocate(bytes);
+    if (bytes)
+        reallocate(bytes);
 }
 
-LocalMemory::~LocalMemory() { release(); }
+LocalMemory::~LocalMemory()
+{
+    release();
+}
 
 void LocalMemory::reallocate(size_t bytes)
 {
@@ -18,7 +22,8 @@ void LocalMemory::reallocate(size_t bytes)
 
 void LocalMemory::release()
 {
-    if (m_block) LocalFree(m_block);
+    if (m_block)
+        LocalFree(m_block);
     m_block = nullptr;
     m_size = 0;
 }

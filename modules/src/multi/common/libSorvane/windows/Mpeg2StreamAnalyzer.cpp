@@ -23,14 +23,15 @@ struct LoggingObserver {
 
 } // namespace
 
-int Mpeg2StreamAnalyzer::signalQuality(unsigned char* data, int length)
+int Mpeg2StreamAnalyzer::signalQuality(unsigned char *data, int length)
 {
-    if (!kel::LogFactory::admits(sorvaneLogger(), kel::LOG_DETAIL)) return TsQualityScan::score(data, length);
+    if (!kel::LogFactory::admits(sorvaneLogger(), kel::LOG_DETAIL))
+        return TsQualityScan::score(data, length);
     LoggingObserver observer;
     return TsQualityScan::score(data, length, observer);
 }
 
-kel::String Mpeg2StreamAnalyzer::dataToString(unsigned char* data, int length)
+kel::String Mpeg2StreamAnalyzer::dataToString(unsigned char *data, int length)
 {
     return kel::String::fromNarrow(HexDump::format(data, length).c_str());
 }

@@ -10,11 +10,11 @@ namespace {
 
 const long kNoMinorChannel = -1;
 // The receiver's own space first; a driver that only registers the ATSC ones still tunes.
-const wchar_t* const kOcurSpaces[] = {L"Digital Cable", L"ATSCCable", L"ATSC"};
+const wchar_t *const kOcurSpaces[] = {L"Digital Cable", L"ATSCCable", L"ATSC"};
 
 } // namespace
 
-OcurTuner::OcurTuner(const ruvo::DiagDevice& device, const kel::String& name) : ATSCTuner(device, name) {}
+OcurTuner::OcurTuner(const ruvo::DiagDevice &device, const kel::String &name) : ATSCTuner(device, name) {}
 
 void OcurTuner::setupDevice()
 {
@@ -38,7 +38,8 @@ bool OcurTuner::isSignalPresent()
     if (m_tuner && SUCCEEDED(m_tuner->get_TuneRequest(&request)) && request) {
         CComPtr<IATSCChannelTuneRequest> channelRequest;
         request.QueryInterface(&channelRequest);
-        if (channelRequest && FAILED(channelRequest->get_MinorChannel(&minorChannel))) minorChannel = kNoMinorChannel;
+        if (channelRequest && FAILED(channelRequest->get_MinorChannel(&minorChannel)))
+            minorChannel = kNoMinorChannel;
     }
     return minorChannel != kNoMinorChannel;
 }

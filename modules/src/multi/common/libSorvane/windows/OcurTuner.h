@@ -10,7 +10,7 @@ namespace sorvane {
 
 class SORVANE_API OcurTuner : public ATSCTuner {
 public:
-    OcurTuner(const ruvo::DiagDevice& device, const kel::String& name);
+    OcurTuner(const ruvo::DiagDevice &device, const kel::String &name);
 
 protected:
     void setupDevice() override;

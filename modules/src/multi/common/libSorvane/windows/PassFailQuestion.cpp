@@ -23,17 +23,19 @@ struct Relabelling {
     kel::String passText;
     kel::String failText;
 };
-thread_local Relabelling* t_relabelling = nullptr;
+thread_local Relabelling *t_relabelling = nullptr;
 
-void setLabel(HWND box, int button, const kel::String& text)
+void setLabel(HWND box, int button, const kel::String &text)
 {
-    if (!text.isEmpty()) SetDlgItemTextW(box, button, text.c_str());
+    if (!text.isEmpty())
+        SetDlgItemTextW(box, button, text.c_str());
 }
 
 LRESULT CALLBACK relabelOnActivate(int code, WPARAM wParam, LPARAM lParam)
 {
-    Relabelling* relabelling = t_relabelling;
-    if (!relabelling) return 0;
+    Relabelling *relabelling = t_relabelling;
+    if (!relabelling)
+        return 0;
     const HHOOK hook = relabelling->hook;
     if (code == HCBT_ACTIVATE) {
         HWND box = reinterpret_cast<HWND>(wParam);
@@ -54,7 +56,7 @@ unsigned PassFailQuestion::style()
     return language == kArabic || language == kHebrew ? kQuestionStyle | MB_RTLREADING : kQuestionStyle;
 }
 
-int PassFailQuestion::ask(const kel::String& title)
+int PassFailQuestion::ask(const kel::String &title)
 {
     SORVANE_TRACE();
     Relabelling relabelling;

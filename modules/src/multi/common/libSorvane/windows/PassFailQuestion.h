@@ -12,7 +12,7 @@ class SORVANE_API PassFailQuestion {
 public:
     // Shows the box with `title` as caption and returns the message-box answer
     // (IDYES, IDNO for the fail button, IDCANCEL).
-    static int ask(const kel::String& title);
+    static int ask(const kel::String &title);
 
     // The style of the box: Yes/No/Cancel, question icon, system-modal, and right-to-left
     // reading for the languages written that way.

@@ -19,7 +19,7 @@ public:
 
     class Sink {
     public:
-        virtual void onSection(uint16_t pid, const unsigned char* section, int length) = 0;
+        virtual void onSection(uint16_t pid, const unsigned char *section, int length) = 0;
 
     protected:
         ~Sink() {}
@@ -28,17 +28,17 @@ public:
     PsiSectionAssembler();
 
     // Feeds one packet; its PID is the caller's business.
-    void addPacket(const TsPacketView& packet, Sink& sink);
+    void addPacket(const TsPacketView &packet, Sink &sink);
 
 private:
     static const int kHeaderSize = 3;
     static const unsigned char kStuffing = 0xFF;
 
-    bool continues(const TsPacketView& packet);
-    void startSections(uint16_t pid, const unsigned char* data, int length, Sink& sink);
+    bool continues(const TsPacketView &packet);
+    void startSections(uint16_t pid, const unsigned char *data, int length, Sink &sink);
     // Appends what the section in progress still needs; returns the bytes it took.
-    int append(uint16_t pid, const unsigned char* data, int length, Sink& sink);
-    void deliver(uint16_t pid, Sink& sink);
+    int append(uint16_t pid, const unsigned char *data, int length, Sink &sink);
+    void deliver(uint16_t pid, Sink &sink);
     int expectedSize() const;
 
     int m_lastContinuity;

@@ -20,7 +20,7 @@ const int kOlderWindowsTag = 32;
 const int kNoSessionTag = 39;
 const int kNoCaptureTag = 57;
 
-const wchar_t* const kDispatchKeys[] = {L"Software\\Intel\\RSSDK\\Dispatch",
+const wchar_t *const kDispatchKeys[] = {L"Software\\Intel\\RSSDK\\Dispatch",
                                         L"Software\\Wow6432Node\\Intel\\RSSDK\\Dispatch"};
 const wchar_t kCoreDispatchKey[] = L"Software\\Intel\\RSSDK\\v4\\Dispatch";
 const wchar_t kRuntimeFile[] = L"\\libpxcsession.dll";
@@ -34,10 +34,11 @@ const wchar_t kGlueToSdk[] = L"\\..\\..";
 const pxcI32 kInterfaceVersion = 4;
 const DWORD kValueBytes = 520;
 
-void logLine(int priority, int tag, const char* text)
+void logLine(int priority, int tag, const char *text)
 {
-    kel::Logger* logger = sorvaneLogger();
-    if (!kel::LogFactory::admits(logger, priority)) return;
+    kel::Logger *logger = sorvaneLogger();
+    if (!kel::LogFactory::admits(logger, priority))
+        return;
     kel::LoggerStream line(logger, priority);
     line << tag << " " << text;
 }
@@ -54,16 +55,18 @@ bool isWindows81OrLater()
     conditions = VerSetConditionMask(conditions, VER_MAJORVERSION, VER_GREATER_EQUAL);
     conditions = VerSetConditionMask(conditions, VER_MINORVERSION, VER_GREATER_EQUAL);
     conditions = VerSetConditionMask(conditions, VER_SERVICEPACKMAJOR, VER_GREATER_EQUAL);
-    return VerifyVersionInfoW(&version, VER_MAJORVERSION | VER_MINORVERSION | VER_SERVICEPACKMAJOR, conditions) != FALSE;
+    return VerifyVersionInfoW(&version, VER_MAJORVERSION | VER_MINORVERSION | VER_SERVICEPACKMAJOR, conditions) !=
+           FALSE;
 }
 
 // A REG_SZ value of `subkey` of `key` (of `key` itself when `subkey` is null); empty when
 // absent or of another type.
-std::wstring readString(HKEY key, const wchar_t* subkey, const wchar_t* name)
+std::wstring readString(HKEY key, const wchar_t *subkey, const wchar_t *name)
 {
     wchar_t buffer[kValueBytes / sizeof(wchar_t)] = {};
     DWORD size = kValueBytes;
-    if (RegGetValueW(key, subkey, name, RRF_RT_REG_SZ, nullptr, buffer, &size) != ERROR_SUCCESS) return std::wstring();
+    if (RegGetValueW(key, subkey, name, RRF_RT_REG_SZ, nullptr, buffer, &size) != ERROR_SUCCESS)
+        return std::wstring();
     return std::wstring(buffer);
 }
 
@@ -83,73 +86,82 @@ std::wstring libraryFolder()
 // Loads the runtime at `path` and asks its factory for a session. A runtime that made one stays
 // loaded for the rest of the process, as the SDK leaves it: its objects and any threads it
 // started live in it. One that did not is unloaded again.
-PXCSession* sessionFrom(const std::wstring& path, pxcBool localRuntime)
+PXCSession *sessionFrom(const std::wstring &path, pxcBool localRuntime)
 {
     SORVANE_LOG_DETAIL("Loading the RealSense runtime " << kel::String(path));
     ScopedModule runtime(LoadLibraryW(path.c_str()));
-    if (!runtime) return nullptr;
+    if (!runtime)
+        return nullptr;
     const PXCSessionCreateExtFunction create = reinterpret_cast<PXCSessionCreateExtFunction>(
         reinterpret_cast<void (*)()>(GetProcAddress(runtime.get(), "PXCSession_CreateExt")));
-    if (!create) return nullptr;
-    PXCSession* session = nullptr;
+    if (!create)
+        return nullptr;
+    PXCSession *session = nullptr;
     create(kInterfaceVersion, 0, 0, 0, localRuntime, 0, &session);
-    if (session) runtime.keep();
+    if (session)
+        runtime.keep();
     return session;
 }
 
 // The local runtime a dispatch key names: "." for the folder of this library, otherwise the
 // SDK's folder.
-PXCSession* localRuntimeSession(const std::wstring& location)
+PXCSession *localRuntimeSession(const std::wstring &location)
 {
-    const std::wstring path = location[0] == L'.' ? libraryFolder() + location + kRuntimeFile
-                                                  : location + kRuntimeBelowSdk;
-    PXCSession* session = sessionFrom(path, 1);
-    if (session) return session;
+    const std::wstring path =
+        location[0] == L'.' ? libraryFolder() + location + kRuntimeFile : location + kRuntimeBelowSdk;
+    PXCSession *session = sessionFrom(path, 1);
+    if (session)
+        return session;
     return sessionFrom(std::wstring(kGlueSourceFile) + kGlueToSdk + kRuntimeBelowSdk, 1);
 }
 
-PXCSession* coreRuntimeSession()
+PXCSession *coreRuntimeSession()
 {
     ScopedRegistryKey key;
     if (RegOpenKeyExW(HKEY_LOCAL_MACHINE, kCoreDispatchKey, 0, KEY_READ, key.receive()) != ERROR_SUCCESS)
         return nullptr;
     const std::wstring path = readString(key.get(), nullptr, L"Core");
-    if (path.empty()) return nullptr;
+    if (path.empty())
+        return nullptr;
     return sessionFrom(path, 0);
 }
 
 // A session of the RealSense runtime, or null when none can be made.
-PXCSession* createRealSenseSession()
+PXCSession *createRealSenseSession()
 {
-    for (const wchar_t* dispatchKey : kDispatchKeys) {
+    for (const wchar_t *dispatchKey : kDispatchKeys) {
         const std::wstring location = readString(HKEY_LOCAL_MACHINE, dispatchKey, L"LocalRuntime");
-        if (location.empty()) continue;
-        if (PXCSession* session = localRuntimeSession(location)) return session;
+        if (location.empty())
+            continue;
+        if (PXCSession *session = localRuntimeSession(location))
+            return session;
     }
     return coreRuntimeSession();
 }
 
 // Appends the records of every camera of one capture implementation.
-void appendCameras(PXCCapture& capture, kel::Array<PXCCapture::DeviceInfo>& devices)
+void appendCameras(PXCCapture &capture, kel::Array<PXCCapture::DeviceInfo> &devices)
 {
     for (pxcI32 index = 0;; ++index) {
         PXCCapture::DeviceInfo info = {};
-        if (capture.QueryDeviceInfo(index, &info) < PXC_STATUS_NO_ERROR) return;
+        if (capture.QueryDeviceInfo(index, &info) < PXC_STATUS_NO_ERROR)
+            return;
         devices.add(info);
     }
 }
 
-void appendEveryCapture(PXCSession& session, kel::Array<PXCCapture::DeviceInfo>& devices)
+void appendEveryCapture(PXCSession &session, kel::Array<PXCCapture::DeviceInfo> &devices)
 {
     PXCSession::ImplDesc videoCapture = {};
     videoCapture.group = PXCSession::IMPL_GROUP_SENSOR;
     videoCapture.subgroup = PXCSession::IMPL_SUBGROUP_VIDEO_CAPTURE;
     for (pxcI32 index = 0;; ++index) {
         PXCSession::ImplDesc description = {};
-        if (session.QueryImpl(&videoCapture, index, &description) < PXC_STATUS_NO_ERROR) return;
-        void* instance = nullptr;
+        if (session.QueryImpl(&videoCapture, index, &description) < PXC_STATUS_NO_ERROR)
+            return;
+        void *instance = nullptr;
         const pxcStatus created = session.CreateImpl(&description, PXCCapture::CUID, &instance);
-        PxcObjectPtr<PXCCapture> capture(static_cast<PXCCapture*>(instance));
+        PxcObjectPtr<PXCCapture> capture(static_cast<PXCCapture *>(instance));
         if (created < PXC_STATUS_NO_ERROR || !capture) {
             logLine(kel::LOG_ERROR, kNoCaptureTag, "Unable to create a PXCCapture video instance.");
             continue;
@@ -160,7 +172,7 @@ void appendEveryCapture(PXCSession& session, kel::Array<PXCCapture::DeviceInfo>&
 
 } // namespace
 
-unsigned enumIntelRealSenseDevice(kel::Array<PXCCapture::DeviceInfo>& devices)
+unsigned enumIntelRealSenseDevice(kel::Array<PXCCapture::DeviceInfo> &devices)
 {
     devices = kel::Array<PXCCapture::DeviceInfo>();
     if (!isWindows81OrLater()) {

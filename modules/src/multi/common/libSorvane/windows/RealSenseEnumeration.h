@@ -13,6 +13,6 @@ namespace sorvane {
 // implementations report, in their order, and returns how many records there are (a camera that
 // two implementations report counts twice). Returns 0 (and an empty array) before Windows 8.1,
 // without a runtime, or when it fails; never throws.
-SORVANE_API unsigned enumIntelRealSenseDevice(kel::Array<PXCCapture::DeviceInfo>& devices);
+SORVANE_API unsigned enumIntelRealSenseDevice(kel::Array<PXCCapture::DeviceInfo> &devices);
 
 } // namespace sorvane

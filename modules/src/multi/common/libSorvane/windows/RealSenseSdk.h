@@ -38,7 +38,7 @@ class PXCBase {
 public:
     static const pxcUID CUID = 0;
 
-    virtual void* PXCAPI QueryInstance(pxcUID cuid) = 0;
+    virtual void *PXCAPI QueryInstance(pxcUID cuid) = 0;
     virtual void PXCAPI Release() = 0;
 
 protected:
@@ -87,22 +87,22 @@ public:
 
     // One camera as the capture module reports it.
     struct DeviceInfo {
-        pxcCHAR name[224];             // friendly name
-        pxcCHAR serial[32];            // serial number
-        pxcCHAR did[256];              // device identifier (symbolic name)
-        pxcI32 firmware[4];            // major, minor, revision, build
-        PXCPointF32 location;          // millimetres from the display's lower left corner
+        pxcCHAR name[224];    // friendly name
+        pxcCHAR serial[32];   // serial number
+        pxcCHAR did[256];     // device identifier (symbolic name)
+        pxcI32 firmware[4];   // major, minor, revision, build
+        PXCPointF32 location; // millimetres from the display's lower left corner
         DeviceModel model;
         DeviceOrientation orientation;
-        StreamType streams;            // StreamType flags or-ed together
-        pxcI32 didx;                   // index within its capture module
-        pxcI32 duid;                   // identifier within the session
+        StreamType streams; // StreamType flags or-ed together
+        pxcI32 didx;        // index within its capture module
+        pxcI32 duid;        // identifier within the session
         RotationAngle rotation;
         pxcI32 reserved[13];
     };
 
     // The record of camera `didx` (from 0); fails past the last camera.
-    virtual pxcStatus PXCAPI QueryDeviceInfo(pxcI32 didx, DeviceInfo* dinfo) = 0;
+    virtual pxcStatus PXCAPI QueryDeviceInfo(pxcI32 didx, DeviceInfo *dinfo) = 0;
 };
 
 // The SDK session: lists the implementations installed with the runtime and creates them.
@@ -115,10 +115,7 @@ public:
         pxcI16 minor;
     };
 
-    enum ImplGroup {
-        IMPL_GROUP_ANY = 0,
-        IMPL_GROUP_SENSOR = 0x00000004
-    };
+    enum ImplGroup { IMPL_GROUP_ANY = 0, IMPL_GROUP_SENSOR = 0x00000004 };
 
     enum ImplSubgroup {
         IMPL_SUBGROUP_ANY = 0,
@@ -131,12 +128,12 @@ public:
         ImplGroup group;
         ImplSubgroup subgroup;
         pxcUID algorithm;
-        pxcUID iuid;                   // implementation id
+        pxcUID iuid; // implementation id
         ImplVersion version;
         pxcI32 reserved2;
         pxcI32 merit;
         pxcI32 vendor;
-        pxcUID cuids[4];               // interfaces the implementation offers
+        pxcUID cuids[4]; // interfaces the implementation offers
         pxcCHAR friendlyName[256];
         pxcI32 reserved[12];
     };
@@ -144,14 +141,14 @@ public:
     virtual ImplVersion PXCAPI QueryVersion() = 0;
     // The description of the `idx`-th implementation (from 0) that matches `templat`; fails
     // past the last one.
-    virtual pxcStatus PXCAPI QueryImpl(ImplDesc* templat, pxcI32 idx, ImplDesc* desc) = 0;
+    virtual pxcStatus PXCAPI QueryImpl(ImplDesc *templat, pxcI32 idx, ImplDesc *desc) = 0;
     // Creates the implementation `desc` describes and returns its interface `cuid`.
-    virtual pxcStatus PXCAPI CreateImpl(ImplDesc* desc, pxcUID cuid, void** instance) = 0;
+    virtual pxcStatus PXCAPI CreateImpl(ImplDesc *desc, pxcUID cuid, void **instance) = 0;
 };
 
 // The runtime's one factory export, "PXCSession_CreateExt": the SDK interface version, three
 // reserved values, whether the local runtime is asked for, one more reserved value, and where
 // the new session goes.
-typedef pxcStatus(PXCAPI* PXCSessionCreateExtFunction)(pxcI32 version, pxcI32 reserved1, pxcI32 reserved2,
+typedef pxcStatus(PXCAPI *PXCSessionCreateExtFunction)(pxcI32 version, pxcI32 reserved1, pxcI32 reserved2,
                                                        pxcI32 reserved3, pxcBool localRuntime, pxcI32 reserved4,
-                                                       PXCSession** session);
+                                                       PXCSession **session);

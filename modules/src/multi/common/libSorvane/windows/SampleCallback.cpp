@@ -24,10 +24,11 @@ SampleCallback::~SampleCallback()
     SORVANE_LOG_DETAIL("~SampleCallback");
 }
 
-STDMETHODIMP SampleCallback::QueryInterface(REFIID, void** object)
+STDMETHODIMP SampleCallback::QueryInterface(REFIID, void **object)
 {
-    if (!object) return E_POINTER;
-    *object = static_cast<ISampleGrabberCB*>(this);
+    if (!object)
+        return E_POINTER;
+    *object = static_cast<ISampleGrabberCB *>(this);
     return S_OK;
 }
 
@@ -39,16 +40,17 @@ STDMETHODIMP_(ULONG) SampleCallback::AddRef()
 STDMETHODIMP_(ULONG) SampleCallback::Release()
 {
     const LONG count = InterlockedDecrement(&m_refCount);
-    if (count == 0) delete this;
+    if (count == 0)
+        delete this;
     return static_cast<ULONG>(count);
 }
 
-STDMETHODIMP SampleCallback::SampleCB(double, IMediaSample*)
+STDMETHODIMP SampleCallback::SampleCB(double, IMediaSample *)
 {
     return E_NOTIMPL;
 }
 
-STDMETHODIMP SampleCallback::BufferCB(double, BYTE* buffer, long length)
+STDMETHODIMP SampleCallback::BufferCB(double, BYTE *buffer, long length)
 {
     kel::mutex::scoped_lock lock(m_lock);
     SORVANE_LOG_DETAIL("BufferCB sees " << length << " bytes");
@@ -59,7 +61,7 @@ STDMETHODIMP SampleCallback::BufferCB(double, BYTE* buffer, long length)
     return S_OK;
 }
 
-bool SampleCallback::getNextPacket(unsigned char* packet)
+bool SampleCallback::getNextPacket(unsigned char *packet)
 {
     SORVANE_LOG_DETAIL("getNextPacket");
     for (int pass = 0; pass < kSearchPasses; ++pass) {
@@ -88,13 +90,15 @@ int32_t SampleCallback::bytesReceived()
     return m_writeCount;
 }
 
-int32_t SampleCallback::copyReceived(int32_t from, unsigned char* out, int32_t length)
+int32_t SampleCallback::copyReceived(int32_t from, unsigned char *out, int32_t length)
 {
     kel::mutex::scoped_lock lock(m_lock);
-    if (from < 0 || from >= m_writeCount) return 0;
+    if (from < 0 || from >= m_writeCount)
+        return 0;
     const int32_t available = m_writeCount - from;
     const int32_t count = length < available ? length : available;
-    if (count > 0) std::memcpy(out, m_data + from, static_cast<size_t>(count));
+    if (count > 0)
+        std::memcpy(out, m_data + from, static_cast<size_t>(count));
     return count;
 }
 

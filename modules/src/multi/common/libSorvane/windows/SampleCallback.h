@@ -24,26 +24,26 @@ public:
 
     // Answers every interface with itself and takes no reference: the grabber is its only
     // client and never asks for anything else.
-    STDMETHODIMP QueryInterface(REFIID iid, void** object) override;
+    STDMETHODIMP QueryInterface(REFIID iid, void **object) override;
     STDMETHODIMP_(ULONG) AddRef() override;
     STDMETHODIMP_(ULONG) Release() override;
-    STDMETHODIMP SampleCB(double sampleTime, IMediaSample* sample) override;
-    STDMETHODIMP BufferCB(double sampleTime, BYTE* buffer, long length) override;
+    STDMETHODIMP SampleCB(double sampleTime, IMediaSample *sample) override;
+    STDMETHODIMP BufferCB(double sampleTime, BYTE *buffer, long length) override;
     virtual ~SampleCallback();
 
     // Up to five passes of 100 ms for a synchronised packet; the lock is held only while
     // looking, never across the sleep.
-    bool getNextPacket(unsigned char* packet) override;
+    bool getNextPacket(unsigned char *packet) override;
 
     // Forgets every byte received so far.
     void reset();
     int32_t bytesReceived();
     // Copies up to `length` of the bytes received so far, from offset `from`; returns how many.
-    int32_t copyReceived(int32_t from, unsigned char* out, int32_t length);
+    int32_t copyReceived(int32_t from, unsigned char *out, int32_t length);
 
 private:
-    SampleCallback(const SampleCallback&) = delete;
-    SampleCallback& operator=(const SampleCallback&) = delete;
+    SampleCallback(const SampleCallback &) = delete;
+    SampleCallback &operator=(const SampleCallback &) = delete;
 
     volatile LONG m_refCount;
     kel::mutex m_lock;

@@ -10,11 +10,7 @@ SORVANE_LOG_CATEGORY(SORVANE_CAPTURE_CATEGORY)
 namespace sorvane {
 
 SampleGrabberCallback::SampleGrabberCallback(uint64_t captureDelay, uint64_t wantedFrames)
-    : m_firstSample(true),
-      m_captureDelay(captureDelay),
-      m_refCount(0),
-      m_wantedFrames(wantedFrames),
-      m_samplesSeen(0),
+    : m_firstSample(true), m_captureDelay(captureDelay), m_refCount(0), m_wantedFrames(wantedFrames), m_samplesSeen(0),
       m_frameCount(0)
 {
     SORVANE_LOG_DETAIL("SampleGrabberCallback ctor, captureDelay = " << static_cast<unsigned long long>(captureDelay));
@@ -25,10 +21,11 @@ SampleGrabberCallback::~SampleGrabberCallback()
     SORVANE_LOG_DETAIL("~SampleGrabberCallback");
 }
 
-STDMETHODIMP SampleGrabberCallback::QueryInterface(REFIID, void** object)
+STDMETHODIMP SampleGrabberCallback::QueryInterface(REFIID, void **object)
 {
-    if (!object) return E_POINTER;
-    *object = static_cast<ISampleGrabberCB*>(this);
+    if (!object)
+        return E_POINTER;
+    *object = static_cast<ISampleGrabberCB *>(this);
     return S_OK;
 }
 
@@ -50,7 +47,7 @@ STDMETHODIMP_(ULONG) SampleGrabberCallback::Release()
     return static_cast<ULONG>(count);
 }
 
-STDMETHODIMP SampleGrabberCallback::SampleCB(double, IMediaSample* sample)
+STDMETHODIMP SampleGrabberCallback::SampleCB(double, IMediaSample *sample)
 {
     if (m_firstSample) {
         m_firstSample = false;
@@ -58,18 +55,19 @@ STDMETHODIMP SampleGrabberCallback::SampleCB(double, IMediaSample* sample)
     }
     ++m_samplesSeen;
     // The first moments of video are dropped while the camera's exposure settles.
-    if (m_stopwatch.elapsedMilliseconds() < m_captureDelay || m_frames.size() >= m_wantedFrames) return S_OK;
+    if (m_stopwatch.elapsedMilliseconds() < m_captureDelay || m_frames.size() >= m_wantedFrames)
+        return S_OK;
     return keepFrame(sample) ? S_OK : E_OUTOFMEMORY;
 }
 
-STDMETHODIMP SampleGrabberCallback::BufferCB(double, BYTE*, long)
+STDMETHODIMP SampleGrabberCallback::BufferCB(double, BYTE *, long)
 {
     return E_NOTIMPL;
 }
 
-bool SampleGrabberCallback::keepFrame(IMediaSample* sample)
+bool SampleGrabberCallback::keepFrame(IMediaSample *sample)
 {
-    BYTE* data = nullptr;
+    BYTE *data = nullptr;
     if (FAILED(sample->GetPointer(&data))) {
         SORVANE_LOG_DETAIL("IMediaSample::GetPointer failed.");
         return true;
@@ -79,7 +77,7 @@ bool SampleGrabberCallback::keepFrame(IMediaSample* sample)
         SORVANE_LOG_DETAIL("IMediaSample::GetActualDataLength returned <= 0.");
         return true;
     }
-    unsigned char* copy = new (std::nothrow) unsigned char[length];
+    unsigned char *copy = new (std::nothrow) unsigned char[length];
     if (!copy) {
         SORVANE_LOG_ERROR("no memory for a frame of " << length << " bytes");
         return false;
@@ -88,7 +86,7 @@ bool SampleGrabberCallback::keepFrame(IMediaSample* sample)
     try {
         // The frame is freed with the last shared_ptr that holds it, also if this throws.
         m_frames.push_back(boost::shared_ptr<unsigned char>(copy, boost::checked_array_deleter<unsigned char>()));
-    } catch (const std::bad_alloc&) {
+    } catch (const std::bad_alloc &) {
         SORVANE_LOG_ERROR("no memory to keep frame " << static_cast<unsigned long long>(m_frames.size()));
         return false;
     }

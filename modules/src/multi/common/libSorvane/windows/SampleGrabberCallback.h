@@ -22,11 +22,11 @@ public:
 
     // Answers every interface with itself and takes no reference: the grabber is its only
     // client and never asks for anything else.
-    STDMETHODIMP QueryInterface(REFIID iid, void** object) override;
+    STDMETHODIMP QueryInterface(REFIID iid, void **object) override;
     STDMETHODIMP_(ULONG) AddRef() override;
     STDMETHODIMP_(ULONG) Release() override;
-    STDMETHODIMP SampleCB(double sampleTime, IMediaSample* sample) override;
-    STDMETHODIMP BufferCB(double sampleTime, BYTE* buffer, long length) override;
+    STDMETHODIMP SampleCB(double sampleTime, IMediaSample *sample) override;
+    STDMETHODIMP BufferCB(double sampleTime, BYTE *buffer, long length) override;
     virtual ~SampleGrabberCallback();
 
     uint64_t wantedFrames() const { return m_wantedFrames; }
@@ -34,13 +34,13 @@ public:
     uint64_t frameCount() const { return m_frameCount.load(); }
     uint64_t samplesSeen() const { return m_samplesSeen; }
     // Read only once the graph has stopped.
-    const FrameList& frames() const { return m_frames; }
+    const FrameList &frames() const { return m_frames; }
 
 private:
-    SampleGrabberCallback(const SampleGrabberCallback&) = delete;
-    SampleGrabberCallback& operator=(const SampleGrabberCallback&) = delete;
+    SampleGrabberCallback(const SampleGrabberCallback &) = delete;
+    SampleGrabberCallback &operator=(const SampleGrabberCallback &) = delete;
 
-    bool keepFrame(IMediaSample* sample);
+    bool keepFrame(IMediaSample *sample);
 
     bool m_firstSample;
     kel::Stopwatch m_stopwatch;

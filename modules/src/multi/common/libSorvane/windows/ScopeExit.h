@@ -7,13 +7,14 @@ namespace sorvane {
 
 class ScopeExit {
 public:
-    explicit ScopeExit(const boost::function<void()>& action) : m_action(action) {}
+    explicit ScopeExit(const boost::function<void()> &action) : m_action(action) {}
     ~ScopeExit()
     {
-        if (m_action) m_action();
+        if (m_action)
+            m_action();
     }
-    ScopeExit(const ScopeExit&) = delete;
-    ScopeExit& operator=(const ScopeExit&) = delete;
+    ScopeExit(const ScopeExit &) = delete;
+    ScopeExit &operator=(const ScopeExit &) = delete;
 
 private:
     boost::function<void()> m_action;

@@ -6,7 +6,8 @@ ScopedDeviceInfoList::ScopedDeviceInfoList(HDEVINFO list) : m_list(list) {}
 
 ScopedDeviceInfoList::~ScopedDeviceInfoList()
 {
-    if (isValid()) SetupDiDestroyDeviceInfoList(m_list);
+    if (isValid())
+        SetupDiDestroyDeviceInfoList(m_list);
 }
 
 } // namespace sorvane

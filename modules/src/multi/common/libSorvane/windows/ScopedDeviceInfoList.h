@@ -10,8 +10,8 @@ class ScopedDeviceInfoList {
 public:
     explicit ScopedDeviceInfoList(HDEVINFO list);
     ~ScopedDeviceInfoList();
-    ScopedDeviceInfoList(const ScopedDeviceInfoList&) = delete;
-    ScopedDeviceInfoList& operator=(const ScopedDeviceInfoList&) = delete;
+    ScopedDeviceInfoList(const ScopedDeviceInfoList &) = delete;
+    ScopedDeviceInfoList &operator=(const ScopedDeviceInfoList &) = delete;
 
     HDEVINFO get() const { return m_list; }
     bool isValid() const { return m_list != INVALID_HANDLE_VALUE; }

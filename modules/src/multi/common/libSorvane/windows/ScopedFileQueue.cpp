@@ -6,7 +6,8 @@ ScopedFileQueue::ScopedFileQueue() : m_queue(SetupOpenFileQueue()) {}
 
 ScopedFileQueue::~ScopedFileQueue()
 {
-    if (isOpen()) SetupCloseFileQueue(m_queue);
+    if (isOpen())
+        SetupCloseFileQueue(m_queue);
 }
 
 } // namespace sorvane

@@ -10,8 +10,8 @@ class ScopedFileQueue {
 public:
     ScopedFileQueue();
     ~ScopedFileQueue();
-    ScopedFileQueue(const ScopedFileQueue&) = delete;
-    ScopedFileQueue& operator=(const ScopedFileQueue&) = delete;
+    ScopedFileQueue(const ScopedFileQueue &) = delete;
+    ScopedFileQueue &operator=(const ScopedFileQueue &) = delete;
 
     HSPFILEQ get() const { return m_queue; }
     bool isOpen() const { return m_queue != INVALID_HANDLE_VALUE; }

@@ -11,7 +11,8 @@ ScopedHandle::~ScopedHandle()
 
 void ScopedHandle::reset(HANDLE handle)
 {
-    if (m_handle && m_handle != INVALID_HANDLE_VALUE) CloseHandle(m_handle);
+    if (m_handle && m_handle != INVALID_HANDLE_VALUE)
+        CloseHandle(m_handle);
     m_handle = handle;
 }
 

@@ -11,8 +11,8 @@ class SORVANE_API ScopedHandle {
 public:
     explicit ScopedHandle(HANDLE handle = nullptr);
     ~ScopedHandle();
-    ScopedHandle(const ScopedHandle&) = delete;
-    ScopedHandle& operator=(const ScopedHandle&) = delete;
+    ScopedHandle(const ScopedHandle &) = delete;
+    ScopedHandle &operator=(const ScopedHandle &) = delete;
 
     HANDLE get() const { return m_handle; }
     explicit operator bool() const { return m_handle != nullptr; }

@@ -6,12 +6,14 @@ ScopedModule::ScopedModule(HMODULE module) : m_module(module) {}
 
 ScopedModule::~ScopedModule()
 {
-    if (m_module) FreeLibrary(m_module);
+    if (m_module)
+        FreeLibrary(m_module);
 }
 
-HMODULE* ScopedModule::receive()
+HMODULE *ScopedModule::receive()
 {
-    if (m_module) FreeLibrary(m_module);
+    if (m_module)
+        FreeLibrary(m_module);
     m_module = nullptr;
     return &m_module;
 }

@@ -10,13 +10,13 @@ class ScopedModule {
 public:
     explicit ScopedModule(HMODULE module = nullptr);
     ~ScopedModule();
-    ScopedModule(const ScopedModule&) = delete;
-    ScopedModule& operator=(const ScopedModule&) = delete;
+    ScopedModule(const ScopedModule &) = delete;
+    ScopedModule &operator=(const ScopedModule &) = delete;
 
     HMODULE get() const { return m_module; }
     explicit operator bool() const { return m_module != nullptr; }
     // For out-parameters: frees what is held and hands out the slot.
-    HMODULE* receive();
+    HMODULE *receive();
     // Keeps the module loaded for the rest of the process: the reference is no longer owned.
     HMODULE keep();
 

@@ -12,11 +12,11 @@ class SORVANE_API ScopedVariant {
 public:
     ScopedVariant();
     ~ScopedVariant();
-    ScopedVariant(const ScopedVariant&) = delete;
-    ScopedVariant& operator=(const ScopedVariant&) = delete;
+    ScopedVariant(const ScopedVariant &) = delete;
+    ScopedVariant &operator=(const ScopedVariant &) = delete;
 
-    VARIANT* get() { return &m_value; }
-    const VARIANT& value() const { return m_value; }
+    VARIANT *get() { return &m_value; }
+    const VARIANT &value() const { return m_value; }
     void clear();
     // The text of a VT_BSTR value; empty for any other type.
     kel::String text() const;

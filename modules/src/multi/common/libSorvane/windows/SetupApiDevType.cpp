@@ -57,26 +57,54 @@ typedef NamedMemberLookup<SetupApiDevType>::Member Member;
 
 // Every class a device can be looked up by; the placeholders are deliberately absent.
 const Member kLookupMembers[] = {
-    &SetupApiDevType::IEEE1394, &SetupApiDevType::ADAPTER, &SetupApiDevType::APMSUPPORT,
-    &SetupApiDevType::BATTERY, &SetupApiDevType::CDROM, &SetupApiDevType::COMPUTER,
-    &SetupApiDevType::DECODER, &SetupApiDevType::DISKDRIVE, &SetupApiDevType::DISPLAY,
-    &SetupApiDevType::FDC, &SetupApiDevType::FLOPPYDISK, &SetupApiDevType::GPS,
-    &SetupApiDevType::HDC, &SetupApiDevType::HIDCLASS, &SetupApiDevType::IMAGE,
-    &SetupApiDevType::INFRARED, &SetupApiDevType::KEYBOARD, &SetupApiDevType::LEGACYDRIVER,
-    &SetupApiDevType::MEDIA, &SetupApiDevType::MEDIUM_CHANGER, &SetupApiDevType::MODEM,
-    &SetupApiDevType::MONITOR, &SetupApiDevType::MOUSE, &SetupApiDevType::MTD,
-    &SetupApiDevType::MULTIFUNCTION, &SetupApiDevType::MULTIPORTSERIAL, &SetupApiDevType::NET,
-    &SetupApiDevType::NETCLIENT, &SetupApiDevType::NETSERVICE, &SetupApiDevType::NETTRANS,
-    &SetupApiDevType::NODRIVER, &SetupApiDevType::PCMCIA, &SetupApiDevType::PORTS,
-    &SetupApiDevType::PRINTER, &SetupApiDevType::PRINTERUPGRADE, &SetupApiDevType::SCSIADAPTER,
-    &SetupApiDevType::SMARTCARDREADER, &SetupApiDevType::SOUND, &SetupApiDevType::SYSTEM,
-    &SetupApiDevType::TAPEDRIVE, &SetupApiDevType::UNKNOWN, &SetupApiDevType::USB,
+    &SetupApiDevType::IEEE1394,
+    &SetupApiDevType::ADAPTER,
+    &SetupApiDevType::APMSUPPORT,
+    &SetupApiDevType::BATTERY,
+    &SetupApiDevType::CDROM,
+    &SetupApiDevType::COMPUTER,
+    &SetupApiDevType::DECODER,
+    &SetupApiDevType::DISKDRIVE,
+    &SetupApiDevType::DISPLAY,
+    &SetupApiDevType::FDC,
+    &SetupApiDevType::FLOPPYDISK,
+    &SetupApiDevType::GPS,
+    &SetupApiDevType::HDC,
+    &SetupApiDevType::HIDCLASS,
+    &SetupApiDevType::IMAGE,
+    &SetupApiDevType::INFRARED,
+    &SetupApiDevType::KEYBOARD,
+    &SetupApiDevType::LEGACYDRIVER,
+    &SetupApiDevType::MEDIA,
+    &SetupApiDevType::MEDIUM_CHANGER,
+    &SetupApiDevType::MODEM,
+    &SetupApiDevType::MONITOR,
+    &SetupApiDevType::MOUSE,
+    &SetupApiDevType::MTD,
+    &SetupApiDevType::MULTIFUNCTION,
+    &SetupApiDevType::MULTIPORTSERIAL,
+    &SetupApiDevType::NET,
+    &SetupApiDevType::NETCLIENT,
+    &SetupApiDevType::NETSERVICE,
+    &SetupApiDevType::NETTRANS,
+    &SetupApiDevType::NODRIVER,
+    &SetupApiDevType::PCMCIA,
+    &SetupApiDevType::PORTS,
+    &SetupApiDevType::PRINTER,
+    &SetupApiDevType::PRINTERUPGRADE,
+    &SetupApiDevType::SCSIADAPTER,
+    &SetupApiDevType::SMARTCARDREADER,
+    &SetupApiDevType::SOUND,
+    &SetupApiDevType::SYSTEM,
+    &SetupApiDevType::TAPEDRIVE,
+    &SetupApiDevType::UNKNOWN,
+    &SetupApiDevType::USB,
     &SetupApiDevType::VOLUME,
 };
 
 } // namespace
 
-const SetupApiDevType& SetupApiDevType::fromString(const kel::String& text)
+const SetupApiDevType &SetupApiDevType::fromString(const kel::String &text)
 {
     static const NamedMemberLookup<SetupApiDevType> lookup(kLookupMembers);
     return lookup.find(text, NOTSET());
@@ -84,7 +112,7 @@ const SetupApiDevType& SetupApiDevType::fromString(const kel::String& text)
 
 SetupApiDevType::SetupApiDevType() : m_classGuid(nullptr), m_placeHolder(false) {}
 
-SetupApiDevType::SetupApiDevType(const kel::String& name, const GUID* classGuid, bool placeHolder)
+SetupApiDevType::SetupApiDevType(const kel::String &name, const GUID *classGuid, bool placeHolder)
     : m_name(name), m_classGuid(classGuid), m_placeHolder(placeHolder)
 {
 }

@@ -25,7 +25,7 @@ const DWORD kDriverDetailBytes = sizeof(SP_DRVINFO_DETAIL_DATA_W);
 
 // The target path of the last file a driver installation queued. Shared by every device on
 // purpose: a device whose queue is empty reports the file of the device before it.
-kel::String& lastQueuedFile()
+kel::String &lastQueuedFile()
 {
     static kel::String path;
     return path;
@@ -33,11 +33,12 @@ kel::String& lastQueuedFile()
 
 UINT CALLBACK scanQueuedFile(PVOID context, UINT notification, UINT_PTR targetPath, UINT_PTR)
 {
-    if (notification != SPFILENOTIFY_QUEUESCAN) return NO_ERROR;
+    if (notification != SPFILENOTIFY_QUEUESCAN)
+        return NO_ERROR;
     if (context) {
-        ++*static_cast<DWORD*>(context);
+        ++*static_cast<DWORD *>(context);
     } else if (targetPath) {
-        lastQueuedFile() = kel::String(reinterpret_cast<const wchar_t*>(targetPath));
+        lastQueuedFile() = kel::String(reinterpret_cast<const wchar_t *>(targetPath));
     }
     return NO_ERROR;
 }
@@ -50,7 +51,7 @@ SP_DEVINSTALL_PARAMS_W emptyInstallParams()
     return params;
 }
 
-bool addInstallFlagsEx(HDEVINFO set, SP_DEVINFO_DATA& data, SP_DEVINSTALL_PARAMS_W& params, DWORD flags)
+bool addInstallFlagsEx(HDEVINFO set, SP_DEVINFO_DATA &data, SP_DEVINSTALL_PARAMS_W &params, DWORD flags)
 {
     params.FlagsEx |= flags;
     return SetupDiSetDeviceInstallParamsW(set, &data, &params) != FALSE;
@@ -59,7 +60,7 @@ bool addInstallFlagsEx(HDEVINFO set, SP_DEVINFO_DATA& data, SP_DEVINSTALL_PARAMS
 // Finds the driver installed for the device: the first member of its compatible-driver list,
 // built once for the installed driver and once more appending. Each step runs only when the
 // one before succeeded; the first failure is logged and ends the search.
-bool findInstalledDriver(HDEVINFO set, SP_DEVINFO_DATA& data, SP_DRVINFO_DATA_V2_W& driverInfo)
+bool findInstalledDriver(HDEVINFO set, SP_DEVINFO_DATA &data, SP_DRVINFO_DATA_V2_W &driverInfo)
 {
     SP_DEVINSTALL_PARAMS_W params = emptyInstallParams();
     if (!SetupDiGetDeviceInstallParamsW(set, &data, &params)) {
@@ -94,13 +95,14 @@ kel::String versionText(DWORDLONG version)
 {
     kel::String text;
     for (int shift = 48; shift >= 0; shift -= 16) {
-        if (shift != 48) text += L".";
+        if (shift != 48)
+            text += L".";
         text += kel::String::fromUInt((version >> shift) & 0xFFFF);
     }
     return text;
 }
 
-kel::String shortDate(const FILETIME& date)
+kel::String shortDate(const FILETIME &date)
 {
     SYSTEMTIME time;
     ZeroMemory(&time, sizeof(time));
@@ -110,16 +112,17 @@ kel::String shortDate(const FILETIME& date)
     return kel::String(buffer);
 }
 
-kel::String labelled(const wchar_t* label, const kel::String& value)
+kel::String labelled(const wchar_t *label, const kel::String &value)
 {
     return kel::String(label) + value;
 }
 
-kel::String joined(const kel::Array<kel::String>& parts, const kel::String& separator, const kel::String& indent)
+kel::String joined(const kel::Array<kel::String> &parts, const kel::String &separator, const kel::String &indent)
 {
     kel::String text;
     for (int i = 0; i < parts.size(); ++i) {
-        if (i) text += separator;
+        if (i)
+            text += separator;
         text += indent + parts[i];
     }
     return text;
@@ -127,38 +130,42 @@ kel::String joined(const kel::Array<kel::String>& parts, const kel::String& sepa
 
 } // namespace
 
-void SetupApiDevice::enumerateDevices(kel::Array<SetupApiDevice>& out, const kel::Array<SetupApiDevType>& devTypes,
-                                      const kel::Array<SetupApiEnumType>& enumTypes)
+void SetupApiDevice::enumerateDevices(kel::Array<SetupApiDevice> &out, const kel::Array<SetupApiDevType> &devTypes,
+                                      const kel::Array<SetupApiEnumType> &enumTypes)
 {
     SETUPAPI_LOG(103, "Enumerating SetupApi Devices");
-    for (const SetupApiDevType& devType : devTypes) {
+    for (const SetupApiDevType &devType : devTypes) {
         // A failed pass is logged where it failed; the other passes still run.
-        for (const SetupApiEnumType& enumType : enumTypes) enumerateDevicesWithTypes(out, devType, enumType);
+        for (const SetupApiEnumType &enumType : enumTypes)
+            enumerateDevicesWithTypes(out, devType, enumType);
     }
 }
 
-const kel::Array<SetupApiDevType>& SetupApiDevice::allDeviceTypes()
+const kel::Array<SetupApiDevType> &SetupApiDevice::allDeviceTypes()
 {
     static kel::Array<SetupApiDevType> types;
-    if (types.isEmpty()) types.add(SetupApiDevType::ALL());
+    if (types.isEmpty())
+        types.add(SetupApiDevType::ALL());
     return types;
 }
 
-const kel::Array<SetupApiEnumType>& SetupApiDevice::allEnumTypes()
+const kel::Array<SetupApiEnumType> &SetupApiDevice::allEnumTypes()
 {
     static kel::Array<SetupApiEnumType> types;
-    if (types.isEmpty()) types.add(SetupApiEnumType::ALL());
+    if (types.isEmpty())
+        types.add(SetupApiEnumType::ALL());
     return types;
 }
 
-bool SetupApiDevice::enumerateDevicesWithTypes(kel::Array<SetupApiDevice>& out, const SetupApiDevType& devType,
-                                               const SetupApiEnumType& enumType)
+bool SetupApiDevice::enumerateDevicesWithTypes(kel::Array<SetupApiDevice> &out, const SetupApiDevType &devType,
+                                               const SetupApiEnumType &enumType)
 {
     SETUPAPI_LOG(116, "Enumerating Devices with Type " << devType.name() << " : " << enumType.name());
     DWORD flags = DIGCF_PRESENT;
-    if (devType == SetupApiDevType::ALL()) flags |= DIGCF_ALLCLASSES;
+    if (devType == SetupApiDevType::ALL())
+        flags |= DIGCF_ALLCLASSES;
 
-    const wchar_t* enumerator = nullptr;
+    const wchar_t *enumerator = nullptr;
     if (enumType != SetupApiEnumType::ALL()) {
         if (enumType.isPlaceHolder()) {
             SETUPAPI_LOG(131, "Invalid SetupApiEnumType: " << enumType.toString());
@@ -177,7 +184,8 @@ bool SetupApiDevice::enumerateDevicesWithTypes(kel::Array<SetupApiDevice>& out, 
         SP_DEVINFO_DATA data;
         ZeroMemory(&data, sizeof(data));
         data.cbSize = sizeof(data);
-        if (!SetupDiEnumDeviceInfo(devices.get(), index, &data)) break;
+        if (!SetupDiEnumDeviceInfo(devices.get(), index, &data))
+            break;
         SETUPAPI_LOG(142, "Setup API Device " << index << ":");
         SetupApiDevice device;
         device.create(devices.get(), data, devType, enumType);
@@ -187,17 +195,19 @@ bool SetupApiDevice::enumerateDevicesWithTypes(kel::Array<SetupApiDevice>& out, 
         SETUPAPI_LOG(148, "");
     }
     const DWORD error = GetLastError();
-    if (error == ERROR_SUCCESS || error == ERROR_NO_MORE_ITEMS) return true;
+    if (error == ERROR_SUCCESS || error == ERROR_NO_MORE_ITEMS)
+        return true;
     SETUPAPI_LOG(154, "SetupDiEnumDeviceInfo failed: " << error);
     return false;
 }
 
 SetupApiDevice::SetupApiDevice() {}
 
-void SetupApiDevice::create(HDEVINFO deviceInfoSet, SP_DEVINFO_DATA& deviceInfoData, const SetupApiDevType& devType,
-                            const SetupApiEnumType& enumType)
+void SetupApiDevice::create(HDEVINFO deviceInfoSet, SP_DEVINFO_DATA &deviceInfoData, const SetupApiDevType &devType,
+                            const SetupApiEnumType &enumType)
 {
-    if (!getDeviceInstanceID(deviceInfoSet, deviceInfoData)) SETUPAPI_LOG(166, "Could not get device instance id");
+    if (!getDeviceInstanceID(deviceInfoSet, deviceInfoData))
+        SETUPAPI_LOG(166, "Could not get device instance id");
     m_guid = m_deviceInstanceId;
     if (!getSetupApiProperty(deviceInfoSet, deviceInfoData, SPDRP_FRIENDLYNAME, kel::String(L"FriendlyName"), m_name))
         getSetupApiProperty(deviceInfoSet, deviceInfoData, SPDRP_DEVICEDESC, kel::String(L"DescName"), m_name);
@@ -211,8 +221,8 @@ void SetupApiDevice::create(HDEVINFO deviceInfoSet, SP_DEVINFO_DATA& deviceInfoD
 }
 
 // A class other than the one asked for is only reported: the requested class is kept.
-void SetupApiDevice::readDeviceClass(HDEVINFO deviceInfoSet, SP_DEVINFO_DATA& deviceInfoData,
-                                     const SetupApiDevType& devType)
+void SetupApiDevice::readDeviceClass(HDEVINFO deviceInfoSet, SP_DEVINFO_DATA &deviceInfoData,
+                                     const SetupApiDevType &devType)
 {
     kel::String deviceClass;
     if (!getSetupApiProperty(deviceInfoSet, deviceInfoData, SPDRP_CLASS, kel::String(L"DeviceType"), deviceClass))
@@ -226,8 +236,8 @@ void SetupApiDevice::readDeviceClass(HDEVINFO deviceInfoSet, SP_DEVINFO_DATA& de
         SETUPAPI_LOG(186, "The device class returned does not match the device class requested");
 }
 
-void SetupApiDevice::readEnumerator(HDEVINFO deviceInfoSet, SP_DEVINFO_DATA& deviceInfoData,
-                                    const SetupApiEnumType& enumType)
+void SetupApiDevice::readEnumerator(HDEVINFO deviceInfoSet, SP_DEVINFO_DATA &deviceInfoData,
+                                    const SetupApiEnumType &enumType)
 {
     kel::String enumerator;
     if (!getSetupApiProperty(deviceInfoSet, deviceInfoData, SPDRP_ENUMERATOR_NAME, kel::String(L"EnumeratorName"),
@@ -242,7 +252,7 @@ void SetupApiDevice::readEnumerator(HDEVINFO deviceInfoSet, SP_DEVINFO_DATA& dev
         SETUPAPI_LOG(199, "The enumerator returned does not match the enumerator requested");
 }
 
-bool SetupApiDevice::getDeviceInstanceID(HDEVINFO deviceInfoSet, SP_DEVINFO_DATA& deviceInfoData)
+bool SetupApiDevice::getDeviceInstanceID(HDEVINFO deviceInfoSet, SP_DEVINFO_DATA &deviceInfoData)
 {
     DWORD chars = kInstanceIdChars;
     LocalMemory buffer(chars * sizeof(wchar_t));
@@ -263,8 +273,8 @@ bool SetupApiDevice::getDeviceInstanceID(HDEVINFO deviceInfoSet, SP_DEVINFO_DATA
     return true;
 }
 
-bool SetupApiDevice::getSetupApiProperty(HDEVINFO deviceInfoSet, SP_DEVINFO_DATA& deviceInfoData, DWORD property,
-                                         const kel::String& keyName, kel::String& out)
+bool SetupApiDevice::getSetupApiProperty(HDEVINFO deviceInfoSet, SP_DEVINFO_DATA &deviceInfoData, DWORD property,
+                                         const kel::String &keyName, kel::String &out)
 {
     DWORD required = 0;
     if (SetupDiGetDeviceRegistryPropertyW(deviceInfoSet, &deviceInfoData, property, nullptr, nullptr, 0, &required) ||
@@ -286,7 +296,7 @@ bool SetupApiDevice::getSetupApiProperty(HDEVINFO deviceInfoSet, SP_DEVINFO_DATA
     return true;
 }
 
-bool SetupApiDevice::getDeviceDriverInfo(HDEVINFO deviceInfoSet, SP_DEVINFO_DATA& deviceInfoData)
+bool SetupApiDevice::getDeviceDriverInfo(HDEVINFO deviceInfoSet, SP_DEVINFO_DATA &deviceInfoData)
 {
     SP_DRVINFO_DATA_V2_W driverInfo;
     ZeroMemory(&driverInfo, sizeof(driverInfo));
@@ -299,20 +309,22 @@ bool SetupApiDevice::getDeviceDriverInfo(HDEVINFO deviceInfoSet, SP_DEVINFO_DATA
     return found;
 }
 
-void SetupApiDevice::takeDriverFacts(const SP_DRVINFO_DATA_V2_W& driverInfo)
+void SetupApiDevice::takeDriverFacts(const SP_DRVINFO_DATA_V2_W &driverInfo)
 {
     m_driverProvider = kel::String(driverInfo.ProviderName);
     m_driverVersion = versionText(driverInfo.DriverVersion);
-    if (m_manufacturer.isEmpty()) m_manufacturer = kel::String(driverInfo.MfgName);
+    if (m_manufacturer.isEmpty())
+        m_manufacturer = kel::String(driverInfo.MfgName);
     m_driverDate = shortDate(driverInfo.DriverDate);
 }
 
-void SetupApiDevice::readDriverInfFile(HDEVINFO deviceInfoSet, SP_DEVINFO_DATA& deviceInfoData,
-                                       SP_DRVINFO_DATA_V2_W& driverInfo)
+void SetupApiDevice::readDriverInfFile(HDEVINFO deviceInfoSet, SP_DEVINFO_DATA &deviceInfoData,
+                                       SP_DRVINFO_DATA_V2_W &driverInfo)
 {
     LocalMemory buffer(kDriverDetailBytes);
-    SP_DRVINFO_DETAIL_DATA_W* detail = buffer.as<SP_DRVINFO_DETAIL_DATA_W>();
-    if (!detail) return;
+    SP_DRVINFO_DETAIL_DATA_W *detail = buffer.as<SP_DRVINFO_DETAIL_DATA_W>();
+    if (!detail)
+        return;
     detail->cbSize = sizeof(SP_DRVINFO_DETAIL_DATA_W);
     DWORD required = 0;
     if (!SetupDiGetDriverInfoDetailW(deviceInfoSet, &deviceInfoData, &driverInfo, detail, kDriverDetailBytes,
@@ -332,8 +344,8 @@ void SetupApiDevice::readDriverInfFile(HDEVINFO deviceInfoSet, SP_DEVINFO_DATA& 
 
 // Asks the class installer which files installing the driver would copy, without copying:
 // with DI_NOVCP the files only go into our queue, which is then scanned for their targets.
-void SetupApiDevice::readDriverFile(HDEVINFO deviceInfoSet, SP_DEVINFO_DATA& deviceInfoData,
-                                    SP_DRVINFO_DATA_V2_W& driverInfo)
+void SetupApiDevice::readDriverFile(HDEVINFO deviceInfoSet, SP_DEVINFO_DATA &deviceInfoData,
+                                    SP_DRVINFO_DATA_V2_W &driverInfo)
 {
     // A refused selection (no driver was found) shows as an installer failure below.
     SetupDiSetSelectedDriverW(deviceInfoSet, &deviceInfoData, &driverInfo);
@@ -369,11 +381,11 @@ void SetupApiDevice::parseSetupApiInfo()
     DeviceIdParser::Codes codes;
     const DeviceIdParser::InstanceIdKind kind = DeviceIdParser::readInstanceIdCodes(m_deviceInstanceId, codes);
     if (kind == DeviceIdParser::USB_INSTANCE_ID && m_enumeratorType != SetupApiEnumType::USB())
-        SETUPAPI_LOG(612, "Enumerator type does not match device instance id enumerator type USB for: "
-                              << m_deviceInstanceId);
+        SETUPAPI_LOG(
+            612, "Enumerator type does not match device instance id enumerator type USB for: " << m_deviceInstanceId);
     if (kind == DeviceIdParser::PCI_INSTANCE_ID && m_enumeratorType != SetupApiEnumType::PCI())
-        SETUPAPI_LOG(621, "Enumerator type does not match device instance id enumerator type PCI for: "
-                              << m_deviceInstanceId);
+        SETUPAPI_LOG(
+            621, "Enumerator type does not match device instance id enumerator type PCI for: " << m_deviceInstanceId);
     m_vendorIdCode = codes.vendor;
     m_deviceIdCode = codes.device;
     m_subsysIdCode = codes.subsys;
@@ -409,7 +421,7 @@ kel::String SetupApiDevice::toString() const
     return joined(labelledValues(), kel::String(L", "), kel::String());
 }
 
-kel::String SetupApiDevice::toFormattedString(const kel::String& indent) const
+kel::String SetupApiDevice::toFormattedString(const kel::String &indent) const
 {
     kel::Array<kel::String> lines = labelledValues();
     lines.add(labelled(L"Setup API Device Type: ", m_deviceType.name()));

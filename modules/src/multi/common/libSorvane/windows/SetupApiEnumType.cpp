@@ -29,17 +29,15 @@ typedef NamedMemberLookup<SetupApiEnumType>::Member Member;
 
 // Every enumerator a device can be looked up by; the placeholders are deliberately absent.
 const Member kLookupMembers[] = {
-    &SetupApiEnumType::ACPI, &SetupApiEnumType::ACPI_HAL, &SetupApiEnumType::DISPLAY,
-    &SetupApiEnumType::FDC, &SetupApiEnumType::HTREE, &SetupApiEnumType::IDE,
-    &SetupApiEnumType::ISAPNP, &SetupApiEnumType::LPTENUM, &SetupApiEnumType::PCI,
-    &SetupApiEnumType::PCIIDE, &SetupApiEnumType::ROOT, &SetupApiEnumType::STORAGE,
-    &SetupApiEnumType::SW, &SetupApiEnumType::USB, &SetupApiEnumType::USBSTOR,
-    &SetupApiEnumType::V1394,
+    &SetupApiEnumType::ACPI,  &SetupApiEnumType::ACPI_HAL, &SetupApiEnumType::DISPLAY, &SetupApiEnumType::FDC,
+    &SetupApiEnumType::HTREE, &SetupApiEnumType::IDE,      &SetupApiEnumType::ISAPNP,  &SetupApiEnumType::LPTENUM,
+    &SetupApiEnumType::PCI,   &SetupApiEnumType::PCIIDE,   &SetupApiEnumType::ROOT,    &SetupApiEnumType::STORAGE,
+    &SetupApiEnumType::SW,    &SetupApiEnumType::USB,      &SetupApiEnumType::USBSTOR, &SetupApiEnumType::V1394,
 };
 
 } // namespace
 
-const SetupApiEnumType& SetupApiEnumType::fromString(const kel::String& text)
+const SetupApiEnumType &SetupApiEnumType::fromString(const kel::String &text)
 {
     static const NamedMemberLookup<SetupApiEnumType> lookup(kLookupMembers);
     return lookup.find(text, NOTSET());
@@ -47,8 +45,7 @@ const SetupApiEnumType& SetupApiEnumType::fromString(const kel::String& text)
 
 SetupApiEnumType::SetupApiEnumType() : m_placeHolder(false) {}
 
-SetupApiEnumType::SetupApiEnumType(const kel::String& name, bool placeHolder)
-    : m_name(name), m_placeHolder(placeHolder)
+SetupApiEnumType::SetupApiEnumType(const kel::String &name, bool placeHolder) : m_name(name), m_placeHolder(placeHolder)
 {
 }
 

@@ -11,19 +11,22 @@ namespace sorvane {
 
 SmartCoInitialize::SmartCoInitialize() : m_initialized(false) {}
 
-SmartCoInitialize::SmartCoInitialize(const SmartCoInitialize& other)
+SmartCoInitialize::SmartCoInitialize(const SmartCoInitialize &other)
     : m_initialized(other.m_initialized), m_initError(other.m_initError)
 {
 }
 
-SmartCoInitialize& SmartCoInitialize::operator=(const SmartCoInitialize& other)
+SmartCoInitialize &SmartCoInitialize::operator=(const SmartCoInitialize &other)
 {
     m_initialized = other.m_initialized;
     m_initError = other.m_initError;
     return *this;
 }
 
-SmartCoInitialize::~SmartCoInitialize() { uninitialize(); }
+SmartCoInitialize::~SmartCoInitialize()
+{
+    uninitialize();
+}
 
 bool SmartCoInitialize::initialize()
 {
@@ -41,12 +44,16 @@ bool SmartCoInitialize::initialize()
 
 void SmartCoInitialize::uninitialize()
 {
-    if (!m_initialized) return;
+    if (!m_initialized)
+        return;
     m_initialized = false;
     SORVANE_LOG_DETAIL("CoUninitialize");
     CoUninitialize();
 }
 
-kel::String SmartCoInitialize::initError() const { return m_initError; }
+kel::String SmartCoInitialize::initError() const
+{
+    return m_initError;
+}
 
 } // namespace sorvane

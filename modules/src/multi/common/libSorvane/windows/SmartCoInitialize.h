@@ -11,8 +11,8 @@ namespace sorvane {
 class SORVANE_API SmartCoInitialize {
 public:
     SmartCoInitialize();
-    SmartCoInitialize(const SmartCoInitialize& other);
-    SmartCoInitialize& operator=(const SmartCoInitialize& other);
+    SmartCoInitialize(const SmartCoInitialize &other);
+    SmartCoInitialize &operator=(const SmartCoInitialize &other);
     ~SmartCoInitialize();
 
     bool initialize();

@@ -16,7 +16,7 @@ namespace sorvane {
 class SORVANE_API StreamHealthMonitor : private PsiSectionAssembler::Sink {
 public:
     // `durationMs` is how long the block took to arrive; 0 leaves the timing checks out.
-    static StreamHealth analyze(const unsigned char* data, int length, double durationMs);
+    static StreamHealth analyze(const unsigned char *data, int length, double durationMs);
 
 private:
     static const int kSyncToAcquire = 5;
@@ -28,13 +28,13 @@ private:
     };
 
     StreamHealthMonitor();
-    void walk(const unsigned char* data, int length);
-    void packet(const unsigned char* bytes, int64_t index);
-    void checkContinuity(const unsigned char* bytes);
-    void onSection(uint16_t pid, const unsigned char* section, int length) override;
+    void walk(const unsigned char *data, int length);
+    void packet(const unsigned char *bytes, int64_t index);
+    void checkContinuity(const unsigned char *bytes);
+    void onSection(uint16_t pid, const unsigned char *section, int length) override;
     void checkTimes(double durationMs);
     // Counts the gaps longer than the table interval between occurrences (and the block's ends).
-    int64_t lateCount(const std::vector<int64_t>& occurrences, double msPerPacket) const;
+    int64_t lateCount(const std::vector<int64_t> &occurrences, double msPerPacket) const;
 
     StreamHealth m_health;
     std::map<uint16_t, PidState> m_pids;

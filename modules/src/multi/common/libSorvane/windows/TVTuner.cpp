@@ -35,16 +35,9 @@ const int kCableBoxAbortToo = 6;
 
 } // namespace
 
-TVTuner::TVTuner(const ruvo::DiagDevice& device, const kel::String& name)
-    : CaptureBase(device, name),
-      m_settleDelay(kDefaultSettleDelay),
-      m_startChannel(0),
-      m_endChannel(0),
-      m_currentChannel(0),
-      m_minChannel(0),
-      m_maxChannel(0),
-      m_startChannelParam(nullptr),
-      m_endChannelParam(nullptr)
+TVTuner::TVTuner(const ruvo::DiagDevice &device, const kel::String &name)
+    : CaptureBase(device, name), m_settleDelay(kDefaultSettleDelay), m_startChannel(0), m_endChannel(0),
+      m_currentChannel(0), m_minChannel(0), m_maxChannel(0), m_startChannelParam(nullptr), m_endChannelParam(nullptr)
 {
 }
 
@@ -62,10 +55,12 @@ void TVTuner::checkTVSignal()
         try {
             runOneAttempt();
             break;
-        } catch (const CaptureException& e) {
-            if (e.getResult() != ruvo::TestResult::NOSIGNAL() || attempt > 0) throw;
+        } catch (const CaptureException &e) {
+            if (e.getResult() != ruvo::TestResult::NOSIGNAL() || attempt > 0)
+                throw;
             // The picture and the graph stay while the user checks the cable.
-            if (!userWantsRetry()) THROW_ERROR(ruvo::TestResult::USERABORTED(), 0, nullptr);
+            if (!userWantsRetry())
+                THROW_ERROR(ruvo::TestResult::USERABORTED(), 0, nullptr);
             postCheckErrorAction();
         }
     }
@@ -84,9 +79,10 @@ void TVTuner::runOneAttempt()
 bool TVTuner::userWantsRetry()
 {
     SORVANE_TRACE();
-    if (g_checkTVCable->isset() && !g_checkTVCable->value().valueBool()) return true;
+    if (g_checkTVCable->isset() && !g_checkTVCable->value().valueBool())
+        return true;
 
-    ruvo::MessageBox2* box = ruvo::DiagModule::createMessageBox2(
+    ruvo::MessageBox2 *box = ruvo::DiagModule::createMessageBox2(
         ruvo::RuvoString(m_windowTitle), g_checkCableConnectedMessage->localizedString(), kCableBoxType,
         kCableBoxOptions, kCableBoxLooks, kCableBoxFlag);
     if (!box->display()) {
@@ -103,7 +99,7 @@ bool TVTuner::userWantsRetry()
     return answer != kCableBoxAbort && answer != kCableBoxAbortToo;
 }
 
-uint32_t TVTuner::channelFrom(ruvo::Parameter* parameter) const
+uint32_t TVTuner::channelFrom(ruvo::Parameter *parameter) const
 {
     const uint32_t channel = parameter->value().valueUint32();
     if (channel < m_minChannel || channel > m_maxChannel) {
@@ -123,7 +119,8 @@ void TVTuner::initializeChannelIteration()
     KEL_ASSERT(m_endChannelParam);
     m_startChannel = channelFrom(m_startChannelParam);
     m_endChannel = channelFrom(m_endChannelParam);
-    if (m_endChannel < m_startChannel) THROW_ERROR(ruvo::TestResult::BADPARAMS(), 0, nullptr);
+    if (m_endChannel < m_startChannel)
+        THROW_ERROR(ruvo::TestResult::BADPARAMS(), 0, nullptr);
     m_currentChannel = m_startChannel;
     SORVANE_LOG_DETAIL("channels " << m_startChannel << " to " << m_endChannel);
 }
@@ -131,14 +128,16 @@ void TVTuner::initializeChannelIteration()
 bool TVTuner::iterateChannels()
 {
     SORVANE_TRACE();
-    if (m_currentChannel == m_startChannel) kel::System::mssleep(kGraphSettleDelay);
+    if (m_currentChannel == m_startChannel)
+        kel::System::mssleep(kGraphSettleDelay);
 
     if (m_currentChannel > m_endChannel) {
         g_errorNoSignalWithTip->setVariable("startchannel", ruvo::Value(m_startChannel))
             .setVariable("endchannel", ruvo::Value(m_endChannel));
         THROW_ERROR(ruvo::TestResult::NOSIGNAL(), 0, g_errorNoSignalWithTip);
     }
-    if (ruvo::DiagModule::checkForStop()) THROW_ERROR(ruvo::TestResult::USERABORTED(), 0, nullptr);
+    if (ruvo::DiagModule::checkForStop())
+        THROW_ERROR(ruvo::TestResult::USERABORTED(), 0, nullptr);
 
     reportProgress();
     if (checkCurrentChannel()) {
@@ -183,10 +182,12 @@ void TVTuner::signalFound()
 // A tuner records its video, and its sound when the card delivers any.
 void TVTuner::doRenderToFile()
 {
-    HRESULT hr = m_captureGraphBuilder->RenderStream(&PIN_CATEGORY_CAPTURE, &MEDIATYPE_Video, m_srcFilter, nullptr, m_mux);
+    HRESULT hr =
+        m_captureGraphBuilder->RenderStream(&PIN_CATEGORY_CAPTURE, &MEDIATYPE_Video, m_srcFilter, nullptr, m_mux);
     SORVANE_LOG_DETAIL("RenderStream(PIN_CATEGORY_CAPTURE, MEDIATYPE_Video, m_srcFilter, NULL, m_mux) returns "
                        << ErrorHandler::errorMessageFromHr(hr));
-    if (FAILED(hr)) THROW_ERROR(ruvo::TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
+    if (FAILED(hr))
+        THROW_ERROR(ruvo::TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
 
     hr = m_captureGraphBuilder->RenderStream(&PIN_CATEGORY_CAPTURE, &MEDIATYPE_Audio, m_srcFilter, nullptr, m_mux);
     SORVANE_LOG_DETAIL("RenderStream(PIN_CATEGORY_CAPTURE, MEDIATYPE_Audio, m_srcFilter, NULL, m_mux) returns "

@@ -12,7 +12,7 @@ namespace sorvane {
 
 class SORVANE_API TVTuner : public CaptureBase {
 public:
-    TVTuner(const ruvo::DiagDevice& device, const kel::String& name);
+    TVTuner(const ruvo::DiagDevice &device, const kel::String &name);
 
     // The whole channel test: returns when a channel with signal was found, otherwise
     // raises CaptureException (NOSIGNAL, USERABORTED, BADPARAMS ...). A range without
@@ -46,12 +46,12 @@ protected:
     uint32_t m_currentChannel;
     uint32_t m_minChannel;
     uint32_t m_maxChannel;
-    ruvo::Parameter* m_startChannelParam;
-    ruvo::Parameter* m_endChannelParam;
+    ruvo::Parameter *m_startChannelParam;
+    ruvo::Parameter *m_endChannelParam;
 
 private:
     // The channel number a parameter names, checked against the tuner's limits.
-    uint32_t channelFrom(ruvo::Parameter* parameter) const;
+    uint32_t channelFrom(ruvo::Parameter *parameter) const;
     void runOneAttempt();
     // Asks the user to check the cable before the second attempt; false means abort.
     bool userWantsRetry();

@@ -18,8 +18,7 @@ public:
 
     // Copies the packet found into `packet` (188 bytes) and moves the read position past
     // it; otherwise moves the read position over the bytes ruled out and returns false.
-    static bool findPacket(const unsigned char* data, int32_t& readPosition, int32_t writeCount,
-                           unsigned char* packet);
+    static bool findPacket(const unsigned char *data, int32_t &readPosition, int32_t writeCount, unsigned char *packet);
 };
 
 } // namespace sorvane

@@ -6,7 +6,7 @@ namespace sorvane {
 class TsPacketSource {
 public:
     // Copies the next 188-byte packet into `packet`; false when there is none.
-    virtual bool getNextPacket(unsigned char* packet) = 0;
+    virtual bool getNextPacket(unsigned char *packet) = 0;
 
 protected:
     ~TsPacketSource() {}

@@ -13,7 +13,7 @@ public:
     static const int kHeaderSize = 4;
     static const uint16_t kNullPid = 0x1FFF;
 
-    explicit TsPacketView(const unsigned char* packet) : m_bytes(packet) {}
+    explicit TsPacketView(const unsigned char *packet) : m_bytes(packet) {}
 
     bool inSync() const { return m_bytes[0] == kSyncByte; }
     bool transportError() const { return (m_bytes[1] & 0x80) != 0; }
@@ -28,17 +28,19 @@ public:
     // flag, or an adaptation field that claims the whole packet or more).
     int payloadOffset() const
     {
-        if (!hasPayload()) return kSize;
-        if (!hasAdaptationField()) return kHeaderSize;
+        if (!hasPayload())
+            return kSize;
+        if (!hasAdaptationField())
+            return kHeaderSize;
         const int offset = kHeaderSize + 1 + m_bytes[kHeaderSize];
         return offset < kSize ? offset : kSize;
     }
-    const unsigned char* payload() const { return m_bytes + payloadOffset(); }
+    const unsigned char *payload() const { return m_bytes + payloadOffset(); }
     int payloadSize() const { return kSize - payloadOffset(); }
-    const unsigned char* bytes() const { return m_bytes; }
+    const unsigned char *bytes() const { return m_bytes; }
 
 private:
-    const unsigned char* m_bytes;
+    const unsigned char *m_bytes;
 };
 
 } // namespace sorvane

@@ -15,13 +15,14 @@ public:
 
     // Observer: headerFlags(index, byte), packetError(index), outOfSync(index).
     template <class Observer>
-    static int score(const unsigned char* data, int length, Observer& observer)
+    static int score(const unsigned char *data, int length, Observer &observer)
     {
         const int packets = length / TsPacketView::kSize;
-        if (packets < 1) return kNoWholePacket;
+        if (packets < 1)
+            return kNoWholePacket;
         int errors = 0;
         for (int i = 0; i < packets; ++i) {
-            const unsigned char* packet = data + i * TsPacketView::kSize;
+            const unsigned char *packet = data + i * TsPacketView::kSize;
             if (packet[0] != TsPacketView::kSyncByte) {
                 observer.outOfSync(i);
                 return kOutOfSync;
@@ -41,7 +42,7 @@ public:
         void outOfSync(int) {}
     };
 
-    static int score(const unsigned char* data, int length)
+    static int score(const unsigned char *data, int length)
     {
         Silent silent;
         return score(data, length, silent);

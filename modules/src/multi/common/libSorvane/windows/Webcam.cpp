@@ -34,18 +34,18 @@ typedef std::vector<MediaTypeOwner> CapabilityGroup;
 typedef std::map<kel::String, CapabilityGroup> CapabilityGroups;
 
 // Pixel formats in the order they are preferred; only the first one the camera offers is used.
-const GUID* const kPreferredSubtypes[] = {&MEDIASUBTYPE_RGB24, &MEDIASUBTYPE_YUY2, &MEDIASUBTYPE_UYVY,
+const GUID *const kPreferredSubtypes[] = {&MEDIASUBTYPE_RGB24, &MEDIASUBTYPE_YUY2, &MEDIASUBTYPE_UYVY,
                                           &MEDIASUBTYPE_MJPG};
 
-const VIDEOINFOHEADER* videoInfo(const AM_MEDIA_TYPE* mediaType)
+const VIDEOINFOHEADER *videoInfo(const AM_MEDIA_TYPE *mediaType)
 {
     if (!mediaType || !IsEqualGUID(mediaType->formattype, FORMAT_VideoInfo) || !mediaType->pbFormat ||
         mediaType->cbFormat < sizeof(VIDEOINFOHEADER))
         return nullptr;
-    return reinterpret_cast<const VIDEOINFOHEADER*>(mediaType->pbFormat);
+    return reinterpret_cast<const VIDEOINFOHEADER *>(mediaType->pbFormat);
 }
 
-bool isSubtype(const AM_MEDIA_TYPE* mediaType, const GUID& subtype)
+bool isSubtype(const AM_MEDIA_TYPE *mediaType, const GUID &subtype)
 {
     return mediaType && IsEqualGUID(mediaType->subtype, subtype);
 }
@@ -53,55 +53,59 @@ bool isSubtype(const AM_MEDIA_TYPE* mediaType, const GUID& subtype)
 // A copy for the copy constructor: both objects close their own handle.
 HANDLE duplicateHandle(HANDLE handle)
 {
-    if (!handle || handle == INVALID_HANDLE_VALUE) return INVALID_HANDLE_VALUE;
+    if (!handle || handle == INVALID_HANDLE_VALUE)
+        return INVALID_HANDLE_VALUE;
     HANDLE copy = INVALID_HANDLE_VALUE;
     if (!DuplicateHandle(GetCurrentProcess(), handle, GetCurrentProcess(), &copy, 0, FALSE, DUPLICATE_SAME_ACCESS)) {
-        SORVANE_LOG_ERROR("DuplicateHandle failed: " << ErrorHandler::errorMessageFromHr(HRESULT_FROM_WIN32(GetLastError())));
+        SORVANE_LOG_ERROR(
+            "DuplicateHandle failed: " << ErrorHandler::errorMessageFromHr(HRESULT_FROM_WIN32(GetLastError())));
         return INVALID_HANDLE_VALUE;
     }
     return copy;
 }
 
-const void* handleText(const ScopedHandle& handle)
+const void *handleText(const ScopedHandle &handle)
 {
     return handle.get();
 }
 
-CapabilityGroups readCapabilities(IAMStreamConfig* streamConfig, int count)
+CapabilityGroups readCapabilities(IAMStreamConfig *streamConfig, int count)
 {
     CapabilityGroups groups;
     for (int i = 0; i < count; ++i) {
         MediaTypeOwner capability;
         VIDEO_STREAM_CONFIG_CAPS caps;
-        if (FAILED(streamConfig->GetStreamCaps(i, capability.receive(), reinterpret_cast<BYTE*>(&caps)))) {
+        if (FAILED(streamConfig->GetStreamCaps(i, capability.receive(), reinterpret_cast<BYTE *>(&caps)))) {
             SORVANE_LOG_DETAIL("Failed to fetch capability " << i);
             continue;
         }
         // Other format types are dropped here; their owner frees them.
-        if (!videoInfo(capability.get())) continue;
+        if (!videoInfo(capability.get()))
+            continue;
         groups[CaptureUtil::subTypeToString(capability->subtype)].push_back(std::move(capability));
     }
     return groups;
 }
 
-void sortCapabilities(CapabilityGroups& groups)
+void sortCapabilities(CapabilityGroups &groups)
 {
     kel::String text;
     for (CapabilityGroups::iterator group = groups.begin(); group != groups.end(); ++group) {
-        std::sort(group->second.begin(), group->second.end(), [](const MediaTypeOwner& a, const MediaTypeOwner& b) {
+        std::sort(group->second.begin(), group->second.end(), [](const MediaTypeOwner &a, const MediaTypeOwner &b) {
             return Webcam::compareCapabilities(a.get(), b.get());
         });
-        for (const MediaTypeOwner& capability : group->second)
+        for (const MediaTypeOwner &capability : group->second)
             text += CaptureUtil::mediaTypeToString(capability.get()) + L"\n";
     }
     SORVANE_LOG_DETAIL("capabilities: \n" << text);
 }
 
-const CapabilityGroup* preferredGroup(const CapabilityGroups& groups)
+const CapabilityGroup *preferredGroup(const CapabilityGroups &groups)
 {
-    for (const GUID* subtype : kPreferredSubtypes) {
+    for (const GUID *subtype : kPreferredSubtypes) {
         const CapabilityGroups::const_iterator group = groups.find(CaptureUtil::subTypeToString(*subtype));
-        if (group != groups.end() && !group->second.empty()) return &group->second;
+        if (group != groups.end() && !group->second.empty())
+            return &group->second;
     }
     return nullptr;
 }
@@ -110,22 +114,18 @@ const CapabilityGroup* preferredGroup(const CapabilityGroups& groups)
 
 Webcam::FrameInfo::FrameInfo() : width(0), height(0), format(FORMAT_UNKNOWN), isJpeg(false), bottomUp(false) {}
 
-Webcam::Webcam(const ruvo::DiagDevice& device, const kel::String& name, unsigned int captureDelay)
-    : CaptureBase(device, name),
-      m_srcHandle(INVALID_HANDLE_VALUE),
-      m_captureDelay(captureDelay),
-      privacySupported(false),
-      m_privacyRestoreValue(0),
-      m_privacyRestoreFlags(1)
+Webcam::Webcam(const ruvo::DiagDevice &device, const kel::String &name, unsigned int captureDelay)
+    : CaptureBase(device, name), m_srcHandle(INVALID_HANDLE_VALUE), m_captureDelay(captureDelay),
+      privacySupported(false), m_privacyRestoreValue(0), m_privacyRestoreFlags(1)
 {
 }
 
-Webcam::Webcam(const Webcam& other) : CaptureBase(other), m_srcHandle(INVALID_HANDLE_VALUE)
+Webcam::Webcam(const Webcam &other) : CaptureBase(other), m_srcHandle(INVALID_HANDLE_VALUE)
 {
     copyFrom(other);
 }
 
-Webcam& Webcam::operator=(const Webcam& other)
+Webcam &Webcam::operator=(const Webcam &other)
 {
     if (this != &other) {
         CaptureBase::operator=(other);
@@ -136,7 +136,7 @@ Webcam& Webcam::operator=(const Webcam& other)
 
 Webcam::~Webcam() {}
 
-void Webcam::copyFrom(const Webcam& other)
+void Webcam::copyFrom(const Webcam &other)
 {
     m_srcHandle.reset(duplicateHandle(other.m_srcHandle.get()));
     m_sampleGrabberCallback = other.m_sampleGrabberCallback;
@@ -154,13 +154,14 @@ void Webcam::captureFrames(unsigned long long count)
     callMethodWithRetries(boost::bind(&Webcam::doCaptureFrames, this, count));
 }
 
-Webcam::FrameList Webcam::getFrames(FrameInfo& info)
+Webcam::FrameList Webcam::getFrames(FrameInfo &info)
 {
     kel::TraceLogger trace(sorvaneLogger(), "WebCamCapture::getFrames", __FILE__, __LINE__);
-    const VIDEOINFOHEADER* video = videoInfo(m_mediaType.get());
+    const VIDEOINFOHEADER *video = videoInfo(m_mediaType.get());
     if (!video) {
-        SORVANE_LOG_DETAIL("Unsupported format type: "
-                           << (m_mediaType ? CaptureUtil::subTypeToString(m_mediaType->subtype) : kel::String(L"none")));
+        SORVANE_LOG_DETAIL("Unsupported format type: " << (m_mediaType
+                                                               ? CaptureUtil::subTypeToString(m_mediaType->subtype)
+                                                               : kel::String(L"none")));
         return FrameList();
     }
     info.width = video->bmiHeader.biWidth;
@@ -182,18 +183,20 @@ Webcam::FrameList Webcam::getFrames(FrameInfo& info)
     return m_frames;
 }
 
-bool Webcam::compareCapabilities(const AM_MEDIA_TYPE* a, const AM_MEDIA_TYPE* b)
+bool Webcam::compareCapabilities(const AM_MEDIA_TYPE *a, const AM_MEDIA_TYPE *b)
 {
-    const BITMAPINFOHEADER& first = reinterpret_cast<const VIDEOINFOHEADER*>(a->pbFormat)->bmiHeader;
-    const BITMAPINFOHEADER& second = reinterpret_cast<const VIDEOINFOHEADER*>(b->pbFormat)->bmiHeader;
-    if (first.biWidth != second.biWidth) return first.biWidth > second.biWidth;
+    const BITMAPINFOHEADER &first = reinterpret_cast<const VIDEOINFOHEADER *>(a->pbFormat)->bmiHeader;
+    const BITMAPINFOHEADER &second = reinterpret_cast<const VIDEOINFOHEADER *>(b->pbFormat)->bmiHeader;
+    if (first.biWidth != second.biWidth)
+        return first.biWidth > second.biWidth;
     return first.biHeight > second.biHeight;
 }
 
 void Webcam::doCaptureFrames(unsigned long long count)
 {
     SORVANE_TRACE();
-    if (CaptureUtil::mediaCenterIsRunning()) THROW_WARNING(ruvo::TestResult::CANNOTRUN(), 0, g_mediaCenterIsRunning);
+    if (CaptureUtil::mediaCenterIsRunning())
+        THROW_WARNING(ruvo::TestResult::CANNOTRUN(), 0, g_mediaCenterIsRunning);
     ScopeExit cleanUp(boost::bind(&Webcam::cleanUpAll, this));
     setupGraph();
     setupDevice();
@@ -202,7 +205,7 @@ void Webcam::doCaptureFrames(unsigned long long count)
     CComPtr<IAMStreamConfig> streamConfig = findStreamConfig();
     CapabilityGroups groups = readCapabilities(streamConfig, capabilityCount(streamConfig));
     sortCapabilities(groups);
-    const CapabilityGroup* group = preferredGroup(groups);
+    const CapabilityGroup *group = preferredGroup(groups);
     if (!group) {
         SORVANE_LOG_DETAIL("No supported capability found.");
         THROW_ERROR(ruvo::TestResult::CANNOTRUN(), 0, g_errorCreatingFilterGraph);
@@ -210,13 +213,14 @@ void Webcam::doCaptureFrames(unsigned long long count)
 
     std::vector<kel::String> failedCapabilities;
     for (size_t k = 0; m_frames.size() < count && k < group->size(); ++k) {
-        const AM_MEDIA_TYPE* capability = (*group)[k].get();
+        const AM_MEDIA_TYPE *capability = (*group)[k].get();
         try {
             captureWithCapability(streamConfig, capability, count, group->size(), k);
-        } catch (const CaptureException& e) {
+        } catch (const CaptureException &e) {
             SORVANE_LOG_DETAIL("doCaptureFrames capability loop caught: " << e.toString());
             failedCapabilities.push_back(CaptureUtil::mediaTypeToString(capability));
-            if (!isRecoverable(e)) throw;
+            if (!isRecoverable(e))
+                throw;
             SORVANE_LOG_DETAIL("retrying after rebuilding the DirectShow/COM universe...");
             cleanUpAll();
             setupGraph();
@@ -226,7 +230,8 @@ void Webcam::doCaptureFrames(unsigned long long count)
 
     if (!failedCapabilities.empty()) {
         SORVANE_LOG_DETAIL("Failed to capture frames for capabilities:");
-        for (const kel::String& text : failedCapabilities) SORVANE_LOG_DETAIL(text);
+        for (const kel::String &text : failedCapabilities)
+            SORVANE_LOG_DETAIL(text);
     }
     if (m_frames.size() < count) {
         SORVANE_LOG_DETAIL("Unable to capture " << count << " frames, got "
@@ -249,7 +254,7 @@ CComPtr<IAMStreamConfig> Webcam::findStreamConfig()
     return streamConfig;
 }
 
-int Webcam::capabilityCount(IAMStreamConfig* streamConfig)
+int Webcam::capabilityCount(IAMStreamConfig *streamConfig)
 {
     SORVANE_TRACE();
     int count = 0;
@@ -266,14 +271,14 @@ int Webcam::capabilityCount(IAMStreamConfig* streamConfig)
     return count;
 }
 
-void Webcam::captureWithCapability(IAMStreamConfig* streamConfig, const AM_MEDIA_TYPE* capability,
+void Webcam::captureWithCapability(IAMStreamConfig *streamConfig, const AM_MEDIA_TYPE *capability,
                                    unsigned long long count, unsigned long long groupSize, unsigned long long index)
 {
     SORVANE_TRACE();
     ScopeExit detach(boost::bind(&Webcam::detachCallback, this));
 
     SORVANE_LOG_DETAIL("SetFormat to " << CaptureUtil::mediaTypeToString(capability));
-    const HRESULT hr = streamConfig->SetFormat(const_cast<AM_MEDIA_TYPE*>(capability));
+    const HRESULT hr = streamConfig->SetFormat(const_cast<AM_MEDIA_TYPE *>(capability));
     if (FAILED(hr)) {
         SORVANE_LOG_ERROR("SetFormat failed: " << ErrorHandler::errorMessageFromHr(hr));
         THROW_ERROR(ruvo::TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
@@ -316,14 +321,15 @@ void Webcam::detachCallback()
 {
     SORVANE_TRACE();
     SORVANE_LOG_DETAIL("clear sampleGrabberCallback");
-    if (m_sampleGrabber) m_sampleGrabber->SetCallback(nullptr, 0);
+    if (m_sampleGrabber)
+        m_sampleGrabber->SetCallback(nullptr, 0);
     m_sampleGrabberCallback.Release();
 }
 
 void Webcam::takeFramesFromCallback(unsigned long long count)
 {
     SORVANE_TRACE();
-    const SampleGrabberCallback* callback = dynamic_cast<SampleGrabberCallback*>(m_sampleGrabberCallback.p);
+    const SampleGrabberCallback *callback = dynamic_cast<SampleGrabberCallback *>(m_sampleGrabberCallback.p);
     if (!callback) {
         SORVANE_LOG_ERROR("dynamic_cast<SampleGrabberCallback*>(m_sampleGrabberCallback.p) failed!");
         THROW_ERROR(ruvo::TestResult::FAIL(), 0, g_errorCreatingFilterGraph);
@@ -345,7 +351,8 @@ void Webcam::takeFramesFromCallback(unsigned long long count)
         THROW_ERROR(ruvo::TestResult::FAIL(), E_OUTOFMEMORY, g_errorCapturingFrames);
     }
     SORVANE_LOG_DETAIL("SampleGrabber used format = " << CaptureUtil::mediaTypeToString(m_mediaType.get()));
-    if (m_frames.size() < count) THROW_ERROR(ruvo::TestResult::FAIL(), 0, g_errorCapturingFrames);
+    if (m_frames.size() < count)
+        THROW_ERROR(ruvo::TestResult::FAIL(), 0, g_errorCapturingFrames);
 }
 
 void Webcam::percentCallback(unsigned long long groupSize, unsigned long long index, int percent)
@@ -400,7 +407,8 @@ void Webcam::renderToSaver()
     kel::TraceLogger trace(sorvaneLogger(), "Webcam::renderToSaver", __FILE__, __LINE__);
     KEL_ASSERT(m_graphManager);
     KEL_ASSERT(m_srcFilter);
-    if (!m_graphManager || !m_srcFilter) THROW_ERROR(ruvo::TestResult::FAIL(), E_POINTER, g_errorCreatingFilterGraph);
+    if (!m_graphManager || !m_srcFilter)
+        THROW_ERROR(ruvo::TestResult::FAIL(), E_POINTER, g_errorCreatingFilterGraph);
 
     // Each capability gets a grabber set up for its own media type.
     setupSampleGrabber();
@@ -431,15 +439,21 @@ bool Webcam::connectDirect()
     CComPtr<IPin> grabberIn;
     CComPtr<IPin> grabberOut;
     CComPtr<IPin> sinkIn;
-    m_captureGraphBuilder->FindPin(m_srcFilter, PINDIR_OUTPUT, &PIN_CATEGORY_CAPTURE, &MEDIATYPE_Video, TRUE, 0, &srcOut);
+    m_captureGraphBuilder->FindPin(m_srcFilter, PINDIR_OUTPUT, &PIN_CATEGORY_CAPTURE, &MEDIATYPE_Video, TRUE, 0,
+                                   &srcOut);
     m_captureGraphBuilder->FindPin(m_sampleGrabberFilter, PINDIR_INPUT, nullptr, nullptr, TRUE, 0, &grabberIn);
     m_captureGraphBuilder->FindPin(m_sampleGrabberFilter, PINDIR_OUTPUT, nullptr, nullptr, TRUE, 0, &grabberOut);
     m_captureGraphBuilder->FindPin(m_sinkFilter, PINDIR_INPUT, nullptr, nullptr, TRUE, 0, &sinkIn);
-    if (!srcOut) SORVANE_LOG_ERROR("srcOut == NULL");
-    if (!grabberIn) SORVANE_LOG_ERROR("grabberIn == NULL");
-    if (!grabberOut) SORVANE_LOG_ERROR("grabberOut == NULL");
-    if (!sinkIn) SORVANE_LOG_ERROR("sinkIn == NULL");
-    if (!srcOut || !grabberIn || !grabberOut || !sinkIn) return false;
+    if (!srcOut)
+        SORVANE_LOG_ERROR("srcOut == NULL");
+    if (!grabberIn)
+        SORVANE_LOG_ERROR("grabberIn == NULL");
+    if (!grabberOut)
+        SORVANE_LOG_ERROR("grabberOut == NULL");
+    if (!sinkIn)
+        SORVANE_LOG_ERROR("sinkIn == NULL");
+    if (!srcOut || !grabberIn || !grabberOut || !sinkIn)
+        return false;
 
     HRESULT hr = m_graphManager->ConnectDirect(srcOut, grabberIn, m_mediaType.get());
     SORVANE_LOG_DETAIL("ConnectDirect(srcOut, grabberIn) returned: " << ErrorHandler::errorMessageFromHr(hr));
@@ -468,7 +482,8 @@ void Webcam::renderThroughRenderStream()
     SORVANE_LOG_DETAIL("RenderStream(PIN_CATEGORY_CAPTURE, MEDIATYPE_Video, m_srcFilter, m_sampleGrabberFilter, "
                        "m_sinkFilter) returns: "
                        << ErrorHandler::errorMessageFromHr(hr));
-    if (FAILED(hr)) THROW_ERROR(ruvo::TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
+    if (FAILED(hr))
+        THROW_ERROR(ruvo::TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
 }
 
 void Webcam::doRenderToFile()
@@ -494,18 +509,19 @@ void Webcam::cleanUpCOMInterfaces()
 }
 
 // Frames missing after a completed run will be missing on the next capability too.
-bool Webcam::isRecoverable(const CaptureException& e)
+bool Webcam::isRecoverable(const CaptureException &e)
 {
     SORVANE_TRACE();
-    if (e.getErrorEvent() == g_errorCapturingFrames) return false;
+    if (e.getErrorEvent() == g_errorCapturingFrames)
+        return false;
     return CaptureBase::isRecoverable(e);
 }
 
-void Webcam::getPrivacy(long& value, long& flags)
+void Webcam::getPrivacy(long &value, long &flags)
 {
     SORVANE_TRACE();
     SORVANE_LOG_DETAIL("query IAMCameraControl on m_srcFilter");
-    CComQIPtr<IAMCameraControl> cameraControl(static_cast<IUnknown*>(m_srcFilter.p));
+    CComQIPtr<IAMCameraControl> cameraControl(static_cast<IUnknown *>(m_srcFilter.p));
     if (cameraControl) {
         SORVANE_LOG_DETAIL("Web Camera Control supported");
         long currentValue = 0;
@@ -532,7 +548,7 @@ void Webcam::setPrivacy(long value, long flags)
         SORVANE_LOG_DETAIL("setPrivacy: the camera has no privacy control, nothing set");
         return;
     }
-    CComQIPtr<IAMCameraControl> cameraControl(static_cast<IUnknown*>(m_srcFilter.p));
+    CComQIPtr<IAMCameraControl> cameraControl(static_cast<IUnknown *>(m_srcFilter.p));
     if (!cameraControl) {
         SORVANE_LOG_DETAIL("setPrivacy: no camera filter in a graph, nothing set");
         return;

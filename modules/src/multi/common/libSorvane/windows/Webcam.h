@@ -30,34 +30,34 @@ public:
         FrameInfo();
 
         int32_t width;
-        int32_t height;   // always positive; see bottomUp
+        int32_t height; // always positive; see bottomUp
         int32_t format;
         bool isJpeg;
-        bool bottomUp;    // RGB24 rows stored from the bottom line up
+        bool bottomUp; // RGB24 rows stored from the bottom line up
     };
     typedef std::vector<boost::shared_ptr<unsigned char>> FrameList;
 
     // captureDelay: milliseconds of video dropped after the first sample, while the
     // camera's exposure settles.
-    Webcam(const ruvo::DiagDevice& device, const kel::String& name, unsigned int captureDelay);
-    Webcam(const Webcam& other);
-    Webcam& operator=(const Webcam& other);
+    Webcam(const ruvo::DiagDevice &device, const kel::String &name, unsigned int captureDelay);
+    Webcam(const Webcam &other);
+    Webcam &operator=(const Webcam &other);
     ~Webcam() override;
 
     // Grabs `count` frames, retrying whole attempts as preview and recording do.
     virtual void captureFrames(unsigned long long count);
     // The frames of the last capture (shared, not copied) and their description.
-    virtual FrameList getFrames(FrameInfo& info);
+    virtual FrameList getFrames(FrameInfo &info);
 
     // Orders capabilities largest frame first: wider, then taller.
-    static bool compareCapabilities(const AM_MEDIA_TYPE* a, const AM_MEDIA_TYPE* b);
+    static bool compareCapabilities(const AM_MEDIA_TYPE *a, const AM_MEDIA_TYPE *b);
 
 protected:
     void setupDevice() override;
     void setupSampleGrabber() override;
     void doRenderToFile() override;
     void cleanUpCOMInterfaces() override;
-    bool isRecoverable(const CaptureException& e) override;
+    bool isRecoverable(const CaptureException &e) override;
 
     virtual void doCaptureFrames(unsigned long long count);
     // Wires source -> sample grabber -> null renderer for the capability in m_mediaType.
@@ -66,7 +66,7 @@ protected:
 public:
     // The camera's privacy control while a graph is built; values stay untouched when the
     // camera has none.
-    virtual void getPrivacy(long& value, long& flags);
+    virtual void getPrivacy(long &value, long &flags);
     virtual void setPrivacy(long value, long flags);
 
 protected:
@@ -84,16 +84,16 @@ protected:
 
 private:
     CComPtr<IAMStreamConfig> findStreamConfig();
-    int capabilityCount(IAMStreamConfig* streamConfig);
-    void captureWithCapability(IAMStreamConfig* streamConfig, const AM_MEDIA_TYPE* capability,
-                               unsigned long long count, unsigned long long groupSize, unsigned long long index);
+    int capabilityCount(IAMStreamConfig *streamConfig);
+    void captureWithCapability(IAMStreamConfig *streamConfig, const AM_MEDIA_TYPE *capability, unsigned long long count,
+                               unsigned long long groupSize, unsigned long long index);
     void attachCallback(unsigned long long count);
     void detachCallback();
     void takeFramesFromCallback(unsigned long long count);
     // False when a pin is missing or a connection is refused; nothing is left connected then.
     bool connectDirect();
     void renderThroughRenderStream();
-    void copyFrom(const Webcam& other);
+    void copyFrom(const Webcam &other);
 };
 
 } // namespace sorvane
