@@ -29,29 +29,29 @@ int TsPacketizer::nextCounter(int pid)
     return current;
 }
 
-void TsPacketizer::packet(const PacketSpec &spec, const std::uint8_t *payload, std::size_t length,
+void TsPacketizer::packet(const PacketSpec &header, const std::uint8_t *payload, std::size_t length,
                           std::vector<std::uint8_t> &out)
 {
-    std::size_t adaptation = spec.pcr >= 0 ? kPcrFieldSize : 0;
-    if (spec.stuffWithAdaptation && length + adaptation < kPayloadRoom)
+    std::size_t adaptation = header.pcr >= 0 ? kPcrFieldSize : 0;
+    if (header.stuffWithAdaptation && length + adaptation < kPayloadRoom)
         adaptation = kPayloadRoom - length;
     const std::size_t start = out.size();
     out.push_back(0x47);
-    out.push_back(static_cast<std::uint8_t>((spec.unitStart ? 0x40 : 0x00) | ((spec.pid >> 8) & 0x1F)));
-    out.push_back(static_cast<std::uint8_t>(spec.pid & 0xFF));
+    out.push_back(static_cast<std::uint8_t>((header.unitStart ? 0x40 : 0x00) | ((header.pid >> 8) & 0x1F)));
+    out.push_back(static_cast<std::uint8_t>(header.pid & 0xFF));
     const int control = adaptation > 0 ? 0x30 : 0x10;
-    out.push_back(static_cast<std::uint8_t>((spec.scrambled ? 0x80 : 0x00) | control | nextCounter(spec.pid)));
+    out.push_back(static_cast<std::uint8_t>((header.scrambled ? 0x80 : 0x00) | control | nextCounter(header.pid)));
     if (adaptation > 0) {
         out.push_back(static_cast<std::uint8_t>(adaptation - 1));
         if (adaptation > 1) {
-            out.push_back(spec.pcr >= 0 ? 0x10 : 0x00);
-            if (spec.pcr >= 0)
-                appendPcr(spec.pcr, out);
+            out.push_back(header.pcr >= 0 ? 0x10 : 0x00);
+            if (header.pcr >= 0)
+                appendPcr(header.pcr, out);
             out.resize(start + 4 + adaptation, 0xFF);
         }
     }
     for (std::size_t i = 0; i < length; ++i) {
-        if (!spec.scrambled) {
+        if (!header.scrambled) {
             out.push_back(payload[i]);
             continue;
         }

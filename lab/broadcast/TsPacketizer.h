@@ -33,7 +33,7 @@ private:
     };
 
     int nextCounter(int pid);
-    void packet(const PacketSpec &spec, const std::uint8_t *payload, std::size_t length,
+    void packet(const PacketSpec &header, const std::uint8_t *payload, std::size_t length,
                 std::vector<std::uint8_t> &out);
 
     std::map<int, int> m_counters;
