@@ -34,6 +34,7 @@ const wchar_t kDtmbTuner[] = L"Lab DTMB Tuner";
 const wchar_t kOcurTuner[] = L"Lab OpenCable Tuner";
 const wchar_t kProvider[] = L"Network Provider";
 const wchar_t kSpaces[] = L"System Tuning Spaces";
+const wchar_t kDemux[] = L"MPEG-2 Demultiplexer";
 
 // The framework's record of a lab BDA tuner, as the host's digital catalogue builds it.
 ruvo::DiagDevice bdaDevice(const wchar_t *friendlyName)
@@ -223,6 +224,7 @@ TEST_F(DigitalTunerLabTest, DVBTSetUpFailuresThroughLabFaults)
     const Row rows[] = {
         {kSpaces, L"spaces", L"ATSC, ATSCCable", L"Cannot get DVB-T tuning space"},
         {kSpaces, L"fault.put_SystemType", L"0x80004005", L"DVBTuningSpace2::put_SystemType(DVB_Terrestrial) failed: "},
+        {kProvider, L"fault.IFrequencyMap", L"yes", L"IBaseFilter::QueryInterface(IFrequencyMap) failed: "},
         {kProvider, L"fault.get_CountryCodeList", L"0x80004005", L"IFrequencyMap:get_CountryCodeList failed: "},
         {kProvider, L"fault.put_CountryCode", L"0x80070057", L"***ERROR: IFrequencyMap::put_CountryCode failed: "},
         {kProvider, L"fault.get_DefaultFrequencyMapping", L"0x8007000E",
@@ -234,6 +236,30 @@ TEST_F(DigitalTunerLabTest, DVBTSetUpFailuresThroughLabFaults)
         EXPECT_EQ(e.getResult(), TestResult::FAIL()) << row.key;
         EXPECT_EQ(e.getErrorEvent(), sorvane::g_errorCreatingFilterGraph) << row.key;
         EXPECT_TRUE(log().contains(row.logged)) << row.key;
+    }
+}
+
+TEST_F(DigitalTunerLabTest, DVBTDemultiplexerFailures)
+{
+    setParameter("Country", ruvo::Value(kel::String(L"de")));
+    // Connecting and the graph's own rendering enumerate the pins first; the DVB-T tuner's
+    // enumeration comes after the tuning space, a few enumerations later.
+    {
+        lab::clearJournal(kDemux);
+        lab::DeviceOverride demux(kDemux, L"fault.EnumPins", L"0x8000FFFF");
+        demux.set(L"fault.EnumPins.skip", L"4");
+        const CaptureException e = scan<sorvane::DVBTuner>(kDvbtTuner);
+        EXPECT_EQ(e.getResult(), TestResult::FAIL());
+        EXPECT_EQ(e.getErrorEvent(), sorvane::g_errorCreatingFilterGraph);
+        EXPECT_TRUE(log().contains(L"ERROR: Demux::EnumPins failed: "));
+        EXPECT_FALSE(journalOf(kDemux, L"EnumPins failed").empty());
+    }
+    {
+        lab::DeviceOverride demux(kDemux, L"fault.video", L"yes");
+        const CaptureException e = scan<sorvane::DVBTuner>(kDvbtTuner);
+        EXPECT_EQ(e.getResult(), TestResult::FAIL());
+        EXPECT_EQ(e.getErrorEvent(), sorvane::g_errorCannotRunDVBTest);
+        EXPECT_TRUE(log().contains(L"renderFromPin failed"));
     }
 }
 

@@ -5,6 +5,8 @@
 #include <uuids.h>
 
 #include "common/ClassRegistry.h"
+#include "common/DeviceRegistry.h"
+#include "common/DeviceState.h"
 #include "lab/BdaGuids.h"
 
 namespace lab {
@@ -63,8 +65,9 @@ void *NetworkProvider::queryExtra(REFIID iid)
 {
     if (IsEqualIID(iid, __uuidof(ITuner)))
         return static_cast<ITuner *>(&m_tuner);
-    // Only the DVB-T provider keeps frequency tables.
-    if (IsEqualIID(iid, __uuidof(IFrequencyMap)) && m_kind == ProviderKind::Dvbt)
+    // Only the DVB-T provider keeps frequency tables, and a provider without them can be asked for.
+    if (IsEqualIID(iid, __uuidof(IFrequencyMap)) && m_kind == ProviderKind::Dvbt &&
+        !DeviceRegistry::device(kDeviceName)->flag(L"fault.IFrequencyMap"))
         return static_cast<IFrequencyMap *>(&m_frequencyMap);
     return nullptr;
 }

@@ -5,6 +5,7 @@
 #include <uuids.h>
 
 #include "common/ClassRegistry.h"
+#include "common/DeviceRegistry.h"
 
 namespace lab {
 
@@ -20,17 +21,39 @@ const long kSectionBufferBytes = 4096 + 188;
 // AM_MPEG2Profile_Main and AM_MPEG2Level_Main of Windows' dvdmedia.h (mingw-w64 lacks them).
 const DWORD kProfileMain = 2;
 const DWORD kLevelMain = 2;
+// A video subtype of the lab's own that nothing in a graph accepts.
+const GUID kUnknownVideoSubtype = {0x5d1b7c2e, 0x4a36, 0x4f0e, {0x9c, 0x21, 0x7e, 0x0b, 0x52, 0xd4, 0x8a, 0x13}};
 
 } // namespace
 
+const wchar_t Mpeg2Demultiplexer::kDeviceName[] = L"MPEG-2 Demultiplexer";
+
 Mpeg2Demultiplexer::Mpeg2Demultiplexer()
-    : BaseFilter(CLSID_MPEG2Demultiplexer), m_input(*this), m_video(*this, L"Video", videoType(), kVideoBufferBytes),
+    : BaseFilter(CLSID_MPEG2Demultiplexer), m_input(*this),
+      m_video(*this, L"Video", videoType(DeviceRegistry::device(kDeviceName)->flag(L"fault.video")),
+              kVideoBufferBytes),
       m_audio(*this, L"Audio", audioType(), kAudioBufferBytes),
-      m_sections(*this, L"Sections", sectionsType(), kSectionBufferBytes)
+      m_sections(*this, L"Sections", sectionsType(), kSectionBufferBytes),
+      m_device(DeviceRegistry::device(kDeviceName))
 {
 }
 
-MediaType Mpeg2Demultiplexer::videoType()
+STDMETHODIMP Mpeg2Demultiplexer::EnumPins(IEnumPins **pins)
+{
+    const HRESULT fault = m_device->hresult(L"fault.EnumPins");
+    if (FAILED(fault)) {
+        std::lock_guard<std::recursive_mutex> guard(lock());
+        if (m_enumerations++ >= m_device->integer(L"fault.EnumPins.skip", 0)) {
+            if (pins)
+                *pins = nullptr;
+            m_device->record(L"EnumPins failed", fault);
+            return fault;
+        }
+    }
+    return BaseFilter::EnumPins(pins);
+}
+
+MediaType Mpeg2Demultiplexer::videoType(bool unrenderable)
 {
     MPEG2VIDEOINFO info = {};
     info.hdr.rcSource = {0, 0, kVideoWidth, kVideoHeight};
@@ -45,7 +68,7 @@ MediaType Mpeg2Demultiplexer::videoType()
     info.dwLevel = kLevelMain;
     AM_MEDIA_TYPE type = {};
     type.majortype = MEDIATYPE_Video;
-    type.subtype = MEDIASUBTYPE_MPEG2_VIDEO;
+    type.subtype = unrenderable ? kUnknownVideoSubtype : MEDIASUBTYPE_MPEG2_VIDEO;
     type.formattype = FORMAT_MPEG2Video;
     type.bTemporalCompression = TRUE;
     type.cbFormat = sizeof(info);

@@ -7,11 +7,17 @@
 //   "Sections"  PSI sections (MEDIATYPE_MPEG2_SECTIONS), one sample per section with a good CRC
 // The video and audio pins carry the first clear program of the stream's tables (see
 // TransportStreamDemux); no PID mapping interface is offered. Samples carry no time stamps.
+// Faults (overrides under the name "MPEG-2 Demultiplexer", read when the filter is created):
+//   fault.EnumPins = HRESULT      EnumPins fails with it, after fault.EnumPins.skip calls
+//                                 (default 0) succeeded
+//   fault.video = yes             the video pin offers a subtype no decoder or renderer takes
 #pragma once
 
+#include <memory>
 #include <mutex>
 
 #include "common/BaseFilter.h"
+#include "common/DeviceState.h"
 #include "demux/DemuxInputPin.h"
 #include "demux/DemuxOutputPin.h"
 #include "demux/TransportStreamDemux.h"
@@ -23,7 +29,11 @@ public:
     static const LONG kVideoWidth = 320;
     static const LONG kVideoHeight = 240;
 
+    static const wchar_t kDeviceName[];
+
     Mpeg2Demultiplexer();
+
+    STDMETHODIMP EnumPins(IEnumPins **pins) override;
 
     int pinCount() override;
     BasePin *pin(int index) override;
@@ -36,7 +46,7 @@ protected:
     HRESULT onPause(bool fromStopped) override;
 
 private:
-    static MediaType videoType();
+    static MediaType videoType(bool unrenderable);
     static MediaType audioType();
     static MediaType sectionsType();
 
@@ -48,6 +58,8 @@ private:
     std::mutex m_streamLock; // the streaming thread's demultiplexing state
     TransportStreamDemux m_demux;
     bool m_discontinuity = true;
+    std::shared_ptr<DeviceState> m_device;
+    long long m_enumerations = 0; // guarded by lock()
 };
 
 } // namespace lab
