@@ -30,11 +30,9 @@ const wchar_t Mpeg2Demultiplexer::kDeviceName[] = L"MPEG-2 Demultiplexer";
 
 Mpeg2Demultiplexer::Mpeg2Demultiplexer()
     : BaseFilter(CLSID_MPEG2Demultiplexer), m_input(*this),
-      m_video(*this, L"Video", videoType(DeviceRegistry::device(kDeviceName)->flag(L"fault.video")),
-              kVideoBufferBytes),
+      m_video(*this, L"Video", videoType(DeviceRegistry::device(kDeviceName)->flag(L"fault.video")), kVideoBufferBytes),
       m_audio(*this, L"Audio", audioType(), kAudioBufferBytes),
-      m_sections(*this, L"Sections", sectionsType(), kSectionBufferBytes),
-      m_device(DeviceRegistry::device(kDeviceName))
+      m_sections(*this, L"Sections", sectionsType(), kSectionBufferBytes), m_device(DeviceRegistry::device(kDeviceName))
 {
 }
 
