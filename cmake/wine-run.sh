@@ -22,6 +22,10 @@ if [ -z "$prefix" ] || [ -z "$bindir" ] || [ $# -lt 1 ]; then
     exit 2
 fi
 
+# Wine takes only an absolute prefix; the README's commands give paths from the source tree.
+prefix=$(realpath -m "$prefix")
+bindir=$(realpath -m "$bindir")
+
 "$(dirname "$0")/wine-prefix.sh" "$prefix" "$bindir" || exit 1
 
 export WINEPREFIX=$prefix

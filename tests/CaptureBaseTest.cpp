@@ -1,6 +1,6 @@
 // The capture graph core end to end against the lab: finding devices, preview with its
 // window and question, recording, and the run failures that name who holds the device.
-#include "AviFile.h"
+#include <sorvane-diag/AviFile.h>
 #include "FrameworkTest.h"
 #include "ManualClock.h"
 #include "Outcome.h"
@@ -280,7 +280,7 @@ TEST_F(CaptureBaseTest, RecordingWritesTheLabsFramesToAnAviInTheTempFolder)
     EXPECT_EQ(log().find(kel::String(L"> setupWindow")).size(), 0u);
     EXPECT_EQ(narrow(capture.outputFile()), narrow(kel::String(path.c_str())));
 
-    const sorvane::test::AviFile avi(path);
+    const sorvane::diag::AviFile avi(path);
     ASSERT_TRUE(avi.valid()) << avi.problem();
     EXPECT_EQ(avi.format().biWidth, 320);
     EXPECT_EQ(std::abs(avi.format().biHeight), 240);

@@ -25,6 +25,7 @@ const wchar_t kFlat[] = L"Lab Picture Flat";
 const wchar_t kNoise[] = L"Lab Picture Noise";
 // Its crossbar starts on the composite input, where nothing is plugged in: black.
 const wchar_t kNoInput[] = L"Lab Analog Capture Card";
+const wchar_t kTuner[] = L"Lab Analog TV Tuner";
 
 std::wstring camera(const std::wstring &name, unsigned product, const std::wstring &fault)
 {
@@ -130,7 +131,7 @@ TEST_F(SorvaneDiagPictureTest, StrictTurnsABadPictureIntoFail)
     EXPECT_EQ(0.0, frozen.report["picture"]["change"].number());
 }
 
-TEST_F(SorvaneDiagPictureTest, PreviewAndRecordingAreJudgedOnASampleOfFrames)
+TEST_F(SorvaneDiagPictureTest, APreviewIsJudgedOnASampleOfFrames)
 {
     ScratchFolder folder(L"sorvane-diag-picture");
     const Run preview = run({L"preview", L"--device", kNoInput, L"--strict"}, folder);
@@ -140,8 +141,39 @@ TEST_F(SorvaneDiagPictureTest, PreviewAndRecordingAreJudgedOnASampleOfFrames)
     EXPECT_EQ("sample", preview.report["picture"]["source"].text());
     EXPECT_EQ(5.0, preview.report["picture"]["frames"].number());
 
-    const Run recording = run({L"record", L"--device", kFlat, L"--name", L"sorvane-diag-picture"}, folder);
-    EXPECT_EQ(0u, recording.outcome.exitCode) << recording.outcome.out << recording.outcome.err;
-    EXPECT_TRUE(contains(recording.outcome.out, "Picture: flat: ")) << recording.outcome.out;
-    EXPECT_EQ("flat", recording.report["picture"]["verdict"].text());
+    // A second graph on a tuner would show its first input, not what the preview showed.
+    const Run tuner = run({L"preview", L"--device", kTuner, L"--strict"}, folder);
+    EXPECT_EQ(0u, tuner.outcome.exitCode) << tuner.outcome.out << tuner.outcome.err;
+    EXPECT_TRUE(contains(tuner.outcome.out, "Picture: not judged: a TV tuner's picture is not sampled."))
+        << tuner.outcome.out;
+    EXPECT_EQ("not judged", tuner.report["picture"]["verdict"].text());
+}
+
+TEST_F(SorvaneDiagPictureTest, ARecordingIsJudgedOnTheFramesOfItsFile)
+{
+    ScratchFolder folder(L"sorvane-diag-picture");
+    const std::wstring name = L"sorvane-diag-picture-" + std::to_wstring(GetCurrentProcessId());
+    const Run flat = run({L"record", L"--device", kFlat, L"--name", name}, folder);
+    EXPECT_EQ(0u, flat.outcome.exitCode) << flat.outcome.out << flat.outcome.err;
+    EXPECT_TRUE(contains(flat.outcome.out, "Picture: flat: ")) << flat.outcome.out;
+    EXPECT_EQ("flat", flat.report["picture"]["verdict"].text());
+    EXPECT_EQ("recording", flat.report["picture"]["source"].text());
+    EXPECT_FALSE(contains(flat.outcome.out, "frames to judge the picture")) << flat.outcome.out;
+
+    // The tuner records its tuner input on a channel without signal: snow.
+    const Run snow = run({L"record", L"--device", kTuner, L"--name", name, L"--strict"}, folder);
+    EXPECT_EQ(kFail, snow.outcome.exitCode) << snow.outcome.out << snow.outcome.err;
+    EXPECT_TRUE(contains(snow.outcome.out, "Picture: noise: ")) << snow.outcome.out;
+    EXPECT_TRUE(contains(snow.outcome.out, "--strict: a noise picture fails the test.")) << snow.outcome.out;
+    EXPECT_EQ("recording", snow.report["picture"]["source"].text());
+    EXPECT_GT(snow.report["picture"]["frames"].number(), 1.0);
+
+    const Run good = run({L"record", L"--device", L"Lab Webcam RGB24", L"--name", name, L"--strict"}, folder);
+    EXPECT_EQ(0u, good.outcome.exitCode) << good.outcome.out << good.outcome.err;
+    EXPECT_EQ("good", good.report["picture"]["verdict"].text());
+    EXPECT_EQ(0.0, good.report["picture"]["identicalPairs"].number());
+
+    wchar_t temp[MAX_PATH] = {};
+    GetTempPathW(MAX_PATH, temp);
+    DeleteFileW((std::wstring(temp) + name + L".avi").c_str());
 }

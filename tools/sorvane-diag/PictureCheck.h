@@ -26,12 +26,21 @@ public:
     // unless --strict finds the picture bad.
     static ruvo::TestResult judge(CommandContext &context, const CapturedFrames &frames,
                                   const ruvo::TestResult &result);
-    // Preview and recording return no frames: after a passing run the host captures a short
-    // sample from the same device and judges that. Tuners are not sampled.
+    // A preview returns no frames: after a passing preview the host captures a short sample
+    // from the same device and judges that. A tuner is not sampled: a second graph would show
+    // the card's first input, not the channel the preview routed and tuned.
     static ruvo::TestResult judgeSample(CommandContext &context, const ruvo::DiagDevice &device,
                                         const ruvo::TestResult &result);
+    // A recording is judged on the frames of the AVI file it left, whatever the device.
+    static const unsigned kRecordingFrames = 30;
+    static ruvo::TestResult judgeRecording(CommandContext &context, const std::wstring &path,
+                                           const ruvo::TestResult &result);
     // Top-down BGR pictures of the captured frames (JPEG frames decoded).
     static std::vector<Image> decode(const CapturedFrames &frames);
+
+    // The last `limit` frames of a recording as the library would have returned them; an
+    // empty list (layout UNKNOWN) for a file or a format the host cannot read.
+    static CapturedFrames readRecording(const std::wstring &path, unsigned limit, std::wstring &problem);
 
 private:
     static ruvo::TestResult conclude(CommandContext &context, const std::wstring &source,

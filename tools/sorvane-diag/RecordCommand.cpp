@@ -33,8 +33,8 @@ std::wstring RecordCommand::help() const
            L"\n"
            L"Parameters read: CaptureDelay (webcams).\n"
            L"\n"
-           L"After a passing recording the host captures a sample of 5 frames from the device (not\n"
-           L"from a TV tuner) and prints its verdict on the picture.\n";
+           L"After a passing recording the host judges the picture on the last 30 frames of the\n"
+           L"file and prints its verdict.\n";
 }
 
 std::vector<std::wstring> RecordCommand::ownOptions() const
@@ -63,7 +63,7 @@ ruvo::TestResult RecordCommand::run(CommandContext &context)
         context.report().addFile(path, L"video");
         context.terminal().line(L"Recorded " + HostPaths::shown(path));
     }
-    return PictureCheck::judgeSample(context, device, result);
+    return PictureCheck::judgeRecording(context, path, result);
 }
 
 } // namespace diag

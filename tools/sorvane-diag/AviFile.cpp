@@ -5,7 +5,7 @@
 #include <iterator>
 
 namespace sorvane {
-namespace test {
+namespace diag {
 
 namespace {
 
@@ -86,5 +86,5 @@ bool AviFile::fail(const std::string &problem)
     return false;
 }
 
-} // namespace test
+} // namespace diag
 } // namespace sorvane

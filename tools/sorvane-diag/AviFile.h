@@ -5,7 +5,7 @@
 #include <vector>
 
 namespace sorvane {
-namespace test {
+namespace diag {
 
 // Reads an AVI file as a player would: the RIFF tree, the first video stream's format and
 // its frame chunks ('00dc' or '00db' in 'movi').
@@ -41,5 +41,5 @@ private:
     std::vector<Frame> m_frames;
 };
 
-} // namespace test
+} // namespace diag
 } // namespace sorvane
