@@ -2,6 +2,7 @@
 #include "AssertionCatcher.h"
 #include "FrameworkTest.h"
 #include "ManualClock.h"
+#include "ScratchFolder.h"
 
 #include <kel/OrderedHashTable.h>
 #include <kel/Stopwatch.h>
@@ -121,6 +122,29 @@ TEST_F(KelLogTest, LoggerThresholdsDecideWhatIsWritten)
     logger->setPriority(kel::LOG_DETAIL);
     EXPECT_FALSE(log().contains(String(L"hidden")));
     EXPECT_TRUE(log().contains(String(L"shown")));
+}
+
+TEST_F(KelLogTest, TheFileKeepsItsOwnLevelWhileTheObserverSeesEveryAdmittedLine)
+{
+    sorvane::test::ScratchFolder folder(L"kel-log");
+    const std::wstring path = folder.file(L"log.txt");
+    kel::Logger *logger = nullptr;
+    kel::LogFactory::createLogger(String(L"test.FileLevel"), logger);
+    const int before = kel::LogFactory::getPriority();
+    kel::LogFactory::setPriority(kel::LOG_DETAIL);
+    kel::LogFactory::setLogFile(String(path.c_str()));
+    kel::LogFactory::setLogFilePriority(kel::LOG_WARNING);
+
+    logger->log(kel::LOG_DETAIL, String(L"a detail line"));
+    logger->log(kel::LOG_ERROR, String(L"an error line"));
+    kel::LogFactory::setLogFile(String());
+    kel::LogFactory::setLogFilePriority(kel::LOG_DETAIL);
+    kel::LogFactory::setPriority(before);
+
+    EXPECT_TRUE(log().contains(String(L"a detail line")));
+    const std::string file = sorvane::test::ScratchFolder::read(path);
+    EXPECT_EQ(std::string::npos, file.find("a detail line")) << file;
+    EXPECT_NE(std::string::npos, file.find("ERROR test.FileLevel: an error line")) << file;
 }
 
 } // namespace

@@ -88,6 +88,9 @@ TEST(SorvaneDiagTunerTest, FmScanFindsAStationAndReportsSilencePastTheEnd)
     const JsonValue report = JsonValue::parse(ScratchFolder::read(folder.file(L"silent.json")));
     ASSERT_EQ(1u, report["events"].size());
     EXPECT_EQ("ErrorNoSignal", report["events"][0]["key"].text());
+    // The swept band ends its bar full, also in a pipe, and no webcam's time-out is blamed.
+    EXPECT_TRUE(contains(silent.out, "] 100%  Testing channel 100.4\nError: No signal was found.")) << silent.out;
+    EXPECT_FALSE(contains(silent.out, "What happened")) << silent.out;
 }
 
 TEST(SorvaneDiagTunerTest, CtrlCStopsAScanAsTheUsersRequest)

@@ -109,7 +109,7 @@ ruvo::TestResult CommandContext::runTest(const std::wstring &phase, const std::f
         }
         const FailureExplanation::Facts facts = {failure.getResult(), m_report.eventsSince(eventsBefore),
                                                  static_cast<long>(failure.getErrorCode()),
-                                                 LibraryErrors::since(errorsBefore)};
+                                                 LibraryErrors::since(errorsBefore), phase};
         const std::wstring explanation = FailureExplanation::of(facts);
         if (!explanation.empty())
             say(explanation);

@@ -2,6 +2,8 @@
 #include "HostError.h"
 #include "ResultCodes.h"
 
+#include <cwchar>
+
 namespace sorvane {
 namespace diag {
 
@@ -11,6 +13,8 @@ std::wstring FailureExplanation::of(const Facts &facts)
         return L"What happened: the device is listed but Windows could not open it" + codeText(facts.errorCode) +
                L"; it may have been unplugged. The library reports that as " + ResultCodes::name(facts.result) +
                L". Check the device is connected and run `sorvane-diag list`.";
+    if (facts.phase == L"scan")
+        return scanFailed(facts);
     if (posted(facts, "ErrorCapturingFrames") || posted(facts, "ErrorNoSignal")) {
         const std::wstring frames = framesNotDelivered(facts);
         if (!frames.empty())
@@ -37,6 +41,30 @@ std::wstring FailureExplanation::framesNotDelivered(const Facts &facts)
     if (!facts.libraryErrors.empty())
         return L"What happened: the library reported \"" + facts.libraryErrors.front() + L"\".";
     return L"What happened: the device started but delivered fewer frames than asked for.";
+}
+
+// A scan's events say no signal was found and ask about the cabling; that is wrong when the
+// tuner never answered the question.
+std::wstring FailureExplanation::scanFailed(const Facts &facts)
+{
+    static const std::wstring kAnswer = L"hr/signalPresent: ";
+    size_t failures = 0;
+    std::wstring first;
+    for (const std::wstring &line : facts.libraryErrors) {
+        const size_t at = line.find(kAnswer);
+        if (line.find(L"SignalPresent returned") == std::wstring::npos || at == std::wstring::npos)
+            continue;
+        if (!failures++)
+            first = line.substr(at + kAnswer.size(), line.find(L'/', at + kAnswer.size()) - at - kAnswer.size());
+    }
+    if (!failures)
+        return std::wstring();
+    const HRESULT code = static_cast<HRESULT>(wcstoul(first.c_str(), nullptr, 16));
+    return L"What happened: the tuner's own signal check failed " +
+           (failures == 1 ? std::wstring(L"once") : std::to_wstring(failures) + L" times") +
+           L" (SignalPresent answered " + HostError::describe(code) +
+           L"), and the library counts a failed check as no signal. The card or its driver did not "
+           L"answer, whatever the cabling: run the scan again, and if it repeats, check the driver.";
 }
 
 bool FailureExplanation::posted(const Facts &facts, const char *key)

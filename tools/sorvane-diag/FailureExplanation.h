@@ -19,6 +19,8 @@ public:
         std::vector<ruvo::PostedEvent> events;
         long errorCode;
         std::vector<std::wstring> libraryErrors;
+        // What the test did: "capture", "preview", "recording" or "scan".
+        std::wstring phase;
     };
 
     static std::wstring of(const Facts &facts);
@@ -28,6 +30,7 @@ private:
     // The first library error line containing `part`; empty when none does.
     static std::wstring errorLine(const Facts &facts, const wchar_t *part);
     static std::wstring framesNotDelivered(const Facts &facts);
+    static std::wstring scanFailed(const Facts &facts);
     static std::wstring codeText(long code);
 };
 

@@ -133,10 +133,14 @@ ruvo::TestResult HostApplication::runInSession(Command &command, const HostOptio
 
 void HostApplication::configureLog(const HostOptions &options)
 {
+    // The host reads some of the library's detail lines to explain a result (a tuner whose
+    // signal check fails reads as a plain "no signal" otherwise): every line is admitted, and
+    // the file keeps the level asked for.
+    kel::LogFactory::setPriority(kel::LOG_DETAIL);
     if (options.logPath.empty())
         return;
+    kel::LogFactory::setLogFilePriority(options.logPriority ? options.logPriority : kel::LOG_DETAIL);
     kel::LogFactory::setLogFile(kel::String(HostPaths::absolute(options.logPath)));
-    kel::LogFactory::setPriority(options.logPriority ? options.logPriority : kel::LOG_DETAIL);
 }
 
 bool HostApplication::writeReport(const HostOptions &options, Terminal &terminal, const RunReport &report)

@@ -3,6 +3,9 @@
 #include <kel/LogFactory.h>
 #include <kel/LogPriority.h>
 
+#include <windows.h>
+
+#include <cwchar>
 #include <cwctype>
 #include <mutex>
 
@@ -26,9 +29,20 @@ std::wstring firstLineWithoutNumber(const std::wstring &message)
     return message.substr(begin, end == std::wstring::npos ? std::wstring::npos : end - begin);
 }
 
+// "... SignalPresent returned hr/signalPresent: 0x80004005/0" with a failure code.
+bool isFailedSignalCheck(const std::wstring &message)
+{
+    static const std::wstring kCall = L"SignalPresent returned hr/signalPresent: 0x";
+    const size_t at = message.find(kCall);
+    if (at == std::wstring::npos)
+        return false;
+    const wchar_t *digits = message.c_str() + at + kCall.size();
+    return FAILED(static_cast<HRESULT>(wcstoul(digits, nullptr, 16)));
+}
+
 void keep(const kel::String &, int priority, const kel::String &message)
 {
-    if (priority < kel::LOG_ERROR)
+    if (priority < kel::LOG_ERROR && !isFailedSignalCheck(message.wstr()))
         return;
     std::lock_guard<std::mutex> hold(g_lock);
     g_lines.push_back(firstLineWithoutNumber(message.wstr()));

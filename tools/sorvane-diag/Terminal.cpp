@@ -8,7 +8,7 @@ namespace diag {
 
 Terminal::Terminal(bool peopleOnStderr)
     : m_out(open(STD_OUTPUT_HANDLE)), m_err(open(STD_ERROR_HANDLE)), m_people(peopleOnStderr ? m_err : m_out),
-      m_barActive(false), m_barDrawn(false), m_percent(0)
+      m_barActive(false), m_barDrawn(false), m_percent(0), m_writtenPercent(-1)
 {
 }
 
@@ -86,7 +86,13 @@ void Terminal::progress(int percent, const std::wstring &text)
     if (m_people.console)
         drawBar();
     else if (newText && !text.empty())
-        write(m_people, ProgressBar::render(percent, text, 0) + L"\n");
+        writeProgressLine();
+}
+
+void Terminal::writeProgressLine()
+{
+    write(m_people, ProgressBar::render(m_percent, m_text, 0) + L"\n");
+    m_writtenPercent = m_percent;
 }
 
 void Terminal::fillProgress()
@@ -97,6 +103,9 @@ void Terminal::fillProgress()
     m_percent = 100;
     if (m_people.console)
         drawBar();
+    // Without a console a line is written per text; the last one may show less than the end.
+    else if (m_writtenPercent != 100)
+        writeProgressLine();
 }
 
 void Terminal::finishProgress()
@@ -107,6 +116,7 @@ void Terminal::finishProgress()
     m_barDrawn = false;
     m_barActive = false;
     m_percent = 0;
+    m_writtenPercent = -1;
     m_text.clear();
 }
 

@@ -38,6 +38,7 @@ private:
     int consoleWidth() const;
     void eraseBar();
     void drawBar();
+    void writeProgressLine();
 
     std::mutex m_lock;
     Stream m_out;
@@ -46,6 +47,8 @@ private:
     bool m_barActive;
     bool m_barDrawn;
     int m_percent;
+    // The percentage of the last progress line written when there is no console to redraw.
+    int m_writtenPercent;
     std::wstring m_text;
 };
 

@@ -17,8 +17,11 @@ public:
     // True when a message of `priority` would be written through `logger`.
     static bool admits(const Logger *logger, int priority);
 
-    // Where written lines go: a file (appended, one line each) and an observer.
+    // Where written lines go: a file (appended, one line each) and an observer. The file may
+    // keep fewer lines than the observer sees: only those at or above its own priority
+    // (LOG_DETAIL, every admitted line, unless set).
     static void setLogFile(const String &path);
+    static void setLogFilePriority(int priority);
     typedef std::function<void(const String &category, int priority, const String &message)> Sink;
     static void setSink(const Sink &sink);
 

@@ -15,6 +15,7 @@ struct LogState {
     std::map<std::wstring, std::unique_ptr<Logger>> loggers;
     volatile long priority = LOG_WARNING;
     String file;
+    int filePriority = LOG_DETAIL;
     LogFactory::Sink sink;
 };
 
@@ -84,6 +85,13 @@ void LogFactory::setLogFile(const String &path)
     s.file = path;
 }
 
+void LogFactory::setLogFilePriority(int priority)
+{
+    LogState &s = state();
+    mutex::scoped_lock guard(s.lock);
+    s.filePriority = priority;
+}
+
 void LogFactory::setSink(const Sink &sink)
 {
     LogState &s = state();
@@ -97,7 +105,7 @@ void LogFactory::write(const Logger &logger, int priority, const String &message
     mutex::scoped_lock guard(s.lock);
     if (s.sink)
         s.sink(logger.category(), priority, message);
-    if (s.file.isEmpty())
+    if (s.file.isEmpty() || priority < s.filePriority)
         return;
 
     SYSTEMTIME now;
