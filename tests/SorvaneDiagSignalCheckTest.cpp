@@ -25,14 +25,14 @@ protected:
     // The card is prefix-wide (registry monikers): this program runs alone.
     static void SetUpTestSuite()
     {
-        s_card.reset(new lab::ScopedLabDevices(
-            std::wstring(L"[analog-tuner]\nname = ") + kBroken +
-            L"\npath = \\\\?\\pci#ven_14f1&dev_8800&subsys_88019999&rev_05#4&77&0&2010#"
-            L"{65e8773d-8f56-11d0-a3b9-00a0c9223196}\\global\n"
-            L"format = RGB24 320x240 30\ntuner-modes = tv, fm\nchannel-range = 2-69\n"
-            L"channels = 3:antenna\nfm-stations = 88.1\n"
-            L"crossbar-inputs = tuner, composite\ncrossbar-outputs = video-decoder\n"
-            L"fault.SignalPresent = 0x80004005\n"));
+        s_card.reset(
+            new lab::ScopedLabDevices(std::wstring(L"[analog-tuner]\nname = ") + kBroken +
+                                      L"\npath = \\\\?\\pci#ven_14f1&dev_8800&subsys_88019999&rev_05#4&77&0&2010#"
+                                      L"{65e8773d-8f56-11d0-a3b9-00a0c9223196}\\global\n"
+                                      L"format = RGB24 320x240 30\ntuner-modes = tv, fm\nchannel-range = 2-69\n"
+                                      L"channels = 3:antenna\nfm-stations = 88.1\n"
+                                      L"crossbar-inputs = tuner, composite\ncrossbar-outputs = video-decoder\n"
+                                      L"fault.SignalPresent = 0x80004005\n"));
     }
     static void TearDownTestSuite() { s_card.reset(); }
 
@@ -88,9 +88,8 @@ TEST_F(SorvaneDiagSignalCheckTest, AFailedSignalCheckIsNotShownAsACablingProblem
     EXPECT_EQ(std::string::npos, written.find("SignalPresent returned")) << written;
     EXPECT_EQ(std::string::npos, written.find("DETAIL")) << written;
 
-    const Run fm = scan({L"fm", L"-d", kBroken, L"--set", L"FMRadioStartChannel=88.1", L"--set",
-                         L"FMRadioEndChannel=88.1"},
-                        folder);
+    const Run fm = scan(
+        {L"fm", L"-d", kBroken, L"--set", L"FMRadioStartChannel=88.1", L"--set", L"FMRadioEndChannel=88.1"}, folder);
     EXPECT_EQ(kNoSignal, fm.outcome.exitCode) << fm.outcome.out << fm.outcome.err;
     EXPECT_TRUE(contains(fm.outcome.out, "What happened: the tuner's own signal check failed once")) << fm.outcome.out;
 }

@@ -36,11 +36,35 @@ std::wstring FailureExplanation::framesNotDelivered(const Facts &facts)
     if (!format.empty())
         return L"What happened: the device refused the video format the library asked for (" + format +
                L"), so no frame came.";
+    if (!errorLine(facts, L"GetActualDataLength returned <= 0.").empty())
+        return L"What happened: the device sent samples with nothing in them, so no frame could be kept.";
+    const std::wstring timeout = errorLine(facts, L" second timeout hit");
+    if (!timeout.empty())
+        return timedOut(facts, timeout);
     if (posted(facts, "ErrorNoSignal"))
         return L"What happened: the device started but delivered no frame before the library's time-out.";
     if (!facts.libraryErrors.empty())
         return L"What happened: the library reported \"" + facts.libraryErrors.front() + L"\".";
     return L"What happened: the device started but delivered fewer frames than asked for.";
+}
+
+// "FramesSavedCheck: 70 second timeout hit" and "Unable to capture 2 frames, got 0": the
+// time-out was retried on the next capability, so the last event only says frames are missing.
+// A timed-out attempt keeps none of its frames, so a camera that stopped sending after a few
+// cannot be told from one that sent nothing.
+std::wstring FailureExplanation::timedOut(const Facts &facts, const std::wstring &timeout)
+{
+    const size_t end = timeout.find(L" second timeout hit");
+    const size_t begin = timeout.rfind(L' ', end - 1) + 1;
+    unsigned long wanted = 0;
+    unsigned long got = 0;
+    const std::wstring shortfall = errorLine(facts, L"Unable to capture ");
+    const bool counted =
+        swscanf(shortfall.c_str(), L"Unable to capture %lu frames, got %lu", &wanted, &got) == 2 && wanted > 0;
+    return L"What happened: the device started but did not deliver " +
+           (counted ? L"the " + std::to_wstring(wanted) + L" frames asked for" : std::wstring(L"its frames")) +
+           L" within the library's time-out of " + timeout.substr(begin, end - begin) +
+           L" seconds: a camera that sends nothing, or stops sending, looks like this.";
 }
 
 // A scan's events say no signal was found and ask about the cabling; that is wrong when the

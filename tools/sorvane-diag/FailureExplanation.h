@@ -30,6 +30,7 @@ private:
     // The first library error line containing `part`; empty when none does.
     static std::wstring errorLine(const Facts &facts, const wchar_t *part);
     static std::wstring framesNotDelivered(const Facts &facts);
+    static std::wstring timedOut(const Facts &facts, const std::wstring &timeout);
     static std::wstring scanFailed(const Facts &facts);
     static std::wstring codeText(long code);
 };

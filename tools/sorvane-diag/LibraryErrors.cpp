@@ -40,12 +40,40 @@ bool isFailedSignalCheck(const std::wstring &message)
     return FAILED(static_cast<HRESULT>(wcstoul(digits, nullptr, 16)));
 }
 
+// Detail lines that record a failure the library does not raise as such: a capture's
+// time-out and shortfall (the time-out is retried on the next capability and the last
+// event only says frames are missing), and empty samples (a line each: kept once).
+struct NotableDetail {
+    const wchar_t *part;
+    bool once;
+};
+const NotableDetail kNotableDetails[] = {
+    {L" second timeout hit", false}, {L"Unable to capture ", false}, {L"GetActualDataLength returned <= 0.", true}};
+
+bool isNotableDetail(const std::wstring &line)
+{
+    if (isFailedSignalCheck(line))
+        return true;
+    for (const NotableDetail &detail : kNotableDetails) {
+        if (line.find(detail.part) == std::wstring::npos)
+            continue;
+        if (!detail.once)
+            return true;
+        for (const std::wstring &kept : g_lines) {
+            if (kept.find(detail.part) != std::wstring::npos)
+                return false;
+        }
+        return true;
+    }
+    return false;
+}
+
 void keep(const kel::String &, int priority, const kel::String &message)
 {
-    if (priority < kel::LOG_ERROR && !isFailedSignalCheck(message.wstr()))
-        return;
+    const std::wstring line = firstLineWithoutNumber(message.wstr());
     std::lock_guard<std::mutex> hold(g_lock);
-    g_lines.push_back(firstLineWithoutNumber(message.wstr()));
+    if (priority >= kel::LOG_ERROR || isNotableDetail(line))
+        g_lines.push_back(line);
 }
 
 } // namespace

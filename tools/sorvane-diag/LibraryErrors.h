@@ -1,8 +1,9 @@
 // The error lines the library writes to its log while a command runs, kept in memory so that
 // the host can say what went wrong when the posted event alone does not (the same "frames
 // not delivered" event stands for a refused start, a refused format and a silent camera).
-// Also kept: the detail line of a tuner's SignalPresent call that failed, which the library
-// counts as no signal without raising anything.
+// Also kept: the detail lines of failures the library does not raise as such (a tuner's
+// failed SignalPresent call, which it counts as no signal; a capture's time-out, empty
+// samples).
 #pragma once
 
 #include <string>
