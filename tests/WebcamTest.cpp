@@ -643,6 +643,25 @@ TEST_F(WebcamTest, RecordingRendersTheCaptureStreamIntoTheMultiplexer)
     EXPECT_EQ(std::string(header + 8, 4), "AVI ");
 }
 
+TEST_F(WebcamTest, AStopRequestEndsTheWaitForFramesWithoutARetry)
+{
+    // The camera never delivers: only the person's stop can end the wait before its minute.
+    lab::DeviceOverride silent(kYuy2Camera, L"fault.nosamples", L"yes");
+    lab::clearJournal(kYuy2Camera);
+    recorder().requestStopAtCheck(1);
+
+    const CaptureException e = captureFailure(kYuy2Camera, 3);
+
+    EXPECT_EQ(e.getResult(), TestResult::USERABORTED());
+    EXPECT_EQ(e.getErrorEvent(), nullptr);
+    EXPECT_EQ(e.getErrorCode(), 0);
+    EXPECT_TRUE(log().contains(text(L"FramesSavedCheck: stop requested")));
+    // Neither the next capability nor another attempt is tried.
+    EXPECT_EQ(journalOf(kYuy2Camera, L"Run").size(), 1u);
+    EXPECT_EQ(journalOf(kYuy2Camera, L"SetFormat").size(), 1u);
+    EXPECT_EQ(logCount(L"callMethodWithRetries, tryNum"), 0u);
+}
+
 TEST_F(WebcamTest, RecordingWhoseStreamDoesNotRenderIsLeftToTheRun)
 {
     sorvane::test::ManualClock clock;

@@ -127,6 +127,18 @@ TEST(LabWebcamFault, DeliveryFaults)
         EXPECT_EQ(3u, runForReferenceFrames(kDevice, 12).size());
     }
     {
+        // A hung driver: Stop returns only after its delay, and the journal says when.
+        lab::DeviceOverride hung(kDevice, L"fault.stopdelay", L"400");
+        LabGraph graph;
+        ASSERT_EQ(S_OK, graph.build(kDevice, nullptr, MEDIASUBTYPE_YUY2));
+        EXPECT_TRUE(SUCCEEDED(graph.run()));
+        lab::clearJournal(kDevice);
+        const ULONGLONG before = GetTickCount64();
+        graph.stop();
+        EXPECT_GE(GetTickCount64() - before, 350u);
+        EXPECT_TRUE(journalHas(kDevice, L"Stop"));
+    }
+    {
         lab::DeviceOverride empty(kDevice, L"fault.zerolength", L"yes");
         const std::vector<labtest::CollectedSample> samples = runForReferenceFrames(kDevice, 9);
         ASSERT_FALSE(samples.empty());

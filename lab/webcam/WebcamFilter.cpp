@@ -128,8 +128,13 @@ HRESULT WebcamFilter::onRun(REFERENCE_TIME)
     return S_OK;
 }
 
+// A driver that hangs when stopped keeps the graph's Stop waiting (in real time: it is the
+// device, not the test, that is slow).
 void WebcamFilter::onStop()
 {
+    const long long delay = device()->integer(L"fault.stopdelay", 0);
+    if (delay > 0)
+        Sleep(static_cast<DWORD>(delay));
     m_pin.stopStreaming();
     device()->record(L"Stop");
 }

@@ -41,8 +41,7 @@ BOOL WINAPI onConsoleControl(DWORD event)
         return TRUE;
     }
     if (Terminal *terminal = g_terminal.load())
-        terminal->problem(L"Stop requested: the test ends at its next check (a webcam's wait for frames has "
-                          L"none). Press Ctrl+C again to quit at once.");
+        terminal->problem(L"Stop requested: the test ends at its next check. Press Ctrl+C again to quit at once.");
     return TRUE;
 }
 

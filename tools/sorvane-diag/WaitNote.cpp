@@ -20,7 +20,7 @@ std::wstring WaitNote::note()
     const long long seconds = std::chrono::duration_cast<std::chrono::seconds>(now - m_since).count();
     if (seconds < kStepSeconds)
         return std::wstring();
-    return L"waiting for the device: " + std::to_wstring(seconds - seconds % kStepSeconds) + L" s (Ctrl+C twice quits)";
+    return L"waiting for the device: " + std::to_wstring(seconds - seconds % kStepSeconds) + L" s (Ctrl+C stops)";
 }
 
 } // namespace diag

@@ -1,7 +1,6 @@
 // What the terminal shows while the library waits without saying for what (a webcam waiting
 // for its frames reports only a percentage): how long the wait has lasted, in steps of a few
-// seconds, and that a second Ctrl+C ends it (the library checks for no stop request while it
-// waits for frames), so that a long wait is visibly a wait.
+// seconds, and that Ctrl+C stops it, so that a long wait is visibly a wait.
 #pragma once
 
 #include <chrono>
