@@ -56,15 +56,21 @@ std::wstring FailureExplanation::timedOut(const Facts &facts, const std::wstring
 {
     const size_t end = timeout.find(L" second timeout hit");
     const size_t begin = timeout.rfind(L' ', end - 1) + 1;
+    return L"What happened: the device started but did not deliver " + framesAskedFor(facts) +
+           L" within the library's time-out of " + timeout.substr(begin, end - begin) +
+           L" seconds: a camera that sends nothing, or stops sending, looks like this.";
+}
+
+std::wstring FailureExplanation::framesAskedFor(const Facts &facts)
+{
     unsigned long wanted = 0;
     unsigned long got = 0;
     const std::wstring shortfall = errorLine(facts, L"Unable to capture ");
-    const bool counted =
-        swscanf(shortfall.c_str(), L"Unable to capture %lu frames, got %lu", &wanted, &got) == 2 && wanted > 0;
-    return L"What happened: the device started but did not deliver " +
-           (counted ? L"the " + std::to_wstring(wanted) + L" frames asked for" : std::wstring(L"its frames")) +
-           L" within the library's time-out of " + timeout.substr(begin, end - begin) +
-           L" seconds: a camera that sends nothing, or stops sending, looks like this.";
+    if (swscanf(shortfall.c_str(), L"Unable to capture %lu frames, got %lu", &wanted, &got) != 2 || wanted == 0)
+        return L"its frames";
+    if (wanted == 1)
+        return L"the frame asked for";
+    return L"the " + std::to_wstring(wanted) + L" frames asked for";
 }
 
 // A scan's events say no signal was found and ask about the cabling; that is wrong when the

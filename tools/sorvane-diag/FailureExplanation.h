@@ -31,6 +31,8 @@ private:
     static std::wstring errorLine(const Facts &facts, const wchar_t *part);
     static std::wstring framesNotDelivered(const Facts &facts);
     static std::wstring timedOut(const Facts &facts, const std::wstring &timeout);
+    // "the 2 frames asked for", from the library's shortfall line.
+    static std::wstring framesAskedFor(const Facts &facts);
     static std::wstring scanFailed(const Facts &facts);
     static std::wstring codeText(long code);
 };
