@@ -1,14 +1,13 @@
 // What the host says when a test does not pass: what happened, matching the result and the
 // event, every BADPARAMS with its parameters and range, and where a scan found its signal.
-#include "HostProgram.h"
-#include "JsonValue.h"
-#include "ScratchFolder.h"
+#include "ReportedRun.h"
 
 #include <gtest/gtest.h>
 
 using sorvane::test::contains;
 using sorvane::test::HostProgram;
 using sorvane::test::JsonValue;
+using sorvane::test::ReportedRun;
 using sorvane::test::ScratchFolder;
 
 namespace {
@@ -20,29 +19,9 @@ const DWORD kBadParams = 15;
 const DWORD kNotSupported = 18;
 const wchar_t *const kTuner = L"Lab Analog TV Tuner";
 
-struct HostRun {
-    HostProgram::Outcome outcome;
-    JsonValue report;
-};
-
-HostRun runWithReport(std::vector<std::wstring> arguments)
+ReportedRun runWithReport(const std::vector<std::wstring> &arguments)
 {
-    ScratchFolder folder(L"sorvane-diag-messages");
-    arguments.push_back(L"--json");
-    arguments.push_back(folder.file(L"report.json"));
-    HostRun run;
-    run.outcome = HostProgram::run(arguments);
-    run.report = JsonValue::parse(ScratchFolder::read(folder.file(L"report.json")));
-    return run;
-}
-
-bool hasMessage(const JsonValue &report, const std::string &part)
-{
-    for (size_t i = 0; i < report["messages"].size(); ++i) {
-        if (contains(report["messages"][i].text(), part))
-            return true;
-    }
-    return false;
+    return ReportedRun::of(arguments, ScratchFolder(L"sorvane-diag-messages"));
 }
 
 } // namespace
@@ -51,14 +30,14 @@ TEST(SorvaneDiagMessagesTest, CaptureFailuresWithOneEventSayWhichFailureItWas)
 {
     // The library posts "did not deliver the expected frames" for both; its error lines differ.
     ScratchFolder folder(L"sorvane-diag-messages");
-    const HostRun start = runWithReport({L"webcam", L"-d", L"Lab Webcam Start Failure", L"-o", folder.file(L"a")});
+    const ReportedRun start = runWithReport({L"webcam", L"-d", L"Lab Webcam Start Failure", L"-o", folder.file(L"a")});
     EXPECT_EQ(kFail, start.outcome.exitCode) << start.outcome.out << start.outcome.err;
     EXPECT_TRUE(contains(start.outcome.out, "the device refused to start streaming (IMediaControl::Run() failed"))
         << start.outcome.out;
     EXPECT_EQ("ErrorCapturingFrames", start.report["events"][0]["key"].text());
-    EXPECT_TRUE(hasMessage(start.report, "refused to start streaming"));
+    EXPECT_TRUE(start.hasMessage("refused to start streaming"));
 
-    const HostRun format = runWithReport({L"webcam", L"-d", L"Lab Webcam Picky", L"-o", folder.file(L"b")});
+    const ReportedRun format = runWithReport({L"webcam", L"-d", L"Lab Webcam Picky", L"-o", folder.file(L"b")});
     EXPECT_EQ(kFail, format.outcome.exitCode) << format.outcome.out << format.outcome.err;
     EXPECT_TRUE(
         contains(format.outcome.out, "the device refused the video format the library asked for (SetFormat failed"))
@@ -71,7 +50,7 @@ TEST(SorvaneDiagMessagesTest, AnUnpluggedCameraIsExplainedInTheTermsOfItsResult)
     // Its moniker no longer binds, so its record has no capabilities: no device to capture from.
     ScratchFolder folder(L"sorvane-diag-messages");
     for (const wchar_t *command : {L"webcam", L"preview"}) {
-        const HostRun run = runWithReport({command, L"-d", L"Lab Webcam Unplugged"});
+        const ReportedRun run = runWithReport({command, L"-d", L"Lab Webcam Unplugged"});
         EXPECT_EQ(kNoDevice, run.outcome.exitCode) << run.outcome.out << run.outcome.err;
         EXPECT_EQ("NODEVICE", run.report["result"].text());
         EXPECT_TRUE(contains(run.outcome.out, "Lab Webcam Unplugged is listed, but Windows could not open it as a "
@@ -82,28 +61,28 @@ TEST(SorvaneDiagMessagesTest, AnUnpluggedCameraIsExplainedInTheTermsOfItsResult)
 
 TEST(SorvaneDiagMessagesTest, ATunerScanOnADeviceWithoutThatTunerSaysSo)
 {
-    const HostRun fm = runWithReport({L"fm", L"-d", L"Lab Webcam HD"});
+    const ReportedRun fm = runWithReport({L"fm", L"-d", L"Lab Webcam HD"});
     EXPECT_EQ(kNotSupported, fm.outcome.exitCode) << fm.outcome.out << fm.outcome.err;
     EXPECT_TRUE(contains(fm.outcome.out, "Lab Webcam HD has no FM radio tuner")) << fm.outcome.out;
     EXPECT_FALSE(contains(fm.outcome.out, "analog TV")) << fm.outcome.out;
     EXPECT_EQ("NOTSUPPORTED", fm.report["result"].text());
 
-    const HostRun tv = runWithReport({L"tv", L"-d", L"Lab Analog Capture Card"});
+    const ReportedRun tv = runWithReport({L"tv", L"-d", L"Lab Analog Capture Card"});
     EXPECT_EQ(kNotSupported, tv.outcome.exitCode);
     EXPECT_TRUE(contains(tv.outcome.out, "Lab Analog Capture Card has no TV tuner")) << tv.outcome.out;
 }
 
 TEST(SorvaneDiagMessagesTest, EveryBadRangeNamesItsParametersAndWhatIsAllowed)
 {
-    const HostRun reversedTv =
+    const ReportedRun reversedTv =
         runWithReport({L"tv", L"-d", kTuner, L"--set", L"TVStartChannel=10", L"--set", L"TVEndChannel=5"});
     EXPECT_EQ(kBadParams, reversedTv.outcome.exitCode) << reversedTv.outcome.out;
     EXPECT_TRUE(contains(reversedTv.outcome.out, "TVEndChannel (5) is below TVStartChannel (10)"))
         << reversedTv.outcome.out;
     EXPECT_EQ("BADPARAMS", reversedTv.report["result"].text());
-    EXPECT_TRUE(hasMessage(reversedTv.report, "TVEndChannel (5) is below TVStartChannel (10)"));
+    EXPECT_TRUE(reversedTv.hasMessage("TVEndChannel (5) is below TVStartChannel (10)"));
 
-    const HostRun outOfBand =
+    const ReportedRun outOfBand =
         runWithReport({L"fm", L"-d", kTuner, L"--set", L"FMRadioStartChannel=120", L"--set", L"FMRadioEndChannel=130"});
     EXPECT_EQ(kBadParams, outOfBand.outcome.exitCode) << outOfBand.outcome.out;
     EXPECT_TRUE(contains(outOfBand.outcome.out,
@@ -111,7 +90,7 @@ TEST(SorvaneDiagMessagesTest, EveryBadRangeNamesItsParametersAndWhatIsAllowed)
         << outOfBand.outcome.out;
 
     // The library would sweep 100 MHz alone; the host refuses instead.
-    const HostRun reversedFm =
+    const ReportedRun reversedFm =
         runWithReport({L"fm", L"-d", kTuner, L"--set", L"FMRadioStartChannel=100", L"--set", L"FMRadioEndChannel=90"});
     EXPECT_EQ(kBadParams, reversedFm.outcome.exitCode) << reversedFm.outcome.out;
     EXPECT_TRUE(
@@ -131,13 +110,13 @@ TEST(SorvaneDiagMessagesTest, AnAmbiguousDeviceIsACommandLineMistakeNamingTheMat
 
 TEST(SorvaneDiagMessagesTest, AScanThatPassesSaysWhereTheSignalWas)
 {
-    const HostRun tv =
+    const ReportedRun tv =
         runWithReport({L"tv", L"-d", kTuner, L"--set", L"TVStartChannel=2", L"--set", L"TVEndChannel=4"});
     EXPECT_EQ(0u, tv.outcome.exitCode) << tv.outcome.out;
     EXPECT_TRUE(contains(tv.outcome.out, "Signal found on channel 3.")) << tv.outcome.out;
     EXPECT_EQ("3", tv.report["signalFound"]["channel"].text());
 
-    const HostRun fm = runWithReport(
+    const ReportedRun fm = runWithReport(
         {L"fm", L"-d", kTuner, L"--set", L"FMRadioStartChannel=87.9", L"--set", L"FMRadioEndChannel=88.3"});
     EXPECT_EQ(0u, fm.outcome.exitCode) << fm.outcome.out;
     EXPECT_TRUE(contains(fm.outcome.out, "Station found at 88.1 MHz.")) << fm.outcome.out;

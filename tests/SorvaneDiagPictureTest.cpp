@@ -1,9 +1,7 @@
 // The host's verdict on the picture of a webcam capture, a preview and a recording, against
 // lab cameras that deliver each kind of bad picture: the line a person reads, the report's
 // "picture" member, and --strict turning a bad picture into FAIL.
-#include "HostProgram.h"
-#include "JsonValue.h"
-#include "ScratchFolder.h"
+#include "ReportedRun.h"
 
 #include <lab/ScopedLabDevices.h>
 
@@ -14,6 +12,7 @@
 using sorvane::test::contains;
 using sorvane::test::HostProgram;
 using sorvane::test::JsonValue;
+using sorvane::test::ReportedRun;
 using sorvane::test::ScratchFolder;
 
 namespace {
@@ -47,28 +46,13 @@ protected:
     }
     static void TearDownTestSuite() { s_cameras.reset(); }
 
-    struct Run {
-        HostProgram::Outcome outcome;
-        JsonValue report;
-    };
-
-    static Run run(std::vector<std::wstring> arguments, const ScratchFolder &folder)
-    {
-        arguments.push_back(L"--json");
-        arguments.push_back(folder.file(L"report.json"));
-        Run result;
-        result.outcome = HostProgram::run(arguments);
-        result.report = JsonValue::parse(ScratchFolder::read(folder.file(L"report.json")));
-        return result;
-    }
-
-    static Run capture(const std::wstring &device, bool strict, const ScratchFolder &folder)
+    static ReportedRun capture(const std::wstring &device, bool strict, const ScratchFolder &folder)
     {
         std::vector<std::wstring> arguments = {L"webcam", L"--device",           device, L"--frames", L"4",
                                                L"--out",  folder.file(L"frames")};
         if (strict)
             arguments.push_back(L"--strict");
-        return run(arguments, folder);
+        return ReportedRun::of(arguments, folder);
     }
 
     static std::unique_ptr<lab::ScopedLabDevices> s_cameras;
@@ -81,7 +65,7 @@ std::unique_ptr<lab::ScopedLabDevices> SorvaneDiagPictureTest::s_cameras;
 TEST_F(SorvaneDiagPictureTest, AGoodPictureIsSaidAndPassesEvenWhenStrict)
 {
     ScratchFolder folder(L"sorvane-diag-picture");
-    const Run good = capture(L"Lab Webcam YUY2", true, folder);
+    const ReportedRun good = capture(L"Lab Webcam YUY2", true, folder);
     ASSERT_EQ(0u, good.outcome.exitCode) << good.outcome.out << good.outcome.err;
     EXPECT_TRUE(contains(good.outcome.out, "Picture: good: ")) << good.outcome.out;
     const JsonValue &picture = good.report["picture"];
@@ -110,7 +94,7 @@ TEST_F(SorvaneDiagPictureTest, EachBadPictureIsNamedBesideAPassingResult)
     } kCases[] = {{kFrozen, "frozen"}, {kFlat, "flat"}, {kNoise, "noise"}, {kNoInput, "black"}};
     for (const auto &bad : kCases) {
         ScratchFolder folder(L"sorvane-diag-picture");
-        const Run lenient = capture(bad.device, false, folder);
+        const ReportedRun lenient = capture(bad.device, false, folder);
         EXPECT_EQ(0u, lenient.outcome.exitCode) << bad.verdict << lenient.outcome.out << lenient.outcome.err;
         EXPECT_TRUE(contains(lenient.outcome.out, std::string("Picture: ") + bad.verdict + ": "))
             << lenient.outcome.out;
@@ -123,7 +107,7 @@ TEST_F(SorvaneDiagPictureTest, EachBadPictureIsNamedBesideAPassingResult)
 TEST_F(SorvaneDiagPictureTest, StrictTurnsABadPictureIntoFail)
 {
     ScratchFolder folder(L"sorvane-diag-picture");
-    const Run frozen = capture(kFrozen, true, folder);
+    const ReportedRun frozen = capture(kFrozen, true, folder);
     EXPECT_EQ(kFail, frozen.outcome.exitCode) << frozen.outcome.out << frozen.outcome.err;
     EXPECT_TRUE(contains(frozen.outcome.out, "--strict: a frozen picture fails the test.")) << frozen.outcome.out;
     EXPECT_EQ("FAIL", frozen.report["result"].text());
@@ -134,7 +118,7 @@ TEST_F(SorvaneDiagPictureTest, StrictTurnsABadPictureIntoFail)
 TEST_F(SorvaneDiagPictureTest, APreviewIsJudgedOnASampleOfFrames)
 {
     ScratchFolder folder(L"sorvane-diag-picture");
-    const Run preview = run({L"preview", L"--device", kNoInput, L"--strict"}, folder);
+    const ReportedRun preview = ReportedRun::of({L"preview", L"--device", kNoInput, L"--strict"}, folder);
     EXPECT_EQ(kFail, preview.outcome.exitCode) << preview.outcome.out << preview.outcome.err;
     EXPECT_TRUE(contains(preview.outcome.out, "Capturing 5 frames to judge the picture...\nPicture: black: "))
         << preview.outcome.out;
@@ -142,7 +126,7 @@ TEST_F(SorvaneDiagPictureTest, APreviewIsJudgedOnASampleOfFrames)
     EXPECT_EQ(5.0, preview.report["picture"]["frames"].number());
 
     // A second graph on a tuner would show its first input, not what the preview showed.
-    const Run tuner = run({L"preview", L"--device", kTuner, L"--strict"}, folder);
+    const ReportedRun tuner = ReportedRun::of({L"preview", L"--device", kTuner, L"--strict"}, folder);
     EXPECT_EQ(0u, tuner.outcome.exitCode) << tuner.outcome.out << tuner.outcome.err;
     EXPECT_TRUE(contains(tuner.outcome.out, "Picture: not judged: a TV tuner's picture is not sampled."))
         << tuner.outcome.out;
@@ -153,7 +137,7 @@ TEST_F(SorvaneDiagPictureTest, ARecordingIsJudgedOnTheFramesOfItsFile)
 {
     ScratchFolder folder(L"sorvane-diag-picture");
     const std::wstring name = L"sorvane-diag-picture-" + std::to_wstring(GetCurrentProcessId());
-    const Run flat = run({L"record", L"--device", kFlat, L"--name", name}, folder);
+    const ReportedRun flat = ReportedRun::of({L"record", L"--device", kFlat, L"--name", name}, folder);
     EXPECT_EQ(0u, flat.outcome.exitCode) << flat.outcome.out << flat.outcome.err;
     EXPECT_TRUE(contains(flat.outcome.out, "Picture: flat: ")) << flat.outcome.out;
     EXPECT_EQ("flat", flat.report["picture"]["verdict"].text());
@@ -161,14 +145,15 @@ TEST_F(SorvaneDiagPictureTest, ARecordingIsJudgedOnTheFramesOfItsFile)
     EXPECT_FALSE(contains(flat.outcome.out, "frames to judge the picture")) << flat.outcome.out;
 
     // The tuner records its tuner input on a channel without signal: snow.
-    const Run snow = run({L"record", L"--device", kTuner, L"--name", name, L"--strict"}, folder);
+    const ReportedRun snow = ReportedRun::of({L"record", L"--device", kTuner, L"--name", name, L"--strict"}, folder);
     EXPECT_EQ(kFail, snow.outcome.exitCode) << snow.outcome.out << snow.outcome.err;
     EXPECT_TRUE(contains(snow.outcome.out, "Picture: noise: ")) << snow.outcome.out;
     EXPECT_TRUE(contains(snow.outcome.out, "--strict: a noise picture fails the test.")) << snow.outcome.out;
     EXPECT_EQ("recording", snow.report["picture"]["source"].text());
     EXPECT_GT(snow.report["picture"]["frames"].number(), 1.0);
 
-    const Run good = run({L"record", L"--device", L"Lab Webcam RGB24", L"--name", name, L"--strict"}, folder);
+    const ReportedRun good =
+        ReportedRun::of({L"record", L"--device", L"Lab Webcam RGB24", L"--name", name, L"--strict"}, folder);
     EXPECT_EQ(0u, good.outcome.exitCode) << good.outcome.out << good.outcome.err;
     EXPECT_EQ("good", good.report["picture"]["verdict"].text());
     EXPECT_EQ(0.0, good.report["picture"]["identicalPairs"].number());

@@ -1,8 +1,6 @@
 // A tuner whose own signal check fails: the library counts every failed check as no signal
 // and its event asks about the cabling; the host says that the tuner did not answer.
-#include "HostProgram.h"
-#include "JsonValue.h"
-#include "ScratchFolder.h"
+#include "ReportedRun.h"
 
 #include <lab/ScopedLabDevices.h>
 
@@ -11,8 +9,7 @@
 #include <memory>
 
 using sorvane::test::contains;
-using sorvane::test::HostProgram;
-using sorvane::test::JsonValue;
+using sorvane::test::ReportedRun;
 using sorvane::test::ScratchFolder;
 
 namespace {
@@ -36,34 +33,10 @@ protected:
     }
     static void TearDownTestSuite() { s_card.reset(); }
 
-    struct Run {
-        HostProgram::Outcome outcome;
-        JsonValue report;
-    };
-
-    static Run scan(std::vector<std::wstring> arguments, const ScratchFolder &folder)
-    {
-        arguments.push_back(L"--json");
-        arguments.push_back(folder.file(L"report.json"));
-        Run result;
-        result.outcome = HostProgram::run(arguments);
-        result.report = JsonValue::parse(ScratchFolder::read(folder.file(L"report.json")));
-        return result;
-    }
-
     static std::unique_ptr<lab::ScopedLabDevices> s_card;
 };
 
 std::unique_ptr<lab::ScopedLabDevices> SorvaneDiagSignalCheckTest::s_card;
-
-bool hasMessage(const JsonValue &report, const std::string &part)
-{
-    for (size_t i = 0; i < report["messages"].size(); ++i) {
-        if (contains(report["messages"][i].text(), part))
-            return true;
-    }
-    return false;
-}
 
 } // namespace
 
@@ -73,7 +46,8 @@ TEST_F(SorvaneDiagSignalCheckTest, AFailedSignalCheckIsNotShownAsACablingProblem
     // one channel on one input: two failed checks.
     ScratchFolder folder(L"sorvane-diag-signal-check");
     const std::wstring log = folder.file(L"library.log");
-    const Run tv = scan({L"tv", L"-d", kBroken, L"--set", L"TVStartChannel=3", L"--set", L"TVEndChannel=3", L"--set",
+    const ReportedRun tv =
+        ReportedRun::of({L"tv", L"-d", kBroken, L"--set", L"TVStartChannel=3", L"--set", L"TVEndChannel=3", L"--set",
                          L"SignalType=ANTENNA", L"--log", log, L"--log-level", L"warning"},
                         folder);
     EXPECT_EQ(kNoSignal, tv.outcome.exitCode) << tv.outcome.out << tv.outcome.err;
@@ -82,13 +56,13 @@ TEST_F(SorvaneDiagSignalCheckTest, AFailedSignalCheckIsNotShownAsACablingProblem
                                          "answered 0x80004005"))
         << tv.outcome.out;
     EXPECT_TRUE(contains(tv.outcome.out, "whatever the cabling")) << tv.outcome.out;
-    EXPECT_TRUE(hasMessage(tv.report, "the tuner's own signal check failed"));
+    EXPECT_TRUE(tv.hasMessage("the tuner's own signal check failed"));
     // The host read the library's detail lines; the log file kept the level asked for.
     const std::string written = ScratchFolder::read(log);
     EXPECT_EQ(std::string::npos, written.find("SignalPresent returned")) << written;
     EXPECT_EQ(std::string::npos, written.find("DETAIL")) << written;
 
-    const Run fm = scan(
+    const ReportedRun fm = ReportedRun::of(
         {L"fm", L"-d", kBroken, L"--set", L"FMRadioStartChannel=88.1", L"--set", L"FMRadioEndChannel=88.1"}, folder);
     EXPECT_EQ(kNoSignal, fm.outcome.exitCode) << fm.outcome.out << fm.outcome.err;
     EXPECT_TRUE(contains(fm.outcome.out, "What happened: the tuner's own signal check failed once")) << fm.outcome.out;
@@ -97,9 +71,9 @@ TEST_F(SorvaneDiagSignalCheckTest, AFailedSignalCheckIsNotShownAsACablingProblem
 TEST_F(SorvaneDiagSignalCheckTest, AWorkingCheckWithoutSignalNeedsNoExplanation)
 {
     ScratchFolder folder(L"sorvane-diag-signal-check");
-    const Run tv = scan({L"tv", L"-d", L"Lab Analog TV Tuner", L"--set", L"TVStartChannel=2", L"--set",
-                         L"TVEndChannel=2", L"--set", L"SignalType=ANTENNA"},
-                        folder);
+    const ReportedRun tv = ReportedRun::of({L"tv", L"-d", L"Lab Analog TV Tuner", L"--set", L"TVStartChannel=2",
+                                            L"--set", L"TVEndChannel=2", L"--set", L"SignalType=ANTENNA"},
+                                           folder);
     EXPECT_EQ(kNoSignal, tv.outcome.exitCode) << tv.outcome.out << tv.outcome.err;
     EXPECT_TRUE(contains(tv.outcome.out, "Check that the antenna or cable is connected.")) << tv.outcome.out;
     EXPECT_FALSE(contains(tv.outcome.out, "What happened")) << tv.outcome.out;
