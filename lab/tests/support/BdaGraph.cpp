@@ -1,4 +1,5 @@
 #include "BdaGraph.h"
+#include "GraphControl.h"
 
 #include <bdaiface.h>
 #include <uuids.h>
@@ -19,32 +20,6 @@ HRESULT bindDeviceIn(const GUID &category, const std::wstring &name, CComPtr<IBa
             return device.moniker->BindToObject(nullptr, nullptr, IID_IBaseFilter, reinterpret_cast<void **>(&filter));
     }
     return HRESULT_FROM_WIN32(ERROR_NOT_FOUND);
-}
-
-STDMETHODIMP StreamCollector::QueryInterface(REFIID iid, void **out)
-{
-    if (!out)
-        return E_POINTER;
-    if (IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, IID_ISampleGrabberCB)) {
-        *out = static_cast<ISampleGrabberCB *>(this);
-        AddRef();
-        return S_OK;
-    }
-    *out = nullptr;
-    return E_NOINTERFACE;
-}
-
-STDMETHODIMP_(ULONG) StreamCollector::AddRef()
-{
-    return InterlockedIncrement(&m_refs);
-}
-
-STDMETHODIMP_(ULONG) StreamCollector::Release()
-{
-    const LONG refs = InterlockedDecrement(&m_refs);
-    if (refs == 0)
-        delete this;
-    return refs;
 }
 
 STDMETHODIMP StreamCollector::BufferCB(double, BYTE *buffer, long length)
@@ -215,14 +190,12 @@ HRESULT BdaGraph::tune(ULONG kHz, ModulationType modulation, ULONG bandwidthMHz)
 
 HRESULT BdaGraph::run()
 {
-    CComQIPtr<IMediaControl> control(graph.p);
-    return control ? control->Run() : E_NOINTERFACE;
+    return GraphControl::run(graph);
 }
 
 HRESULT BdaGraph::stop()
 {
-    CComQIPtr<IMediaControl> control(graph.p);
-    return control ? control->Stop() : E_NOINTERFACE;
+    return GraphControl::stop(graph);
 }
 
 std::vector<std::uint8_t> BdaGraph::receive(size_t bytes, DWORD patienceMs)
@@ -245,18 +218,8 @@ void BdaGraph::tearDown()
         stop();
     if (grabber)
         grabber->SetCallback(nullptr, 1);
-    if (graph) {
-        CComPtr<IEnumFilters> remaining;
-        if (SUCCEEDED(graph->EnumFilters(&remaining))) {
-            for (;;) {
-                CComPtr<IBaseFilter> filter;
-                if (remaining->Next(1, &filter, nullptr) != S_OK)
-                    break;
-                graph->RemoveFilter(filter);
-                remaining->Reset();
-            }
-        }
-    }
+    if (graph)
+        GraphControl::removeAllFilters(graph);
     collector.Release();
     demux.Release();
     grabber.Release();

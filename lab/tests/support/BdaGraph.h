@@ -9,6 +9,8 @@
 #include <qedit.h>
 #include <bdatypes.h>
 
+#include "GrabberCallback.h"
+
 #include <cstdint>
 #include <mutex>
 #include <string>
@@ -25,16 +27,8 @@ extern const GUID kBdaReceiverCategory;
 HRESULT bindDeviceIn(const GUID &category, const std::wstring &name, CComPtr<IBaseFilter> &filter);
 
 // Keeps every byte the sample grabber's buffer callback sees.
-class StreamCollector : public ISampleGrabberCB {
+class StreamCollector : public GrabberCallback {
 public:
-    StreamCollector() = default;
-    virtual ~StreamCollector() = default;
-    StreamCollector(const StreamCollector &) = delete;
-    StreamCollector &operator=(const StreamCollector &) = delete;
-
-    STDMETHODIMP QueryInterface(REFIID iid, void **out) override;
-    STDMETHODIMP_(ULONG) AddRef() override;
-    STDMETHODIMP_(ULONG) Release() override;
     STDMETHODIMP SampleCB(double, IMediaSample *) override { return E_NOTIMPL; }
     STDMETHODIMP BufferCB(double time, BYTE *buffer, long length) override;
 
@@ -44,7 +38,6 @@ public:
     void clear();
 
 private:
-    volatile LONG m_refs = 0;
     mutable std::mutex m_lock;
     std::vector<std::uint8_t> m_bytes;
     size_t m_calls = 0;

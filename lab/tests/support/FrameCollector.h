@@ -1,9 +1,7 @@
 // A sample-grabber callback that keeps a copy of every sample with its time stamps.
 #pragma once
 
-#include <windows.h>
-#include <dshow.h>
-#include <qedit.h>
+#include "GrabberCallback.h"
 
 #include <mutex>
 #include <vector>
@@ -17,16 +15,8 @@ struct CollectedSample {
     bool timed = false;
 };
 
-class FrameCollector : public ISampleGrabberCB {
+class FrameCollector : public GrabberCallback {
 public:
-    FrameCollector() = default;
-    virtual ~FrameCollector() = default;
-    FrameCollector(const FrameCollector &) = delete;
-    FrameCollector &operator=(const FrameCollector &) = delete;
-
-    STDMETHODIMP QueryInterface(REFIID iid, void **out) override;
-    STDMETHODIMP_(ULONG) AddRef() override;
-    STDMETHODIMP_(ULONG) Release() override;
     STDMETHODIMP SampleCB(double time, IMediaSample *sample) override;
     STDMETHODIMP BufferCB(double time, BYTE *buffer, long length) override;
 
@@ -34,7 +24,6 @@ public:
     std::vector<CollectedSample> samples() const;
 
 private:
-    volatile LONG m_refs = 0;
     mutable std::mutex m_lock;
     std::vector<CollectedSample> m_samples;
 };

@@ -1,4 +1,5 @@
 #include "LabGraph.h"
+#include "GraphControl.h"
 
 #include <oleauto.h>
 
@@ -137,14 +138,12 @@ HRESULT LabGraph::build(const std::wstring &device, const AM_MEDIA_TYPE *capabil
 
 HRESULT LabGraph::run()
 {
-    CComQIPtr<IMediaControl> control(graph.p);
-    return control ? control->Run() : E_NOINTERFACE;
+    return GraphControl::run(graph);
 }
 
 HRESULT LabGraph::stop()
 {
-    CComQIPtr<IMediaControl> control(graph.p);
-    return control ? control->Stop() : E_NOINTERFACE;
+    return GraphControl::stop(graph);
 }
 
 HRESULT LabGraph::capture(size_t frames, DWORD timeoutMs)
@@ -171,16 +170,7 @@ void LabGraph::tearDown()
                 graph->RemoveFilter(filter);
         }
         // Filters the builder inserted (decoders, Smart Tee) go with the graph.
-        CComPtr<IEnumFilters> remaining;
-        if (SUCCEEDED(graph->EnumFilters(&remaining))) {
-            for (;;) {
-                CComPtr<IBaseFilter> filter;
-                if (remaining->Next(1, &filter, nullptr) != S_OK)
-                    break;
-                graph->RemoveFilter(filter);
-                remaining->Reset();
-            }
-        }
+        GraphControl::removeAllFilters(graph);
     }
     m_collector.Release();
     m_grabber.Release();
