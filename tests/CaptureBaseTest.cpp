@@ -1,7 +1,7 @@
 // The capture graph core end to end against the lab: finding devices, preview with its
 // window and question, recording, and the run failures that name who holds the device.
 #include <sorvane-diag/AviFile.h>
-#include "FrameworkTest.h"
+#include "LabTest.h"
 #include "ManualClock.h"
 #include "Outcome.h"
 #include "PlainCapture.h"
@@ -31,25 +31,15 @@ const wchar_t kCameraPath[] =
 const wchar_t kCameraLocator[] =
     L"USB\\VID_046D&PID_0826&MI_00\\7&1A2C&0&0000\\{65E8773D-8F56-11D0-A3B9-00A0C9223196}\\GLOBAL";
 const wchar_t kTitle[] = L"Capture core test";
-const wchar_t kWindowClass[] = L"KEL_CaptureBase_Window";
+const wchar_t *const kWindowClass = sorvane::test::kCaptureWindowClass;
 const wchar_t kVideoInputInstances[] = L"Software\\Classes\\CLSID\\{860BB310-5D01-11D0-BD3B-00A0C911CE86}\\Instance";
 
-class CaptureBaseTest : public sorvane::test::FrameworkTest {
+class CaptureBaseTest : public sorvane::test::LabTest {
 protected:
     void SetUp() override
     {
-        FrameworkTest::SetUp();
+        LabTest::SetUp();
         lab::clearJournal(kCamera);
-        m_liveAtStart = lab::liveObjects();
-    }
-
-    void TearDown() override
-    {
-        // Whatever happened, the lab's objects are gone, its threads ended, no window left.
-        EXPECT_EQ(lab::liveObjects(), m_liveAtStart);
-        EXPECT_EQ(lab::liveThreads(), 0);
-        EXPECT_EQ(WindowWatcher::countInThisProcess(kWindowClass), 0);
-        FrameworkTest::TearDown();
     }
 
     static ruvo::DiagDevice camera(const wchar_t *name = kCamera, const wchar_t *locator = kCameraLocator)
@@ -64,9 +54,6 @@ protected:
             count += entry.compare(0, prefix.size(), prefix) == 0;
         return count;
     }
-
-private:
-    long m_liveAtStart = 0;
 };
 
 TEST_F(CaptureBaseTest, FindsThePlainDeviceByFriendlyNameAndIdentifier)

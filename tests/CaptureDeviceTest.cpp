@@ -1,7 +1,7 @@
 // Capture devices end to end on the lab: one device per piece of capture hardware, named by
 // its moniker, identified by SetupAPI where it has a record and by its device path otherwise;
 // SetupAPI enumeration by class and enumerator.
-#include "FrameworkTest.h"
+#include "LabTest.h"
 
 #include <CaptureDevice.h>
 #include <SetupApiDevice.h>
@@ -49,25 +49,22 @@ std::vector<std::string> capabilityTexts(const kel::Array<CaptureCapability> &ca
     return texts;
 }
 
-class CaptureDeviceTest : public sorvane::test::FrameworkTest {
+class CaptureDeviceTest : public sorvane::test::LabTest {
 protected:
     void SetUp() override
     {
-        FrameworkTest::SetUp();
+        LabTest::SetUp();
         ASSERT_TRUE(m_com.initialize());
-        m_liveObjectsBefore = lab::liveObjects();
     }
 
     void TearDown() override
     {
-        EXPECT_EQ(lab::liveObjects(), m_liveObjectsBefore) << "lab objects left behind";
+        LabTest::TearDown();
         m_com.uninitialize();
-        FrameworkTest::TearDown();
     }
 
 private:
     sorvane::SmartCoInitialize m_com;
-    long m_liveObjectsBefore = 0;
 };
 
 TEST_F(CaptureDeviceTest, EveryLabCaptureDeviceIsOneDeviceNamedByItsMoniker)

@@ -1,7 +1,7 @@
 // DirectShow monikers end to end: the lab's video inputs with their identities and probed
 // capabilities, and monikers of a category of the test's own for the cases the lab's
 // description does not hold (software filters, OpenCable receivers, a crowded category).
-#include "FrameworkTest.h"
+#include "LabTest.h"
 #include "ScopedMonikers.h"
 
 #include <DSMoniker.h>
@@ -55,20 +55,18 @@ std::vector<std::string> capabilityTexts(const DSMoniker &moniker)
     return texts;
 }
 
-class DSMonikerTest : public sorvane::test::FrameworkTest {
+class DSMonikerTest : public sorvane::test::LabTest {
 protected:
     void SetUp() override
     {
-        FrameworkTest::SetUp();
+        LabTest::SetUp();
         ASSERT_TRUE(m_com.initialize());
-        m_liveObjectsBefore = lab::liveObjects();
     }
 
     void TearDown() override
     {
-        EXPECT_EQ(lab::liveObjects(), m_liveObjectsBefore) << "lab objects left behind";
+        LabTest::TearDown();
         m_com.uninitialize();
-        FrameworkTest::TearDown();
     }
 
     // The monikers of the test's own category, read as `typeName` (Analog and Digital probe
@@ -88,7 +86,6 @@ protected:
 
 private:
     sorvane::SmartCoInitialize m_com;
-    long m_liveObjectsBefore = 0;
 };
 
 TEST_F(DSMonikerTest, LabVideoInputsCarryTheirPathIdentityAndProbedCapabilities)

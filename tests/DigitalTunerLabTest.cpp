@@ -2,7 +2,7 @@
 // tune requests the network provider passes on (the lab's journals), the signal decisions on
 // the transport stream, and the failures of the DVB-T set-up through lab faults.
 #include "CountryDialogDriver.h"
-#include "FrameworkTest.h"
+#include "LabTest.h"
 #include "LabLocator.h"
 #include "ManualClock.h"
 #include "Outcome.h"
@@ -73,25 +73,17 @@ bool contains(const std::vector<std::wstring> &entries, const std::wstring &text
                        [&](const std::wstring &entry) { return entry.find(text) != std::wstring::npos; });
 }
 
-class DigitalTunerLabTest : public sorvane::test::FrameworkTest {
+class DigitalTunerLabTest : public sorvane::test::LabTest {
 protected:
     void SetUp() override
     {
-        FrameworkTest::SetUp();
+        LabTest::SetUp();
         for (const wchar_t *device : {kQamTuner, kDvbtTuner, kDtmbTuner, kOcurTuner, kProvider, kSpaces}) {
             lab::clearJournal(device);
         }
-        m_liveObjectsBefore = lab::liveObjects();
         // The lab's cards stream in real time: a quarter of every sleep really passes.
         clock.realShare(25);
         setParameter("CheckTVCable", ruvo::Value::fromBool(false));
-    }
-
-    void TearDown() override
-    {
-        EXPECT_EQ(lab::liveObjects(), m_liveObjectsBefore) << "lab objects left behind";
-        EXPECT_TRUE(sorvane::test::noCaptureWindowLeft());
-        FrameworkTest::TearDown();
     }
 
     void setRange(uint32_t start, uint32_t end)
@@ -111,9 +103,6 @@ protected:
     sorvane::test::ManualClock clock;
     lab::DeviceOverride spaces{kSpaces};
     lab::DeviceOverride provider{kProvider};
-
-private:
-    long m_liveObjectsBefore = 0;
 };
 
 TEST_F(DigitalTunerLabTest, ClearQAMTunesTheCablePlanAt256QAM)

@@ -2,7 +2,7 @@
 // among the video input monikers, and the journal of what was done to a card.
 #pragma once
 
-#include "FrameworkTest.h"
+#include "LabTest.h"
 #include "LabLocator.h"
 #include "Outcome.h"
 #include "WindowWatcher.h"
@@ -89,32 +89,19 @@ inline std::vector<std::wstring> tunedChannels(const std::wstring &device)
 }
 
 // True when no capture window of the library is left in this program.
-inline bool noCaptureWindowLeft()
-{
-    return sorvane::test::WindowWatcher::countInThisProcess(L"KEL_CaptureBase_Window") == 0;
-}
-
 using sorvane::test::outcomeOf;
 
 // A test on the lab's analog cards: their journals start empty, the TV card's settings may
 // be overridden for the test, and every lab object and capture window is gone at the end.
-class TunerLabTest : public FrameworkTest {
+class TunerLabTest : public LabTest {
 protected:
     void SetUp() override
     {
-        FrameworkTest::SetUp();
+        LabTest::SetUp();
         lab::clearJournal(kLabTVCard);
         lab::clearJournal(kLabCaptureCard);
-        m_liveObjectsBefore = lab::liveObjects();
         // Wine's video renderer takes RGB as it is: the tuner tests need no format converter.
         card.set(L"format", L"RGB24 320x240 30");
-    }
-
-    void TearDown() override
-    {
-        EXPECT_EQ(lab::liveObjects(), m_liveObjectsBefore) << "lab objects left behind";
-        EXPECT_TRUE(noCaptureWindowLeft());
-        FrameworkTest::TearDown();
     }
 
     void setTVRange(uint32_t start, uint32_t end)
@@ -124,9 +111,6 @@ protected:
     }
 
     lab::DeviceOverride card{kLabTVCard};
-
-private:
-    long m_liveObjectsBefore = 0;
 };
 
 } // namespace test

@@ -1,6 +1,6 @@
 // The video window on the lab's camera: its class, the video following the window's size,
 // the size fitted to a picture, the user closing it, and runs whose window cannot be set up.
-#include "FrameworkTest.h"
+#include "LabTest.h"
 #include "ManualClock.h"
 #include "Outcome.h"
 #include "PlainCapture.h"
@@ -23,24 +23,20 @@ const wchar_t kCamera[] = L"Lab Webcam RGB24 Top-Down";
 const wchar_t kCameraLocator[] =
     L"USB\\VID_046D&PID_0826&MI_00\\7&1A2C&0&0000\\{65E8773D-8F56-11D0-A3B9-00A0C9223196}\\GLOBAL";
 const wchar_t kTitle[] = L"Video window test";
-const wchar_t kWindowClass[] = L"KEL_CaptureBase_Window";
+const wchar_t *const kWindowClass = sorvane::test::kCaptureWindowClass;
 
-class VideoWindowTest : public sorvane::test::FrameworkTest {
+class VideoWindowTest : public sorvane::test::LabTest {
 protected:
     void SetUp() override
     {
-        FrameworkTest::SetUp();
+        LabTest::SetUp();
         lab::clearJournal(kCamera);
-        m_liveAtStart = lab::liveObjects();
     }
 
     void TearDown() override
     {
         capture.cleanUpAll();
-        EXPECT_EQ(lab::liveObjects(), m_liveAtStart);
-        EXPECT_EQ(lab::liveThreads(), 0);
-        EXPECT_EQ(WindowWatcher::countInThisProcess(kWindowClass), 0);
-        FrameworkTest::TearDown();
+        LabTest::TearDown();
     }
 
     size_t logCount(const wchar_t *text) { return log().find(kel::String(text)).size(); }
@@ -71,9 +67,6 @@ protected:
                                                       kel::String(L"Lab USB camera, RGB24 top-down, no camera control"),
                                                       kel::String(kCameraLocator)),
                          kel::String(kTitle)};
-
-private:
-    long m_liveAtStart = 0;
 };
 
 bool samplesArrived()

@@ -1,7 +1,7 @@
 // Webcam frame capture end to end on the lab's simulated cameras: the capability chosen, the
 // frames and their description, the settling delay, time-outs and rebuilds, the graph wiring,
 // the privacy shutter, and everything released afterwards.
-#include "FrameworkTest.h"
+#include "LabTest.h"
 #include "LabLocator.h"
 #include "Outcome.h"
 #include "ManualClock.h"
@@ -210,13 +210,12 @@ bool journalHas(const std::wstring &camera, const std::wstring &entry)
     return !journalOf(camera, entry).empty();
 }
 
-class WebcamTest : public sorvane::test::FrameworkTest {
+class WebcamTest : public sorvane::test::LabTest {
 protected:
     void SetUp() override
     {
-        FrameworkTest::SetUp();
+        LabTest::SetUp();
         ASSERT_TRUE(SUCCEEDED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED)));
-        m_liveObjects = lab::liveObjects();
         for (const wchar_t *camera :
              {kRgb24Camera, kTopDownCamera, kYuy2Camera, kUyvyCamera, kMjpgCamera, kYuy2MjpgCamera})
             lab::clearJournal(camera);
@@ -224,11 +223,8 @@ protected:
 
     void TearDown() override
     {
-        // Every capture leaves the lab as it found it, whatever its outcome.
-        EXPECT_EQ(lab::liveObjects(), m_liveObjects);
-        EXPECT_EQ(lab::liveThreads(), 0);
+        LabTest::TearDown();
         CoUninitialize();
-        FrameworkTest::TearDown();
     }
 
     // Captures and returns the frames; fails the test on an exception.
@@ -255,9 +251,6 @@ protected:
     }
 
     size_t logCount(const wchar_t *message) { return log().find(text(message)).size(); }
-
-private:
-    long m_liveObjects = 0;
 };
 
 struct FormatCase {
