@@ -31,9 +31,11 @@ public:
         return *this;
     }
     CComPtr& operator=(const CComPtr& lp) noexcept { return *this = lp.p; }
+    // `p = makePointer();` moves. The address is taken past the overloaded operator& (with
+    // the compilers' builtin: <memory> would clash with strsafe.h in sources that use both).
     CComPtr& operator=(CComPtr&& lp) noexcept
     {
-        if (this != &lp) {
+        if (this != __builtin_addressof(lp)) {
             T* old = p;
             p = lp.p;
             lp.p = nullptr;
@@ -128,9 +130,10 @@ private:
     }
 };
 
-// IUnknown itself needs no query on assignment.
-template <>
-class CComQIPtr<IUnknown, &IID_IUnknown> : public CComPtr<IUnknown> {
+// IUnknown itself needs no query on assignment. Partial, because mingw's __uuidof(IUnknown)
+// is not the address of IID_IUnknown: the default argument would miss a full specialization.
+template <const IID* piid>
+class CComQIPtr<IUnknown, piid> : public CComPtr<IUnknown> {
 public:
     CComQIPtr() noexcept {}
     CComQIPtr(IUnknown* lp) noexcept { if (lp) lp->QueryInterface(IID_IUnknown, reinterpret_cast<void**>(&p)); }

@@ -6,6 +6,7 @@
 #include "bdadevice/BdaGuids.h"
 #include "bdadevice/StreamFaultKeys.h"
 #include "common/ClassRegistry.h"
+#include "lab/BdaGuids.h"
 #include "lab/LabClassIds.h"
 
 namespace lab {
@@ -38,7 +39,7 @@ HRESULT fillArray(ULONG *count, ULONG max, T out[], const T (&values)[N])
 } // namespace
 
 BdaTunerFilter::BdaTunerFilter()
-    : DeviceFilter(CLSID_LabBdaTuner), m_antenna(*this, L"Input0", bda::kFormatTypeAntenna, {}),
+    : DeviceFilter(CLSID_LabBdaTuner), m_antenna(*this, L"Input0", kMediaTypeBdaAntenna, {}),
       m_transport(*this, L"MPEG2 Transport", *this, true)
 {
 }
