@@ -7,7 +7,8 @@
 // (Wine itself would read every INF of C:\windows\inf), but the benchmark's cameras share one
 // INF that lists them all, and Wine parses that whole INF each time a driver is listed or
 // detailed (several times per device), the likeliest reason the SetupAPI pass still grows with
-// the number of devices.
+// the number of devices. The second series gives each camera a package of its own to tell
+// that cost from the library's.
 #include <CaptureDevice.h>
 #include <DSMoniker.h>
 #include <SetupApiDevice.h>
@@ -55,23 +56,27 @@ std::wstring hex4(int value)
     return digits;
 }
 
-// `count` USB webcams of one maker, so they share one driver package.
-std::wstring webcams(int count)
+enum class Packages { Shared, OneEach };
+
+// `count` USB webcams of one maker, in one driver package that lists them all or in a package
+// each (a driver file of their own).
+std::wstring webcams(int count, Packages packages)
 {
     std::wstring description;
     for (int i = 0; i < count; ++i) {
         description += L"[webcam]\nname = Bench Camera " + std::to_wstring(i) + L"\n";
         description += L"path = \\\\?\\usb#vid_7e57&pid_" + hex4(i) + L"&mi_00#7&" + hex4(i) +
                        L"&0&0000#{65e8773d-8f56-11d0-a3b9-00a0c9223196}\\global\n";
+        const std::wstring file = packages == Packages::Shared ? L"benchcam" : L"benchcam" + hex4(i);
         description +=
-            L"manufacturer = Bench Maker\ndriver.file = benchcam.sys\nformat = YUY2 320x240 30\nprivacy = none\n";
+            L"manufacturer = Bench Maker\ndriver.file = " + file + L".sys\nformat = YUY2 320x240 30\nprivacy = none\n";
     }
     return description;
 }
 
-void measure(int count)
+void measure(int count, Packages packages)
 {
-    lab::ScopedLabDevices devices(webcams(count), lab::ScopedLabDevices::LabDevices::Hidden);
+    lab::ScopedLabDevices devices(webcams(count, packages), lab::ScopedLabDevices::LabDevices::Hidden);
     kel::Array<sorvane::CaptureDevice> found;
     const double total = timed([&] {
         found.clear();
@@ -110,8 +115,14 @@ int main()
         return 1;
     }
     std::printf("CaptureDevice::enumerateDevices, median of %d runs\n", kRepeats);
+    std::printf("One driver package for all the cameras:\n");
     for (int count : kDeviceCounts)
-        measure(count);
+        measure(count, Packages::Shared);
+    // Wine's INF parse of a package grows with the models it lists; with a package each, what
+    // grows with the count is the library's own work.
+    std::printf("A driver package for each camera:\n");
+    for (int count : kDeviceCounts)
+        measure(count, Packages::OneEach);
     com.uninitialize();
     return 0;
 }

@@ -18,6 +18,8 @@ public:
         ruvo::TestResult result;
         std::vector<ruvo::PostedEvent> events;
         long errorCode;
+        // The library's error lines, and the detail lines of failures it does not raise
+        // (LibraryErrors), each its first line without the source line number.
         std::vector<std::wstring> libraryErrors;
         // What the test did: "capture", "preview", "recording" or "scan".
         std::wstring phase;

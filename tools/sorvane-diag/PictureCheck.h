@@ -38,10 +38,6 @@ public:
     // Top-down BGR pictures of the captured frames (JPEG frames decoded).
     static std::vector<Image> decode(const CapturedFrames &frames);
 
-    // The last `limit` frames of a recording as the library would have returned them; an
-    // empty list (layout UNKNOWN) for a file or a format the host cannot read.
-    static CapturedFrames readRecording(const std::wstring &path, unsigned limit, std::wstring &problem);
-
 private:
     static ruvo::TestResult conclude(CommandContext &context, const std::wstring &source,
                                      const std::vector<Image> &pictures, const ruvo::TestResult &result);
