@@ -18,12 +18,13 @@ namespace {
 const DWORD kUserAborted = 17;
 const DWORD kForcedQuit = 4;
 
-// Starts the host, waits for `ready` on its output, presses Ctrl+C `presses` times.
+// Starts the host, waits for `ready` on its output, presses Ctrl+C `presses` times. Its
+// standard input stays open, as a person's terminal does.
 HostProgram::Outcome interrupt(const std::vector<std::wstring> &arguments, const std::string &ready, int presses)
 {
     SharedConsole console;
     EXPECT_TRUE(console.ready()) << GetLastError();
-    HostProgram program(arguments);
+    HostProgram program(arguments, std::string(), HostProgram::InputEnd::KeepOpen);
     EXPECT_TRUE(program.started());
     EXPECT_TRUE(program.waitForOutput(ready, 60000)) << program.outputSoFar();
     for (int i = 0; i < presses; ++i) {
@@ -80,6 +81,20 @@ TEST(SorvaneDiagStopTest, ASecondCtrlCQuitsAtOnceAndStillWritesTheReport)
     EXPECT_EQ("Lab Webcam Hung", report["device"]["name"].text());
     ASSERT_GT(report["messages"].size(), 0u);
     EXPECT_TRUE(contains(report["messages"][report["messages"].size() - 1].text(), "second Ctrl+C"));
+}
+
+TEST(SorvaneDiagStopTest, CtrlCAnswersAWaitingQuestionWithAbort)
+{
+    // No signal on channel 5: before its second pass the scan asks to check the cable, and
+    // waits without limit for an answer that nobody types.
+    const HostProgram::Outcome outcome =
+        interrupt({L"tv", L"-d", L"Lab Analog TV Tuner", L"--set", L"TVStartChannel=5", L"--set", L"TVEndChannel=5",
+                   L"--set", L"SignalType=ANTENNA", L"--interactive"},
+                  "Type r and Enter to retry", 1);
+    ASSERT_TRUE(outcome.finished) << outcome.out;
+    EXPECT_EQ(kUserAborted, outcome.exitCode) << outcome.out << outcome.err;
+    EXPECT_TRUE(contains(outcome.out, "Stop requested: the question is answered with abort.")) << outcome.out;
+    EXPECT_FALSE(contains(outcome.out, "Attempt 2")) << outcome.out;
 }
 
 TEST(SorvaneDiagStopTest, TheHelpListsTheForcedQuitBesideTheResults)

@@ -51,8 +51,8 @@ std::wstring HostProgram::programPath()
     return path.substr(0, path.find_last_of(L"\\/") + 1) + L"sorvane-diag.exe";
 }
 
-HostProgram::HostProgram(const std::vector<std::wstring> &arguments, const std::string &input)
-    : m_process(), m_out(new Reader), m_err(new Reader)
+HostProgram::HostProgram(const std::vector<std::wstring> &arguments, const std::string &input, InputEnd inputEnd)
+    : m_process(), m_input(nullptr), m_out(new Reader), m_err(new Reader)
 {
     std::wstring commandLine = quoted(programPath());
     for (const std::wstring &argument : arguments)
@@ -81,7 +81,10 @@ HostProgram::HostProgram(const std::vector<std::wstring> &arguments, const std::
     DWORD written = 0;
     if (!input.empty())
         WriteFile(inParent, input.data(), static_cast<DWORD>(input.size()), &written, nullptr);
-    CloseHandle(inParent);
+    if (inputEnd == InputEnd::KeepOpen)
+        m_input = inParent;
+    else
+        CloseHandle(inParent);
     m_out->thread = CreateThread(nullptr, 0, readAll, m_out, 0, nullptr);
     m_err->thread = CreateThread(nullptr, 0, readAll, m_err, 0, nullptr);
 }
@@ -94,6 +97,8 @@ HostProgram::~HostProgram()
         CloseHandle(m_process.hProcess);
         CloseHandle(m_process.hThread);
     }
+    if (m_input)
+        CloseHandle(m_input);
     for (Reader *reader : {m_out, m_err}) {
         // A reader that cannot be stopped keeps its buffer: it is left to the process's end.
         if (!finishReading(*reader))

@@ -18,8 +18,13 @@ public:
         std::string err;
     };
 
-    // Starts the program; `input` is written to its standard input, which is then closed.
-    HostProgram(const std::vector<std::wstring> &arguments, const std::string &input = std::string());
+    // What becomes of standard input after `input` was written to it: closed (the end of
+    // input), or kept open until the program ends, as a person's terminal is.
+    enum class InputEnd { Close, KeepOpen };
+
+    // Starts the program; `input` is written to its standard input.
+    HostProgram(const std::vector<std::wstring> &arguments, const std::string &input = std::string(),
+                InputEnd inputEnd = InputEnd::Close);
     ~HostProgram();
     HostProgram(const HostProgram &) = delete;
     HostProgram &operator=(const HostProgram &) = delete;
@@ -49,6 +54,7 @@ private:
     bool waitForText(Reader &reader, const std::string &text, DWORD milliseconds);
 
     PROCESS_INFORMATION m_process;
+    HANDLE m_input;
     Reader *m_out;
     Reader *m_err;
 };

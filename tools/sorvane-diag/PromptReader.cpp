@@ -16,23 +16,30 @@ PromptReader &PromptReader::instance()
     return *reader;
 }
 
-PromptReader::PromptReader() : m_started(false), m_ended(false) {}
+PromptReader::PromptReader() : m_started(false), m_ended(false), m_interrupted(false) {}
 
 bool PromptReader::readLine(std::wstring &line, uint32_t milliseconds)
 {
     std::unique_lock<std::mutex> guard(m_lock);
     if (!m_started)
         start();
-    const auto ready = [this] { return !m_lines.empty() || m_ended; };
+    const auto ready = [this] { return !m_lines.empty() || m_ended || m_interrupted; };
     if (milliseconds == 0)
         m_arrived.wait(guard, ready);
     else
         m_arrived.wait_for(guard, std::chrono::milliseconds(milliseconds), ready);
-    if (m_lines.empty())
+    if (m_lines.empty() || m_interrupted)
         return false;
     line = m_lines.front();
     m_lines.pop_front();
     return true;
+}
+
+void PromptReader::interrupt()
+{
+    std::lock_guard<std::mutex> guard(m_lock);
+    m_interrupted = true;
+    m_arrived.notify_all();
 }
 
 void PromptReader::start()

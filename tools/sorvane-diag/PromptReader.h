@@ -18,8 +18,10 @@ public:
     static PromptReader &instance();
 
     // The next line without its line end; false when none came within `milliseconds`
-    // (0: no limit) or standard input has ended.
+    // (0: no limit), standard input has ended, or the wait was interrupted.
     bool readLine(std::wstring &line, uint32_t milliseconds);
+    // Ends the current wait and every later one (the person asked the test to stop).
+    void interrupt();
 
 private:
     PromptReader();
@@ -35,6 +37,7 @@ private:
     std::deque<std::wstring> m_lines;
     bool m_started;
     bool m_ended;
+    bool m_interrupted;
 };
 
 } // namespace diag

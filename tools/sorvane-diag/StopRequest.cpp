@@ -1,4 +1,5 @@
 #include "StopRequest.h"
+#include "PromptReader.h"
 #include "ResultCodes.h"
 #include "Terminal.h"
 
@@ -42,6 +43,8 @@ BOOL WINAPI onConsoleControl(DWORD event)
     }
     if (Terminal *terminal = g_terminal.load())
         terminal->problem(L"Stop requested: the test ends at its next check. Press Ctrl+C again to quit at once.");
+    // A question waiting for an answer is such a check: it is answered with abort.
+    PromptReader::instance().interrupt();
     return TRUE;
 }
 

@@ -96,6 +96,11 @@ bool TerminalBackend::waitMessageBox(ruvo::MessageBox2 &box, uint32_t millisecon
         }
         m_terminal.line(L"Please type r (retry) or a (abort).");
     }
+    if (StopRequest::requested()) {
+        m_terminal.line(L"Stop requested: the question is answered with abort.");
+        box.setReturn(ABORT_ANSWER);
+        return true;
+    }
     m_terminal.line(L"No answer: the test takes its default.");
     return false;
 }
