@@ -1,5 +1,6 @@
-// A tuner whose own signal check fails: the library counts every failed check as no signal
-// and its event asks about the cabling; the host says that the tuner did not answer.
+// A tuner whose own signal check fails (an analog card's SignalPresent, a digital card's
+// statistics): the library counts every failed check as no signal and its event asks about
+// the cabling; the host says that the tuner did not answer.
 #include "ReportedRun.h"
 
 #include <lab/ScopedLabDevices.h>
@@ -16,20 +17,30 @@ namespace {
 
 const DWORD kNoSignal = 11;
 const wchar_t kBroken[] = L"Lab Tuner Without Answer";
+const wchar_t kUnreadable[] = L"Lab ATSC Without Statistics";
 
 class SorvaneDiagSignalCheckTest : public ::testing::Test {
 protected:
     // The card is prefix-wide (registry monikers): this program runs alone.
     static void SetUpTestSuite()
     {
-        s_card.reset(
-            new lab::ScopedLabDevices(std::wstring(L"[analog-tuner]\nname = ") + kBroken +
-                                      L"\npath = \\\\?\\pci#ven_14f1&dev_8800&subsys_88019999&rev_05#4&77&0&2010#"
-                                      L"{65e8773d-8f56-11d0-a3b9-00a0c9223196}\\global\n"
-                                      L"format = RGB24 320x240 30\ntuner-modes = tv, fm\nchannel-range = 2-69\n"
-                                      L"channels = 3:antenna\nfm-stations = 88.1\n"
-                                      L"crossbar-inputs = tuner, composite\ncrossbar-outputs = video-decoder\n"
-                                      L"fault.SignalPresent = 0x80004005\n"));
+        s_card.reset(new lab::ScopedLabDevices(
+            std::wstring(L"[analog-tuner]\nname = ") + kBroken +
+            L"\npath = \\\\?\\pci#ven_14f1&dev_8800&subsys_88019999&rev_05#4&77&0&2010#"
+            L"{65e8773d-8f56-11d0-a3b9-00a0c9223196}\\global\n"
+            L"format = RGB24 320x240 30\ntuner-modes = tv, fm\nchannel-range = 2-69\n"
+            L"channels = 3:antenna\nfm-stations = 88.1\n"
+            L"crossbar-inputs = tuner, composite\ncrossbar-outputs = video-decoder\n"
+            L"fault.SignalPresent = 0x80004005\n" +
+            // An ATSC card whose topology nodes fail to say whether the signal is locked.
+            L"[bda-tuner]\nname = " + kUnreadable +
+            L"\npath = \\\\?\\pci#ven_1131&dev_7160&subsys_99991822&rev_03#4&78&0&0010#"
+            L"{71985f48-1ca1-11d3-9cc8-00c04f7971e0}\\{3c1e9d5a-0b7f-4e2a-9f61-7a0c2b4d8e99}\n"
+            L"networks = atsc\nstatistics = nodes\nfault.get_SignalLocked = 0x80004005\n"
+            L"[bda-receiver]\nname = Lab Receiver Without Statistics\n"
+            L"path = \\\\?\\pci#ven_1131&dev_7160&subsys_99991822&rev_03#4&78&0&0010#"
+            L"{fd0a5af4-b41d-11d2-9c95-00c04f7971e0}\\{3c1e9d5b-0b7f-4e2a-9f61-7a0c2b4d8e99}\n"
+            L"bitrate = 4000000\npackets-per-sample = 64\n"));
     }
     static void TearDownTestSuite() { s_card.reset(); }
 
@@ -66,6 +77,19 @@ TEST_F(SorvaneDiagSignalCheckTest, AFailedSignalCheckIsNotShownAsACablingProblem
         {L"fm", L"-d", kBroken, L"--set", L"FMRadioStartChannel=88.1", L"--set", L"FMRadioEndChannel=88.1"}, folder);
     EXPECT_EQ(kNoSignal, fm.outcome.exitCode) << fm.outcome.out << fm.outcome.err;
     EXPECT_TRUE(contains(fm.outcome.out, "What happened: the tuner's own signal check failed once")) << fm.outcome.out;
+}
+
+TEST_F(SorvaneDiagSignalCheckTest, UnreadableSignalStatisticsAreNotShownAsNoSignal)
+{
+    // Channel 8 is on the air in the lab: only the failed reads hide it.
+    ScratchFolder folder(L"sorvane-diag-signal-check");
+    const ReportedRun atsc = ReportedRun::of(
+        {L"atsc", L"-d", kUnreadable, L"--set", L"DigitalStartChannel=8", L"--set", L"DigitalEndChannel=8"}, folder);
+    EXPECT_EQ(kNoSignal, atsc.outcome.exitCode) << atsc.outcome.out << atsc.outcome.err;
+    EXPECT_TRUE(contains(atsc.outcome.out, "What happened: the tuner's signal statistics could not be read"))
+        << atsc.outcome.out;
+    EXPECT_TRUE(contains(atsc.outcome.out, "(\"Topo sig lock failed: ")) << atsc.outcome.out;
+    EXPECT_TRUE(atsc.hasMessage("whatever the antenna or cable"));
 }
 
 TEST_F(SorvaneDiagSignalCheckTest, AWorkingCheckWithoutSignalNeedsNoExplanation)

@@ -77,6 +77,42 @@ std::wstring FailureExplanation::framesAskedFor(const Facts &facts)
 // tuner never answered the question.
 std::wstring FailureExplanation::scanFailed(const Facts &facts)
 {
+    const std::wstring analog = signalCheckFailed(facts);
+    return analog.empty() ? statisticsUnread(facts) : analog;
+}
+
+// A digital tuner whose signal statistics cannot be read: the library logs the failed read
+// and counts the channel as silent.
+std::wstring FailureExplanation::statisticsUnread(const Facts &facts)
+{
+    static const wchar_t *const kReads[] = {L"Topo sig qual failed: ", L"Topo sig lock failed: ",
+                                            L"Topo sig present failed: ", L"Cannot get node types: "};
+    size_t failures = 0;
+    std::wstring first;
+    for (const std::wstring &line : facts.libraryErrors) {
+        for (const wchar_t *read : kReads) {
+            if (line.find(read) == std::wstring::npos)
+                continue;
+            if (!failures++)
+                first = line;
+            break;
+        }
+    }
+    if (!failures)
+        return std::wstring();
+    return L"What happened: the tuner's signal statistics could not be read " + times(failures) + L" (\"" + first +
+           L"\"), and the library counts a channel it cannot read as no signal. The card or its driver did not "
+           L"answer, whatever the antenna or cable: run the scan again, and if it repeats, check the driver.";
+}
+
+std::wstring FailureExplanation::times(size_t count)
+{
+    return count == 1 ? std::wstring(L"once") : std::to_wstring(count) + L" times";
+}
+
+// An analog tuner whose SignalPresent call fails.
+std::wstring FailureExplanation::signalCheckFailed(const Facts &facts)
+{
     static const std::wstring kAnswer = L"hr/signalPresent: ";
     size_t failures = 0;
     std::wstring first;
@@ -90,9 +126,8 @@ std::wstring FailureExplanation::scanFailed(const Facts &facts)
     if (!failures)
         return std::wstring();
     const HRESULT code = static_cast<HRESULT>(wcstoul(first.c_str(), nullptr, 16));
-    return L"What happened: the tuner's own signal check failed " +
-           (failures == 1 ? std::wstring(L"once") : std::to_wstring(failures) + L" times") +
-           L" (SignalPresent answered " + HostError::describe(code) +
+    return L"What happened: the tuner's own signal check failed " + times(failures) + L" (SignalPresent answered " +
+           HostError::describe(code) +
            L"), and the library counts a failed check as no signal. The card or its driver did not "
            L"answer, whatever the cabling: run the scan again, and if it repeats, check the driver.";
 }

@@ -36,6 +36,10 @@ private:
     // "the 2 frames asked for", from the library's shortfall line.
     static std::wstring framesAskedFor(const Facts &facts);
     static std::wstring scanFailed(const Facts &facts);
+    static std::wstring signalCheckFailed(const Facts &facts);
+    static std::wstring statisticsUnread(const Facts &facts);
+    // "once", "3 times".
+    static std::wstring times(size_t count);
     static std::wstring codeText(long code);
 };
 
