@@ -68,12 +68,12 @@ bool isNotableDetail(const std::wstring &line)
     return false;
 }
 
+// Sees every line the library writes (the host admits them all): most are dropped unread.
 void keep(const kel::String &, int priority, const kel::String &message)
 {
-    const std::wstring line = firstLineWithoutNumber(message.wstr());
     std::lock_guard<std::mutex> hold(g_lock);
-    if (priority >= kel::LOG_ERROR || isNotableDetail(line))
-        g_lines.push_back(line);
+    if (priority >= kel::LOG_ERROR || isNotableDetail(message.wstr()))
+        g_lines.push_back(firstLineWithoutNumber(message.wstr()));
 }
 
 } // namespace
