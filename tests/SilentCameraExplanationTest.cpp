@@ -49,8 +49,10 @@ protected:
     }
 
     // Captures two frames as the host's webcam command does and gathers what the host
-    // would explain the failure from.
-    FailureExplanation::Facts capture(const wchar_t *camera, const wchar_t *path)
+    // would explain the failure from. A camera that sends something gets to send it before
+    // the clock jumps past the time-out.
+    enum class Sends { Nothing, Samples };
+    FailureExplanation::Facts capture(const wchar_t *camera, const wchar_t *path, Sends sends)
     {
         sorvane::test::ManualClock clock;
         lab::clearJournal(camera);
@@ -63,13 +65,20 @@ protected:
         facts.phase = L"capture";
         {
             // Each time the camera runs, the clock moves past the 60 + 2 x 5 seconds two frames may take.
-            sorvane::test::SideThread timeOut([camera](sorvane::test::SideThread &side) {
+            sorvane::test::SideThread timeOut([camera, sends](sorvane::test::SideThread &side) {
                 size_t seen = 0;
+                long long runs = 0;
                 while (side.waitUntil([camera, seen] { return lab::journal(camera).size() > seen; })) {
                     const std::vector<std::wstring> entries = lab::journal(camera);
                     for (; seen < entries.size(); ++seen) {
-                        if (entries[seen] == L"Run")
-                            kel::Clock::advanceMilliseconds(71000);
+                        if (entries[seen] != L"Run")
+                            continue;
+                        // Every run of a camera that sends delivers one sample at least.
+                        ++runs;
+                        if (sends == Sends::Samples &&
+                            !side.waitUntil([camera, runs] { return lab::samplesDelivered(camera) >= runs; }))
+                            return;
+                        kel::Clock::advanceMilliseconds(71000);
                     }
                 }
             });
@@ -93,7 +102,7 @@ protected:
 
 TEST_F(SilentCameraExplanationTest, ACameraThatNeverDeliversIsToldFromARefusedStart)
 {
-    const FailureExplanation::Facts facts = capture(kSilent, kSilentPath);
+    const FailureExplanation::Facts facts = capture(kSilent, kSilentPath, Sends::Nothing);
     EXPECT_EQ(ruvo::TestResult::FAIL(), facts.result);
     // The time-out is retried on the next capability; after the last one only the shortfall is posted.
     ASSERT_EQ(1u, facts.events.size());
@@ -105,14 +114,14 @@ TEST_F(SilentCameraExplanationTest, ACameraThatStopsOrSendsEmptySamplesIsSaidSo)
 {
     {
         lab::DeviceOverride stops(kYuy2, L"fault.stopafter", L"1");
-        const FailureExplanation::Facts facts = capture(kYuy2, kYuy2Path);
+        const FailureExplanation::Facts facts = capture(kYuy2, kYuy2Path, Sends::Samples);
         EXPECT_EQ(ruvo::TestResult::FAIL(), facts.result);
         // A timed-out attempt keeps none of its frames: the one frame sent is not counted.
         EXPECT_EQ(FailureExplanation::of(facts), kTimedOut);
     }
     {
         lab::DeviceOverride empty(kYuy2, L"fault.zerolength", L"yes");
-        const FailureExplanation::Facts facts = capture(kYuy2, kYuy2Path);
+        const FailureExplanation::Facts facts = capture(kYuy2, kYuy2Path, Sends::Samples);
         EXPECT_EQ(ruvo::TestResult::FAIL(), facts.result);
         EXPECT_EQ(FailureExplanation::of(facts),
                   L"What happened: the device sent samples with nothing in them, so no frame could be kept.");
