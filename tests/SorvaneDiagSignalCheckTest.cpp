@@ -21,10 +21,10 @@ const wchar_t kUnreadable[] = L"Lab ATSC Without Statistics";
 
 class SorvaneDiagSignalCheckTest : public ::testing::Test {
 protected:
-    // The card is prefix-wide (registry monikers): this program runs alone.
+    // The cards are prefix-wide (registry monikers): this program runs alone.
     static void SetUpTestSuite()
     {
-        s_card.reset(new lab::ScopedLabDevices(
+        s_cards.reset(new lab::ScopedLabDevices(
             std::wstring(L"[analog-tuner]\nname = ") + kBroken +
             L"\npath = \\\\?\\pci#ven_14f1&dev_8800&subsys_88019999&rev_05#4&77&0&2010#"
             L"{65e8773d-8f56-11d0-a3b9-00a0c9223196}\\global\n"
@@ -42,12 +42,12 @@ protected:
             L"{fd0a5af4-b41d-11d2-9c95-00c04f7971e0}\\{3c1e9d5b-0b7f-4e2a-9f61-7a0c2b4d8e99}\n"
             L"bitrate = 4000000\npackets-per-sample = 64\n"));
     }
-    static void TearDownTestSuite() { s_card.reset(); }
+    static void TearDownTestSuite() { s_cards.reset(); }
 
-    static std::unique_ptr<lab::ScopedLabDevices> s_card;
+    static std::unique_ptr<lab::ScopedLabDevices> s_cards;
 };
 
-std::unique_ptr<lab::ScopedLabDevices> SorvaneDiagSignalCheckTest::s_card;
+std::unique_ptr<lab::ScopedLabDevices> SorvaneDiagSignalCheckTest::s_cards;
 
 } // namespace
 
