@@ -125,12 +125,21 @@ TEST_F(SorvaneDiagPictureTest, APreviewIsJudgedOnASampleOfFrames)
     EXPECT_EQ("sample", preview.report["picture"]["source"].text());
     EXPECT_EQ(5.0, preview.report["picture"]["frames"].number());
 
-    // A second graph on a tuner would show its first input, not what the preview showed.
+    // A tuner's sample is a short recording, set up as the preview was: its tuner input on a
+    // channel without signal, snow. The sample's file is not left behind.
     const ReportedRun tuner = ReportedRun::of({L"preview", L"--device", kTuner, L"--strict"}, folder);
-    EXPECT_EQ(0u, tuner.outcome.exitCode) << tuner.outcome.out << tuner.outcome.err;
-    EXPECT_TRUE(contains(tuner.outcome.out, "Picture: not judged: a TV tuner's picture is not sampled."))
+    EXPECT_EQ(kFail, tuner.outcome.exitCode) << tuner.outcome.out << tuner.outcome.err;
+    EXPECT_TRUE(contains(tuner.outcome.out, "Recording a few seconds to judge the picture...\nPicture: noise: "))
         << tuner.outcome.out;
-    EXPECT_EQ("not judged", tuner.report["picture"]["verdict"].text());
+    EXPECT_EQ("sample", tuner.report["picture"]["source"].text());
+    EXPECT_EQ(0u, tuner.report["files"].size());
+    wchar_t temp[MAX_PATH] = {};
+    GetTempPathW(MAX_PATH, temp);
+    WIN32_FIND_DATAW found;
+    const HANDLE left = FindFirstFileW((std::wstring(temp) + L"sorvane-diag-sample-*.avi").c_str(), &found);
+    EXPECT_EQ(INVALID_HANDLE_VALUE, left) << "sample recording left in the temporary folder";
+    if (left != INVALID_HANDLE_VALUE)
+        FindClose(left);
 }
 
 TEST_F(SorvaneDiagPictureTest, ARecordingIsJudgedOnTheFramesOfItsFile)

@@ -49,10 +49,8 @@ ruvo::TestResult PictureCheck::judgeSample(CommandContext &context, const ruvo::
 {
     if (result != ruvo::TestResult::PASS())
         return result;
-    if (CaptureClasses::isTuner(device)) {
-        notJudged(context, L"a TV tuner's picture is not sampled");
-        return result;
-    }
+    if (CaptureClasses::isTuner(device))
+        return judgeTunerSample(context, device, result);
     context.terminal().line(L"Capturing " + std::to_wstring(kSampleFrames) + L" frames to judge the picture...");
     CapturedFrames sample;
     try {
@@ -66,18 +64,44 @@ ruvo::TestResult PictureCheck::judgeSample(CommandContext &context, const ruvo::
     return conclude(context, L"sample", decode(sample), result);
 }
 
+// A tuner grabbed as a webcam would show its card's first input; recorded, it is set up as
+// the preview was (tuner input routed, channel untouched), so the recording is the sample.
+ruvo::TestResult PictureCheck::judgeTunerSample(CommandContext &context, const ruvo::DiagDevice &device,
+                                                const ruvo::TestResult &result)
+{
+    context.terminal().line(L"Recording a few seconds to judge the picture...");
+    const std::wstring name = L"sorvane-diag-sample-" + std::to_wstring(GetCurrentProcessId());
+    try {
+        CaptureClasses::captureToFile(device, CommandContext::windowTitle(device), CommandContext::captureDelay(),
+                                      name);
+    } catch (const CaptureException &) {
+        notJudged(context, L"the sample recording could not be made");
+        return result;
+    }
+    const std::wstring path = CaptureClasses::recordingPath(name);
+    const ruvo::TestResult judged = judgeFile(context, L"sample", path, result);
+    DeleteFileW(path.c_str());
+    return judged;
+}
+
 ruvo::TestResult PictureCheck::judgeRecording(CommandContext &context, const std::wstring &path,
                                               const ruvo::TestResult &result)
 {
     if (result != ruvo::TestResult::PASS())
         return result;
+    return judgeFile(context, L"recording", path, result);
+}
+
+ruvo::TestResult PictureCheck::judgeFile(CommandContext &context, const std::wstring &source, const std::wstring &path,
+                                         const ruvo::TestResult &result)
+{
     std::wstring problem;
     const std::vector<Image> pictures = decode(RecordedFrames::read(path, kRecordingFrames, problem));
     if (pictures.empty()) {
         notJudged(context, L"the recording could not be read (" + problem + L")");
         return result;
     }
-    return conclude(context, L"recording", pictures, result);
+    return conclude(context, source, pictures, result);
 }
 
 ruvo::TestResult PictureCheck::conclude(CommandContext &context, const std::wstring &source,

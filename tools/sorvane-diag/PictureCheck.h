@@ -27,8 +27,7 @@ public:
     static ruvo::TestResult judge(CommandContext &context, const CapturedFrames &frames,
                                   const ruvo::TestResult &result);
     // A preview returns no frames: after a passing preview the host captures a short sample
-    // from the same device and judges that. A tuner is not sampled: a second graph would show
-    // the card's first input, not the channel the preview routed and tuned.
+    // from the same device and judges that; a TV tuner's sample is a short recording.
     static ruvo::TestResult judgeSample(CommandContext &context, const ruvo::DiagDevice &device,
                                         const ruvo::TestResult &result);
     // A recording is judged on the frames of the AVI file it left, whatever the device.
@@ -39,6 +38,10 @@ public:
     static std::vector<Image> decode(const CapturedFrames &frames);
 
 private:
+    static ruvo::TestResult judgeTunerSample(CommandContext &context, const ruvo::DiagDevice &device,
+                                             const ruvo::TestResult &result);
+    static ruvo::TestResult judgeFile(CommandContext &context, const std::wstring &source, const std::wstring &path,
+                                      const ruvo::TestResult &result);
     static ruvo::TestResult conclude(CommandContext &context, const std::wstring &source,
                                      const std::vector<Image> &pictures, const ruvo::TestResult &result);
     static void notJudged(CommandContext &context, const std::wstring &why);

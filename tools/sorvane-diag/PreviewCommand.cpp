@@ -26,8 +26,8 @@ std::wstring PreviewCommand::help() const
            L"\n"
            L"      --strict            a bad picture (black, flat, noise, frozen) fails the test\n"
            L"\n"
-           L"After a passing preview the host captures a sample of 5 frames from the device (not\n"
-           L"from a TV tuner) and prints its verdict on the picture.\n";
+           L"After a passing preview the host captures a sample of 5 frames from the device (from a\n"
+           L"TV tuner, a recording of a few seconds) and prints its verdict on the picture.\n";
 }
 
 std::vector<std::wstring> PreviewCommand::ownOptions() const
