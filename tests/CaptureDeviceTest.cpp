@@ -5,7 +5,6 @@
 
 #include <CaptureDevice.h>
 #include <SetupApiDevice.h>
-#include <SmartCoInitialize.h>
 #include <lab/LabControl.h>
 
 #include <string>
@@ -49,23 +48,7 @@ std::vector<std::string> capabilityTexts(const kel::Array<CaptureCapability> &ca
     return texts;
 }
 
-class CaptureDeviceTest : public sorvane::test::LabTest {
-protected:
-    void SetUp() override
-    {
-        LabTest::SetUp();
-        ASSERT_TRUE(m_com.initialize());
-    }
-
-    void TearDown() override
-    {
-        LabTest::TearDown();
-        m_com.uninitialize();
-    }
-
-private:
-    sorvane::SmartCoInitialize m_com;
-};
+class CaptureDeviceTest : public sorvane::test::ComLabTest {};
 
 TEST_F(CaptureDeviceTest, EveryLabCaptureDeviceIsOneDeviceNamedByItsMoniker)
 {

@@ -5,7 +5,6 @@
 #include "ScopedMonikers.h"
 
 #include <DSMoniker.h>
-#include <SmartCoInitialize.h>
 #include <lab/LabControl.h>
 
 #include <atlbase.h>
@@ -55,20 +54,8 @@ std::vector<std::string> capabilityTexts(const DSMoniker &moniker)
     return texts;
 }
 
-class DSMonikerTest : public sorvane::test::LabTest {
+class DSMonikerTest : public sorvane::test::ComLabTest {
 protected:
-    void SetUp() override
-    {
-        LabTest::SetUp();
-        ASSERT_TRUE(m_com.initialize());
-    }
-
-    void TearDown() override
-    {
-        LabTest::TearDown();
-        m_com.uninitialize();
-    }
-
     // The monikers of the test's own category, read as `typeName` (Analog and Digital probe
     // the filters; any other name does not).
     kel::Array<DSMoniker> ownMonikers(const wchar_t *typeName)
@@ -83,9 +70,6 @@ protected:
     }
 
     ScopedMonikers own{kOwnCategory};
-
-private:
-    sorvane::SmartCoInitialize m_com;
 };
 
 TEST_F(DSMonikerTest, LabVideoInputsCarryTheirPathIdentityAndProbedCapabilities)

@@ -210,21 +210,14 @@ bool journalHas(const std::wstring &camera, const std::wstring &entry)
     return !journalOf(camera, entry).empty();
 }
 
-class WebcamTest : public sorvane::test::LabTest {
+class WebcamTest : public sorvane::test::ComLabTest {
 protected:
     void SetUp() override
     {
-        LabTest::SetUp();
-        ASSERT_TRUE(SUCCEEDED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED)));
+        ComLabTest::SetUp();
         for (const wchar_t *camera :
              {kRgb24Camera, kTopDownCamera, kYuy2Camera, kUyvyCamera, kMjpgCamera, kYuy2MjpgCamera})
             lab::clearJournal(camera);
-    }
-
-    void TearDown() override
-    {
-        LabTest::TearDown();
-        CoUninitialize();
     }
 
     // Captures and returns the frames; fails the test on an exception.

@@ -7,6 +7,8 @@
 
 #include <lab/LabControl.h>
 
+#include <objbase.h>
+
 #include <gtest/gtest.h>
 
 namespace sorvane {
@@ -33,6 +35,29 @@ protected:
 
 private:
     long m_liveObjectsBefore = 0;
+};
+
+// A lab test whose thread is in a single-threaded COM apartment for the test's length, for
+// tests that call COM themselves (the library's capture classes enter one of their own).
+class ComLabTest : public LabTest {
+protected:
+    void SetUp() override
+    {
+        LabTest::SetUp();
+        ASSERT_TRUE(SUCCEEDED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED)));
+        m_comEntered = true;
+    }
+
+    void TearDown() override
+    {
+        LabTest::TearDown();
+        if (m_comEntered)
+            CoUninitialize();
+        m_comEntered = false;
+    }
+
+private:
+    bool m_comEntered = false;
 };
 
 } // namespace test
