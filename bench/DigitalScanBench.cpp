@@ -3,11 +3,12 @@
 // program) and a DVB-T scan of Germany's channels 8 and 9 (nothing, then UHF 21). The clock
 // is the framework's manual clock with every sleep waited in full, so the sleeps are both
 // real and recorded.
+#include "BenchDevice.h"
+
 #include <ClearQAMTuner.h>
 #include <DVBTuner.h>
 #include <ModuleRegistration.h>
 #include <SdkGuids.h>
-#include <ScopedVariant.h>
 #include <kel/Clock.h>
 #include <ruvo/DiagModule.h>
 #include <ruvo/RecordingBackend.h>
@@ -20,42 +21,6 @@
 
 namespace {
 
-kel::String bagText(IPropertyBag *bag, const wchar_t *name)
-{
-    sorvane::ScopedVariant value;
-    if (FAILED(bag->Read(name, value.get(), nullptr)))
-        return kel::String();
-    return value.text();
-}
-
-// The record of a lab BDA tuner, as the host's digital catalogue builds it.
-bool findTuner(const wchar_t *friendlyName, ruvo::DiagDevice &device)
-{
-    CComPtr<ICreateDevEnum> devices;
-    CComPtr<IEnumMoniker> monikers;
-    if (FAILED(devices.CoCreateInstance(CLSID_SystemDeviceEnum, nullptr, CLSCTX_INPROC_SERVER)) ||
-        devices->CreateClassEnumerator(KSCATEGORY_BDA_NETWORK_TUNER, &monikers, 0) != S_OK)
-        return false;
-    CComPtr<IMoniker> moniker;
-    while (monikers->Next(1, &moniker, nullptr) == S_OK) {
-        CComPtr<IPropertyBag> bag;
-        moniker->BindToStorage(nullptr, nullptr, IID_PPV_ARGS(&bag));
-        moniker.Release();
-        if (!bag || bagText(bag, L"FriendlyName") != kel::String(friendlyName))
-            continue;
-        const kel::String path = bagText(bag, L"DevicePath");
-        const int marker = path.find(kel::String(L"?\\"));
-        const kel::String locator =
-            marker < 0 ? kel::String()
-                       : path.substring(marker + 2).toUpper().replace(kel::String(L"#"), kel::String(L"\\"));
-        device = ruvo::DiagDevice(kel::String(friendlyName), bagText(bag, L"Description"), locator,
-                                  ruvo::DeviceCapability::VideoCapture() | ruvo::DeviceCapability::DigitalTVTuner());
-        device.setProperty("DeviceLocator", ruvo::Value(locator));
-        return true;
-    }
-    return false;
-}
-
 void setParameter(const char *key, const ruvo::Value &value)
 {
     ruvo::Parameter *parameter = ruvo::DiagModule::findParameter(kel::String(key));
@@ -66,7 +31,9 @@ void setParameter(const char *key, const ruvo::Value &value)
 void measure(const char *what, const wchar_t *tuner, const std::function<void(const ruvo::DiagDevice &)> &scan)
 {
     ruvo::DiagDevice device;
-    if (!findTuner(tuner, device)) {
+    if (!sorvane::bench::BenchDevice::find(
+            KSCATEGORY_BDA_NETWORK_TUNER, tuner,
+            ruvo::DeviceCapability::VideoCapture() | ruvo::DeviceCapability::DigitalTVTuner(), device)) {
         std::printf("  %-44s the lab tuner \"%ls\" is not registered here\n", what, tuner);
         return;
     }

@@ -3,9 +3,10 @@
 // frame costs on the streaming thread (the grabber callback) against its floor, one fresh
 // allocation and one copy of the same bytes kept the same way, with the frames a camera at
 // that rate would drop while the callback runs.
+#include "BenchDevice.h"
+
 #include <ModuleRegistration.h>
 #include <SampleGrabberCallback.h>
-#include <ScopedVariant.h>
 #include <Webcam.h>
 #include <kel/Clock.h>
 #include <kel/LogFactory.h>
@@ -42,40 +43,6 @@ double median(std::vector<double> values)
 {
     std::sort(values.begin(), values.end());
     return values[values.size() / 2];
-}
-
-kel::String bagText(IPropertyBag *bag, const wchar_t *name)
-{
-    sorvane::ScopedVariant value;
-    if (FAILED(bag->Read(name, value.get(), nullptr)))
-        return kel::String();
-    return value.text();
-}
-
-// The framework's record of the lab camera, from its moniker.
-bool findCamera(ruvo::DiagDevice &device)
-{
-    CComPtr<ICreateDevEnum> devices;
-    CComPtr<IEnumMoniker> monikers;
-    if (FAILED(devices.CoCreateInstance(CLSID_SystemDeviceEnum, nullptr, CLSCTX_INPROC_SERVER)) ||
-        devices->CreateClassEnumerator(CLSID_VideoInputDeviceCategory, &monikers, 0) != S_OK)
-        return false;
-    CComPtr<IMoniker> moniker;
-    while (monikers->Next(1, &moniker, nullptr) == S_OK) {
-        CComPtr<IPropertyBag> bag;
-        moniker->BindToStorage(nullptr, nullptr, IID_PPV_ARGS(&bag));
-        moniker.Release();
-        if (!bag || bagText(bag, L"FriendlyName") != kel::String(kCamera))
-            continue;
-        const kel::String path = bagText(bag, L"DevicePath");
-        const kel::String locator =
-            path.substring(path.find(kel::String(L"?\\")) + 2).toUpper().replace(kel::String(L"#"), kel::String(L"\\"));
-        device = ruvo::DiagDevice(kel::String(kCamera), bagText(bag, L"Description"), locator,
-                                  ruvo::DeviceCapability::VideoCapture() | ruvo::DeviceCapability::Webcam());
-        device.setProperty("AnalogFriendlyName", ruvo::Value(kel::String(kCamera)));
-        return true;
-    }
-    return false;
 }
 
 // Seconds one captureFrames(count) takes, from the call to its return; negative on failure.
@@ -223,11 +190,14 @@ int main(int argc, char **argv)
     if (FAILED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED)))
         return 1;
     ruvo::DiagDevice device;
-    if (!findCamera(device)) {
+    if (!sorvane::bench::BenchDevice::find(CLSID_VideoInputDeviceCategory, kCamera,
+                                           ruvo::DeviceCapability::VideoCapture() | ruvo::DeviceCapability::Webcam(),
+                                           device)) {
         std::printf("the lab camera \"%ls\" is not registered in this prefix\n", kCamera);
         CoUninitialize();
         return 1;
     }
+    device.setProperty("AnalogFriendlyName", ruvo::Value(kel::String(kCamera)));
     std::printf(
         "Webcam capture on \"%ls\", median of %d runs. Kept fps: the frames a long capture keeps beyond\n"
         "a 10-frame one, over the time it takes beyond it. First kept frame: captureFrames(1), call to return.\n"
