@@ -3,6 +3,7 @@
 #include <windows.h>
 #include <stdexcept>
 
+#include "common/Utf8.h"
 #include "devices/HiddenLabDevices.h"
 #include "devices/MonikerWriter.h"
 #include "devices/SetupApiRecord.h"
@@ -13,17 +14,6 @@
 namespace lab {
 
 namespace {
-
-std::string utf8(const std::wstring &text)
-{
-    if (text.empty())
-        return std::string();
-    const int length =
-        WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), nullptr, 0, nullptr, nullptr);
-    std::string result(static_cast<size_t>(length), '\0');
-    WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), &result[0], length, nullptr, nullptr);
-    return result;
-}
 
 [[noreturn]] void fail(const std::wstring &message)
 {

@@ -4,6 +4,8 @@
 
 #include <vector>
 
+#include "common/Utf8.h"
+
 namespace lab {
 namespace realsense {
 
@@ -14,17 +16,6 @@ std::wstring journalPath()
     wchar_t path[MAX_PATH] = {};
     const DWORD length = GetEnvironmentVariableW(L"SORVANE_LAB_REALSENSE_JOURNAL", path, MAX_PATH);
     return length > 0 && length < MAX_PATH ? std::wstring(path, length) : std::wstring();
-}
-
-std::string utf8(const std::wstring &text)
-{
-    if (text.empty())
-        return std::string();
-    const int length =
-        WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), nullptr, 0, nullptr, nullptr);
-    std::string result(static_cast<size_t>(length), '\0');
-    WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), &result[0], length, nullptr, nullptr);
-    return result;
 }
 
 } // namespace
