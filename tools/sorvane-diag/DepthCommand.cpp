@@ -8,6 +8,8 @@
 #include <RealSenseEnumeration.h>
 
 #include <windows.h>
+// After windows.h, which it needs.
+#include <versionhelpers.h>
 
 #include <algorithm>
 
@@ -54,27 +56,13 @@ ruvo::TestResult DepthCommand::run(CommandContext &context)
     context.report().addSection(L"cameras", [cameras](JsonWriter &json) { writeCameras(json, cameras); });
     if (cameras.isEmpty()) {
         context.say(whyNone());
-        return isWindows81OrLater() ? ruvo::TestResult::NODEVICE() : ruvo::TestResult::NOTSUPPORTED();
+        return IsWindows8Point1OrGreater() ? ruvo::TestResult::NODEVICE() : ruvo::TestResult::NOTSUPPORTED();
     }
     context.terminal().line(std::to_wstring(cameras.size()) +
                             (cameras.size() == 1 ? L" RealSense camera:" : L" RealSense cameras:"));
     for (const std::wstring &line : table(cameras))
         context.terminal().line(line);
     return ruvo::TestResult::PASS();
-}
-
-bool DepthCommand::isWindows81OrLater()
-{
-    OSVERSIONINFOEXW version = {};
-    version.dwOSVersionInfoSize = sizeof version;
-    version.dwMajorVersion = 6;
-    version.dwMinorVersion = 3;
-    DWORDLONG conditions = 0;
-    conditions = VerSetConditionMask(conditions, VER_MAJORVERSION, VER_GREATER_EQUAL);
-    conditions = VerSetConditionMask(conditions, VER_MINORVERSION, VER_GREATER_EQUAL);
-    conditions = VerSetConditionMask(conditions, VER_SERVICEPACKMAJOR, VER_GREATER_EQUAL);
-    return VerifyVersionInfoW(&version, VER_MAJORVERSION | VER_MINORVERSION | VER_SERVICEPACKMAJOR, conditions) !=
-           FALSE;
 }
 
 bool DepthCommand::runtimeNamed()
@@ -92,7 +80,7 @@ bool DepthCommand::runtimeNamed()
 
 std::wstring DepthCommand::whyNone()
 {
-    if (!isWindows81OrLater())
+    if (!IsWindows8Point1OrGreater())
         return L"RealSense cameras are listed only on Windows 8.1 or later, and this system reports an older "
                L"Windows.";
     if (!runtimeNamed())

@@ -23,8 +23,6 @@ public:
 private:
     typedef kel::Array<PXCCapture::DeviceInfo> Cameras;
 
-    // The library's own test: the runtime is asked only from Windows 8.1 on.
-    static bool isWindows81OrLater();
     // Whether any of the SDK's dispatch keys names a runtime.
     static bool runtimeNamed();
     // Why nothing was listed, in one sentence.
