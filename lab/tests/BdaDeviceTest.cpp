@@ -15,6 +15,7 @@
 
 #include "BdaGraph.h"
 #include "LabGraph.h"
+#include "LeakCheckedTest.h"
 #include "TransportStreamCheck.h"
 #include "lab/LabClassIds.h"
 #include "lab/LabControl.h"
@@ -67,23 +68,21 @@ int flag(IBDA_SignalStatistics *statistics, HRESULT (STDMETHODCALLTYPE IBDA_Sign
     return value;
 }
 
-class BdaDeviceTest : public ::testing::Test {
+class BdaDeviceTest : public labtest::LeakCheckedTest {
 protected:
     void SetUp() override
     {
-        m_objectsBefore = lab::liveObjects();
+        LeakCheckedTest::SetUp();
         for (const wchar_t *device : {kAtscTuner, kAtscReceiver, kDvbTuner, kDvbReceiver, kDvbStick})
             lab::clearJournal(device);
     }
     void TearDown() override
     {
         m_graph.tearDown();
-        EXPECT_EQ(m_objectsBefore, lab::liveObjects());
-        EXPECT_EQ(0, lab::liveThreads());
+        LeakCheckedTest::TearDown();
     }
 
     labtest::BdaGraph m_graph;
-    long m_objectsBefore = 0;
 };
 
 TEST_F(BdaDeviceTest, CardsArePublishedInBothBdaCategories)

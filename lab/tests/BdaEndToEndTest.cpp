@@ -17,6 +17,7 @@
 #include "BdaGraph.h"
 #include "BdaTestHelpers.h"
 #include "LabGraph.h"
+#include "LeakCheckedTest.h"
 #include "TransportStreamCheck.h"
 #include "lab/BdaGuids.h"
 #include "lab/LabControl.h"
@@ -53,11 +54,11 @@ void expectChannel(const std::vector<std::uint8_t> &bytes, int channel)
         EXPECT_EQ(channel, picture.channel);
 }
 
-class BdaEndToEndTest : public ::testing::Test {
+class BdaEndToEndTest : public labtest::LeakCheckedTest {
 protected:
     void SetUp() override
     {
-        m_objectsBefore = lab::liveObjects();
+        LeakCheckedTest::SetUp();
         for (const wchar_t *device : {kAtscTuner, kAtscReceiver, kDvbTuner, kDvbReceiver, kProvider})
             lab::clearJournal(device);
     }
@@ -66,8 +67,7 @@ protected:
         m_tuner.Release();
         m_provider.Release();
         m_graph.tearDown();
-        EXPECT_EQ(m_objectsBefore, lab::liveObjects());
-        EXPECT_EQ(0, lab::liveThreads());
+        LeakCheckedTest::TearDown();
     }
 
     // The card's graph with the provider of that class added as "Network Provider"; connected
@@ -100,7 +100,6 @@ protected:
     labtest::BdaGraph m_graph;
     CComPtr<IBaseFilter> m_provider;
     CComPtr<ITuner> m_tuner;
-    long m_objectsBefore = 0;
 };
 
 TEST_F(BdaEndToEndTest, ClearQamChannelArrivesAndAnEmptyOneStaysSilent)

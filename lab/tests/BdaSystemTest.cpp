@@ -13,6 +13,7 @@
 #include <gtest/gtest.h>
 
 #include "BdaTestHelpers.h"
+#include "LeakCheckedTest.h"
 #include "lab/BdaGuids.h"
 #include "lab/LabControl.h"
 
@@ -42,20 +43,13 @@ CComPtr<ITuningSpaceContainer> container()
     return result;
 }
 
-class BdaSystemTest : public ::testing::Test {
+class BdaSystemTest : public labtest::LeakCheckedTest {
 protected:
     void SetUp() override
     {
-        m_objectsBefore = lab::liveObjects();
+        LeakCheckedTest::SetUp();
         lab::clearJournal(kSpaces);
     }
-    void TearDown() override
-    {
-        EXPECT_EQ(m_objectsBefore, lab::liveObjects());
-        EXPECT_EQ(0, lab::liveThreads());
-    }
-
-    long m_objectsBefore = 0;
 };
 
 TEST_F(BdaSystemTest, ContainerFindsSpacesByNameAndId)

@@ -17,6 +17,7 @@
 #include "BdaGraph.h"
 #include "FrameCollector.h"
 #include "LabGraph.h"
+#include "LeakCheckedTest.h"
 #include "lab/ChannelMark.h"
 #include "lab/LabClassIds.h"
 #include "lab/LabControl.h"
@@ -124,23 +125,21 @@ bool waitFor(const labtest::FrameCollector &collector, size_t count)
     return collector.count() >= count;
 }
 
-class DemuxTest : public ::testing::Test {
+class DemuxTest : public labtest::LeakCheckedTest {
 protected:
     void SetUp() override
     {
-        m_objectsBefore = lab::liveObjects();
+        LeakCheckedTest::SetUp();
         lab::clearJournal(kTuner);
         lab::clearJournal(kReceiver);
     }
     void TearDown() override
     {
         m_graph.tearDown();
-        EXPECT_EQ(m_objectsBefore, lab::liveObjects());
-        EXPECT_EQ(0, lab::liveThreads());
+        LeakCheckedTest::TearDown();
     }
 
     labtest::BdaGraph m_graph;
-    long m_objectsBefore = 0;
 };
 
 TEST_F(DemuxTest, OutputPinsAppearWithTheTransportStream)

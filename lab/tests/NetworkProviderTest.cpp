@@ -17,6 +17,7 @@
 #include <gtest/gtest.h>
 
 #include "BdaTestHelpers.h"
+#include "LeakCheckedTest.h"
 #include "StubBdaTuner.h"
 #include "lab/BdaGuids.h"
 #include "lab/LabControl.h"
@@ -83,20 +84,13 @@ private:
     CComPtr<IPin> m_pin;
 };
 
-class NetworkProviderTest : public ::testing::Test {
+class NetworkProviderTest : public labtest::LeakCheckedTest {
 protected:
     void SetUp() override
     {
-        m_objectsBefore = lab::liveObjects();
+        LeakCheckedTest::SetUp();
         lab::clearJournal(kProvider);
     }
-    void TearDown() override
-    {
-        EXPECT_EQ(m_objectsBefore, lab::liveObjects());
-        EXPECT_EQ(0, lab::liveThreads());
-    }
-
-    long m_objectsBefore = 0;
 };
 
 TEST_F(NetworkProviderTest, ProvidersAreFiltersWithOneAntennaPin)

@@ -15,6 +15,7 @@
 #include <gtest/gtest.h>
 
 #include "LabGraph.h"
+#include "LeakCheckedTest.h"
 #include "WaitFor.h"
 #include "lab/FrameMark.h"
 #include "lab/LabControl.h"
@@ -259,17 +260,7 @@ std::vector<unsigned long> frameNumbers(const AviFile &avi, const char *chunkId,
     return numbers;
 }
 
-class RecordingTest : public ::testing::Test {
-protected:
-    void SetUp() override { m_objectsBefore = lab::liveObjects(); }
-    void TearDown() override
-    {
-        EXPECT_EQ(m_objectsBefore, lab::liveObjects());
-        EXPECT_EQ(0, lab::liveThreads());
-    }
-
-    long m_objectsBefore = 0;
-};
+class RecordingTest : public labtest::LeakCheckedTest {};
 
 TEST_F(RecordingTest, WebcamFramesLandInTheAviInOrder)
 {

@@ -12,6 +12,7 @@
 #include <gtest/gtest.h>
 
 #include "LabGraph.h"
+#include "LeakCheckedTest.h"
 #include "WaitFor.h"
 #include "lab/FrameMark.h"
 #include "lab/LabControl.h"
@@ -90,21 +91,14 @@ long tunedStrength(IAMTVTuner *tuner, long channel, TunerInputType input)
     return strength(tuner);
 }
 
-class TunerTest : public ::testing::Test {
+class TunerTest : public labtest::LeakCheckedTest {
 protected:
     void SetUp() override
     {
-        m_objectsBefore = lab::liveObjects();
+        LeakCheckedTest::SetUp();
         lab::clearJournal(kTunerCard);
         lab::clearJournal(kCaptureCard);
     }
-    void TearDown() override
-    {
-        EXPECT_EQ(m_objectsBefore, lab::liveObjects());
-        EXPECT_EQ(0, lab::liveThreads());
-    }
-
-    long m_objectsBefore = 0;
 };
 
 TEST_F(TunerTest, CaptureFilterLeadsToTunerAndCrossbar)
