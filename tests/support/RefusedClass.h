@@ -1,7 +1,7 @@
 #pragma once
 
-#include <windows.h>
-#include <objbase.h>
+#include "ScopedClassRegistration.h"
+#include "StaticClassFactory.h"
 
 namespace sorvane {
 namespace test {
@@ -12,29 +12,26 @@ namespace test {
 class RefusedClass {
 public:
     RefusedClass(REFCLSID classId, HRESULT refusal);
-    ~RefusedClass();
     RefusedClass(const RefusedClass &) = delete;
     RefusedClass &operator=(const RefusedClass &) = delete;
 
-    bool active() const { return m_cookie != 0; }
+    bool active() const { return m_registration.active(); }
     // Instances asked for while it lived.
     long refusals() const { return m_factory.refusals; }
 
 private:
-    // Lives exactly as long as its registration, so its reference count is never needed.
-    struct Factory : IClassFactory {
-        HRESULT refusal = E_FAIL;
+    struct Factory : StaticClassFactory {
+        explicit Factory(HRESULT refusal) : refusal(refusal) {}
+
+        HRESULT refusal;
         long refusals = 0;
 
-        STDMETHODIMP QueryInterface(REFIID iid, void **out) override;
-        STDMETHODIMP_(ULONG) AddRef() override { return 2; }
-        STDMETHODIMP_(ULONG) Release() override { return 1; }
         STDMETHODIMP CreateInstance(IUnknown *outer, REFIID iid, void **out) override;
-        STDMETHODIMP LockServer(BOOL) override { return S_OK; }
     };
 
     Factory m_factory;
-    DWORD m_cookie;
+    // Revoked before the factory goes.
+    ScopedClassRegistration m_registration;
 };
 
 } // namespace test

@@ -5,31 +5,9 @@
 namespace sorvane {
 namespace test {
 
-SampleGrabberFault::SampleGrabberFault(FaultySampleGrabber::Method refused, HRESULT refusal) : m_cookie(0)
+SampleGrabberFault::SampleGrabberFault(FaultySampleGrabber::Method refused, HRESULT refusal)
+    : m_factory(refused, refusal), m_registration(CLSID_SampleGrabber, &m_factory)
 {
-    m_factory.refused = refused;
-    m_factory.refusal = refusal;
-    if (FAILED(CoRegisterClassObject(CLSID_SampleGrabber, &m_factory, CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE,
-                                     &m_cookie)))
-        m_cookie = 0;
-}
-
-SampleGrabberFault::~SampleGrabberFault()
-{
-    if (m_cookie)
-        CoRevokeClassObject(m_cookie);
-}
-
-STDMETHODIMP SampleGrabberFault::Factory::QueryInterface(REFIID iid, void **out)
-{
-    if (!out)
-        return E_POINTER;
-    if (IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, IID_IClassFactory)) {
-        *out = static_cast<IClassFactory *>(this);
-        return S_OK;
-    }
-    *out = nullptr;
-    return E_NOINTERFACE;
 }
 
 STDMETHODIMP SampleGrabberFault::Factory::CreateInstance(IUnknown *outer, REFIID iid, void **out)

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "FaultySampleGrabber.h"
+#include "ScopedClassRegistration.h"
+#include "StaticClassFactory.h"
 
 namespace sorvane {
 namespace test {
@@ -11,29 +13,26 @@ namespace test {
 class SampleGrabberFault {
 public:
     SampleGrabberFault(FaultySampleGrabber::Method refused, HRESULT refusal);
-    ~SampleGrabberFault();
     SampleGrabberFault(const SampleGrabberFault &) = delete;
     SampleGrabberFault &operator=(const SampleGrabberFault &) = delete;
 
-    bool active() const { return m_cookie != 0; }
+    bool active() const { return m_registration.active(); }
     long grabbersMade() const { return m_factory.made; }
 
 private:
-    // Lives exactly as long as its registration, so its reference count is never needed.
-    struct Factory : IClassFactory {
-        FaultySampleGrabber::Method refused = FaultySampleGrabber::SET_MEDIA_TYPE;
-        HRESULT refusal = E_FAIL;
+    struct Factory : StaticClassFactory {
+        Factory(FaultySampleGrabber::Method refused, HRESULT refusal) : refused(refused), refusal(refusal) {}
+
+        FaultySampleGrabber::Method refused;
+        HRESULT refusal;
         long made = 0;
 
-        STDMETHODIMP QueryInterface(REFIID iid, void **out) override;
-        STDMETHODIMP_(ULONG) AddRef() override { return 2; }
-        STDMETHODIMP_(ULONG) Release() override { return 1; }
         STDMETHODIMP CreateInstance(IUnknown *outer, REFIID iid, void **out) override;
-        STDMETHODIMP LockServer(BOOL) override { return S_OK; }
     };
 
     Factory m_factory;
-    DWORD m_cookie;
+    // Revoked before the factory goes.
+    ScopedClassRegistration m_registration;
 };
 
 } // namespace test
