@@ -6,15 +6,6 @@ namespace diag {
 
 namespace {
 
-bool has(const CaptureDevice &device, const CaptureStreamType &type, const CaptureFeature &feature)
-{
-    for (const CaptureCapability &capability : device.capabilities()) {
-        if (capability.type() == type && capability.feature() == feature)
-            return true;
-    }
-    return false;
-}
-
 DeviceIdentity::Capability capabilityOf(const CaptureCapability &capability)
 {
     DeviceIdentity::Capability entry;
@@ -53,6 +44,15 @@ DeviceIdentity DeviceIdentity::of(const CaptureDevice &device)
 
 // Tuners by what they tune; among the rest, imaging-class hardware or a camera control makes a
 // webcam, anything else (a capture card's line inputs) is plain video capture.
+bool DeviceIdentity::has(const CaptureDevice &device, const CaptureStreamType &type, const CaptureFeature &feature)
+{
+    for (const CaptureCapability &capability : device.capabilities()) {
+        if (capability.type() == type && capability.feature() == feature)
+            return true;
+    }
+    return false;
+}
+
 std::wstring DeviceIdentity::kindOf(const CaptureDevice &device)
 {
     const bool analogTuner = has(device, CaptureStreamType::ANALOG(), CaptureFeature::TVTUNING());

@@ -20,6 +20,8 @@ struct DeviceIdentity {
     };
 
     static DeviceIdentity of(const CaptureDevice &device);
+    // Whether one of the device's capabilities is of this stream type and feature.
+    static bool has(const CaptureDevice &device, const CaptureStreamType &type, const CaptureFeature &feature);
     // "webcam", "analog tuner", "digital tuner", "analog and digital tuner" or "video capture".
     static std::wstring kindOf(const CaptureDevice &device);
     // The bus of the device's first moniker: "USB", "PCI", or "" when its path names none.

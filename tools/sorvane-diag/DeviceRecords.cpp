@@ -4,19 +4,6 @@
 namespace sorvane {
 namespace diag {
 
-namespace {
-
-bool has(const CaptureDevice &device, const CaptureStreamType &type, const CaptureFeature &feature)
-{
-    for (const CaptureCapability &capability : device.capabilities()) {
-        if (capability.type() == type && capability.feature() == feature)
-            return true;
-    }
-    return false;
-}
-
-} // namespace
-
 ruvo::DiagDevice DeviceRecords::recordFor(const CaptureDevice &device)
 {
     const kel::String description = device.monikers().isEmpty() ? kel::String() : device.monikers()[0].description();
@@ -33,13 +20,13 @@ ruvo::DiagDevice DeviceRecords::recordFor(const CaptureDevice &device)
 ruvo::DeviceCapability DeviceRecords::capabilitiesOf(const CaptureDevice &device)
 {
     ruvo::DeviceCapability capabilities;
-    if (has(device, CaptureStreamType::ANALOG(), CaptureFeature::CAPTURE()))
+    if (DeviceIdentity::has(device, CaptureStreamType::ANALOG(), CaptureFeature::CAPTURE()))
         capabilities = capabilities | ruvo::DeviceCapability::VideoCapture();
-    if (has(device, CaptureStreamType::ANALOG(), CaptureFeature::TVTUNING()))
+    if (DeviceIdentity::has(device, CaptureStreamType::ANALOG(), CaptureFeature::TVTUNING()))
         capabilities = capabilities | ruvo::DeviceCapability::AnalogTVTuner() | ruvo::DeviceCapability::FMRadioTuner();
     // A digital tuner is a video capture device to the framework too: every capture class
     // requires that capability of its record.
-    if (has(device, CaptureStreamType::DIGITAL(), CaptureFeature::TVTUNING()))
+    if (DeviceIdentity::has(device, CaptureStreamType::DIGITAL(), CaptureFeature::TVTUNING()))
         capabilities = capabilities | ruvo::DeviceCapability::VideoCapture() | ruvo::DeviceCapability::DigitalTVTuner();
     if (DeviceIdentity::kindOf(device) == L"webcam")
         capabilities = capabilities | ruvo::DeviceCapability::Webcam();
