@@ -1,5 +1,6 @@
 // The country selection dialog, shown by the analog tuner before its check and after a
 // failed first pass: the real dialog is read and answered from a second thread.
+#include "CountryDialogDriver.h"
 #include "ManualClock.h"
 #include "TunerLab.h"
 #include "WindowCreationRefusal.h"
@@ -74,14 +75,7 @@ public:
 private:
     void drive(const std::function<void(HWND)> &answer)
     {
-        HWND dialog = nullptr;
-        for (int i = 0; i < 1000 && !dialog; ++i) {
-            dialog = FindWindowW(L"#32770", L"Please select a country");
-            if (dialog && !IsWindowVisible(dialog))
-                dialog = nullptr;
-            if (!dialog)
-                Sleep(10);
-        }
+        const HWND dialog = sorvane::test::CountryDialogDriver::waitForDialog();
         if (!dialog)
             return;
         m_seen.shown = true;

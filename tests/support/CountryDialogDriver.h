@@ -32,6 +32,21 @@ public:
             m_thread.join();
         return m_items;
     }
+    // The library's country dialog once it is visible, waiting up to ten seconds; null when
+    // it did not show.
+    static HWND waitForDialog()
+    {
+        HWND dialog = nullptr;
+        for (int i = 0; i < 1000 && !dialog; ++i) {
+            dialog = FindWindowW(L"#32770", L"Please select a country");
+            if (dialog && !IsWindowVisible(dialog))
+                dialog = nullptr;
+            if (!dialog)
+                Sleep(10);
+        }
+        return dialog;
+    }
+
     bool shown()
     {
         if (m_thread.joinable())
@@ -42,14 +57,7 @@ public:
 private:
     void drive(const std::wstring &country)
     {
-        HWND dialog = nullptr;
-        for (int i = 0; i < 1000 && !dialog; ++i) {
-            dialog = FindWindowW(L"#32770", L"Please select a country");
-            if (dialog && !IsWindowVisible(dialog))
-                dialog = nullptr;
-            if (!dialog)
-                Sleep(10);
-        }
+        const HWND dialog = waitForDialog();
         if (!dialog)
             return;
         m_shown = true;
