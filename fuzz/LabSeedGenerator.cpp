@@ -1,6 +1,7 @@
 // Writes fuzz seeds from the lab's simulated broadcast: the first bytes of every multiplex of
 // lab/broadcast.conf as the lab's generator emits them (tables, video, audio, null packets,
 // and each multiplex's faults: silence, sync loss, errors, no PAT, scrambling).
+#include "SeedFiles.h"
 #include "broadcast/BroadcastDescription.h"
 #include "broadcast/TransportStreamGenerator.h"
 
@@ -12,17 +13,6 @@ namespace {
 
 const long kBitsPerSecond = 4000000;
 const std::size_t kSlots = 200;
-
-void write(const std::string &path, const std::vector<std::uint8_t> &bytes)
-{
-    FILE *file = std::fopen(path.c_str(), "wb");
-    if (!file) {
-        std::perror(path.c_str());
-        return;
-    }
-    std::fwrite(bytes.data(), 1, bytes.size(), file);
-    std::fclose(file);
-}
 
 } // namespace
 
@@ -46,14 +36,7 @@ int main(int argc, char **argv)
         if (stream.empty())
             continue;
         const std::string name = "lab-" + multiplex.network + "-" + std::to_string(multiplex.channel);
-        write(folder + "/quality/" + name, stream);
-        write(folder + "/streamhealth/" + name, stream);
-        std::vector<std::uint8_t> noisy(5, 0x47);
-        noisy.insert(noisy.end(), stream.begin(), stream.end());
-        write(folder + "/packetsearch/" + name, noisy);
-        std::vector<std::uint8_t> flagged(1, 0x01);
-        flagged.insert(flagged.end(), stream.begin(), stream.end());
-        write(folder + "/programsearch/" + name, flagged);
+        sorvane::fuzz::SeedFiles::writeAll(folder, name, stream, 5, 0x01);
     }
     return 0;
 }

@@ -1,6 +1,7 @@
 // Writes the fuzzers' starting corpora: transport streams with clear, CA-scrambled and
 // bit-scrambled programs, PMTs spanning packets, several PAT sections, errored packets and
 // noise, built with the tests' stream builder.
+#include "SeedFiles.h"
 #include "TsStreamBuilder.h"
 
 #include <cstdio>
@@ -12,17 +13,6 @@ using sorvane::test::TsElementaryStream;
 using sorvane::test::TsStreamBuilder;
 
 namespace {
-
-void write(const std::string &path, const Bytes &bytes)
-{
-    FILE *file = std::fopen(path.c_str(), "wb");
-    if (!file) {
-        std::perror(path.c_str());
-        return;
-    }
-    std::fwrite(bytes.data(), 1, bytes.size(), file);
-    std::fclose(file);
-}
 
 std::vector<TsElementaryStream> av(uint16_t video, bool ca = false)
 {
@@ -70,15 +60,7 @@ int main(int argc, char **argv)
     const std::string folder = argv[1];
     const std::vector<Bytes> all = streams();
     for (size_t i = 0; i < all.size(); ++i) {
-        const std::string name = "stream" + std::to_string(i);
-        write(folder + "/quality/" + name, all[i]);
-        write(folder + "/streamhealth/" + name, all[i]);
-        Bytes noisy(7, 0x47);
-        noisy.insert(noisy.end(), all[i].begin(), all[i].end());
-        write(folder + "/packetsearch/" + name, noisy);
-        Bytes flagged(1, 0x00);
-        flagged.insert(flagged.end(), all[i].begin(), all[i].end());
-        write(folder + "/programsearch/" + name, flagged);
+        sorvane::fuzz::SeedFiles::writeAll(folder, "stream" + std::to_string(i), all[i], 7, 0x00);
     }
     return 0;
 }

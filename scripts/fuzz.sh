@@ -42,7 +42,7 @@ build() {
     local stale=0
     [ -x "$output" ] || stale=1
     for source in "$@"; do [ "$source" -nt "$output" ] && stale=1; done
-    for header in "$library"/*.h; do [ "$header" -nt "$output" ] && stale=1; done
+    for header in "$library"/*.h fuzz/*.h; do [ "$header" -nt "$output" ] && stale=1; done
     [ $stale -eq 0 ] || "$cxx" "${flags[@]}" "${extra[@]}" "$@" -o "$output"
 }
 
