@@ -4,6 +4,8 @@
 #pragma once
 
 #include <windows.h>
+#include <strmif.h>
+#include <uuids.h>
 
 namespace lab {
 namespace bda {
@@ -17,6 +19,17 @@ constexpr GUID kCategoryReceiverComponent = {
 constexpr GUID kSubtypeBdaTransport = {0xf4aeb342, 0x0329, 0x4fdd, {0xa8, 0xfd, 0x4a, 0xff, 0x49, 0x26, 0xc9, 0x78}};
 // KSDATAFORMAT_TYPE_MPEG2_SECTIONS {455F176C-4B06-47CE-9AEF-8CAEF73DF7B5}
 constexpr GUID kFormatTypeSections = {0x455f176c, 0x4b06, 0x47ce, {0x9a, 0xef, 0x8c, 0xae, 0xf7, 0x3d, 0xf7, 0xb5}};
+
+// S_OK for a transport stream in either of its subtypes (the plain MPEG-2 one or BDA's), S_FALSE
+// for anything else: a pin's answer to a proposed media type.
+inline HRESULT acceptsTransportStream(const AM_MEDIA_TYPE &type)
+{
+    if (!IsEqualGUID(type.majortype, MEDIATYPE_Stream))
+        return S_FALSE;
+    return IsEqualGUID(type.subtype, MEDIASUBTYPE_MPEG2_TRANSPORT) || IsEqualGUID(type.subtype, kSubtypeBdaTransport)
+               ? S_OK
+               : S_FALSE;
+}
 
 } // namespace bda
 } // namespace lab

@@ -51,12 +51,7 @@ std::vector<MediaType> TransportStreamPin::mediaTypes()
 
 HRESULT TransportStreamPin::checkMediaType(const AM_MEDIA_TYPE &type)
 {
-    if (!IsEqualGUID(type.majortype, MEDIATYPE_Stream))
-        return S_FALSE;
-    return IsEqualGUID(type.subtype, MEDIASUBTYPE_MPEG2_TRANSPORT) ||
-                   IsEqualGUID(type.subtype, bda::kSubtypeBdaTransport)
-               ? S_OK
-               : S_FALSE;
+    return bda::acceptsTransportStream(type);
 }
 
 TransportStreamPin::Rate TransportStreamPin::rateOf(const DeviceState &device)
@@ -125,11 +120,8 @@ void TransportStreamPin::stream(HANDLE stopEvent)
 HRESULT TransportStreamPin::deliverBytes(const std::vector<unsigned char> &bytes, bool discontinuity)
 {
     CComPtr<IMediaSample> sample;
-    HRESULT hr = getBuffer(sample);
-    if (FAILED(hr))
-        return hr;
     BYTE *buffer = nullptr;
-    hr = sample->GetPointer(&buffer);
+    HRESULT hr = getBuffer(sample, buffer);
     if (FAILED(hr))
         return hr;
     const long length =

@@ -203,11 +203,8 @@ void CapturePin::stream(HANDLE stopEvent)
 HRESULT CapturePin::deliverFrame(const VideoFormat &format, unsigned long frame, REFERENCE_TIME &nextStart)
 {
     CComPtr<IMediaSample> sample;
-    HRESULT hr = getBuffer(sample);
-    if (FAILED(hr))
-        return hr;
     BYTE *buffer = nullptr;
-    hr = sample->GetPointer(&buffer);
+    HRESULT hr = getBuffer(sample, buffer);
     if (FAILED(hr))
         return hr;
     // A frozen camera repeats one picture while its samples keep their times.

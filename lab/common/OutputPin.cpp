@@ -204,12 +204,14 @@ void OutputPin::inactive()
         m_allocator->Decommit();
 }
 
-HRESULT OutputPin::getBuffer(CComPtr<IMediaSample> &sample)
+HRESULT OutputPin::getBuffer(CComPtr<IMediaSample> &sample, BYTE *&data)
 {
     sample.Release();
+    data = nullptr;
     if (!m_allocator)
         return VFW_E_NO_ALLOCATOR;
-    return m_allocator->GetBuffer(&sample, nullptr, nullptr, 0);
+    const HRESULT hr = m_allocator->GetBuffer(&sample, nullptr, nullptr, 0);
+    return FAILED(hr) ? hr : sample->GetPointer(&data);
 }
 
 HRESULT OutputPin::deliver(IMediaSample *sample)

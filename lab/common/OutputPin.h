@@ -28,8 +28,8 @@ public:
     HRESULT active() override;
     void inactive() override;
 
-    // An empty sample from the negotiated allocator (blocks while all are in use).
-    HRESULT getBuffer(CComPtr<IMediaSample> &sample);
+    // An empty sample from the negotiated allocator (blocks while all are in use) and its data.
+    HRESULT getBuffer(CComPtr<IMediaSample> &sample, BYTE *&data);
     HRESULT deliver(IMediaSample *sample);
     HRESULT deliverEndOfStream();
     HRESULT deliverBeginFlush();

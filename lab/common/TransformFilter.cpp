@@ -19,11 +19,8 @@ HRESULT TransformFilter::receive(IMediaSample *sample)
     if (FAILED(sample->GetPointer(&in)))
         return S_OK;
     CComPtr<IMediaSample> result;
-    HRESULT hr = m_output.getBuffer(result);
-    if (FAILED(hr))
-        return hr;
     BYTE *out = nullptr;
-    hr = result->GetPointer(&out);
+    HRESULT hr = m_output.getBuffer(result, out);
     if (FAILED(hr))
         return hr;
     const long length = transform(in, sample->GetActualDataLength(), out, result->GetSize());

@@ -11,12 +11,7 @@ DemuxInputPin::DemuxInputPin(Mpeg2Demultiplexer &demux) : InputPin(demux, L"MPEG
 
 HRESULT DemuxInputPin::checkMediaType(const AM_MEDIA_TYPE &type)
 {
-    if (!IsEqualGUID(type.majortype, MEDIATYPE_Stream))
-        return S_FALSE;
-    return IsEqualGUID(type.subtype, MEDIASUBTYPE_MPEG2_TRANSPORT) ||
-                   IsEqualGUID(type.subtype, bda::kSubtypeBdaTransport)
-               ? S_OK
-               : S_FALSE;
+    return bda::acceptsTransportStream(type);
 }
 
 std::vector<MediaType> DemuxInputPin::mediaTypes()

@@ -20,10 +20,8 @@ void DemuxOutputPin::deliverUnit(const std::vector<std::uint8_t> &unit, bool dis
     if (!isConnected() || unit.empty())
         return;
     CComPtr<IMediaSample> sample;
-    if (FAILED(getBuffer(sample)))
-        return;
     BYTE *buffer = nullptr;
-    if (FAILED(sample->GetPointer(&buffer)) || static_cast<long>(unit.size()) > sample->GetSize())
+    if (FAILED(getBuffer(sample, buffer)) || static_cast<long>(unit.size()) > sample->GetSize())
         return;
     std::memcpy(buffer, unit.data(), unit.size());
     sample->SetActualDataLength(static_cast<long>(unit.size()));

@@ -84,11 +84,8 @@ void TunerAudioPin::stream(HANDLE stopEvent)
 HRESULT TunerAudioPin::deliverBuffer(REFERENCE_TIME &nextStart)
 {
     CComPtr<IMediaSample> sample;
-    HRESULT hr = getBuffer(sample);
-    if (FAILED(hr))
-        return hr;
     BYTE *data = nullptr;
-    hr = sample->GetPointer(&data);
+    HRESULT hr = getBuffer(sample, data);
     if (FAILED(hr))
         return hr;
     const long length = bufferSize();
