@@ -11,23 +11,6 @@ namespace lab {
 const int kChannelBand = 1;
 const int kProgramBand = 2;
 
-// The number in mark band `band` (0: frame number, rows 0-15; 1: rows 16-31 ...).
-inline bool readMarkBand(const FrameView &frame, int band, unsigned long &number)
-{
-    if (!frame.complete() || frame.height < (band + 1) * kMarkCell || markBits(frame.width) < 1)
-        return false;
-    const int y = band * kMarkCell + kMarkCell / 2;
-    const auto cellLuma = [&](int cell) { return frame.luma(cell * kMarkCell + kMarkCell / 2, y); };
-    if (cellLuma(0) < 160 || cellLuma(1) > 96)
-        return false;
-    number = 0;
-    for (int bit = 0; bit < markBits(frame.width); ++bit) {
-        if (cellLuma(kMarkSyncCells + bit) >= 128)
-            number |= 1ul << bit;
-    }
-    return true;
-}
-
 inline bool readChannelNumber(const FrameView &frame, unsigned long &channel)
 {
     return readMarkBand(frame, kChannelBand, channel);

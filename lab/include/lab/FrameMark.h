@@ -102,12 +102,12 @@ struct FrameView {
     }
 };
 
-// The frame number in a frame's mark band; false when the band is not there.
-inline bool readFrameNumber(const FrameView &frame, unsigned long &number)
+// The number in mark band `band` (0: frame number, rows 0-15; 1: rows 16-31 ...).
+inline bool readMarkBand(const FrameView &frame, int band, unsigned long &number)
 {
-    if (!frame.complete() || frame.height < kMarkCell || markBits(frame.width) < 1)
+    if (!frame.complete() || frame.height < (band + 1) * kMarkCell || markBits(frame.width) < 1)
         return false;
-    const int y = kMarkCell / 2;
+    const int y = band * kMarkCell + kMarkCell / 2;
     const auto cellLuma = [&](int cell) { return frame.luma(cell * kMarkCell + kMarkCell / 2, y); };
     if (cellLuma(0) < 160 || cellLuma(1) > 96)
         return false;
@@ -117,6 +117,12 @@ inline bool readFrameNumber(const FrameView &frame, unsigned long &number)
             number |= 1ul << bit;
     }
     return true;
+}
+
+// The frame number in a frame's mark band; false when the band is not there.
+inline bool readFrameNumber(const FrameView &frame, unsigned long &number)
+{
+    return readMarkBand(frame, 0, number);
 }
 
 } // namespace lab
