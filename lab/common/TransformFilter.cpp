@@ -1,5 +1,9 @@
 #include "common/TransformFilter.h"
 
+#include <cstdlib>
+
+#include <uuids.h>
+
 namespace lab {
 
 TransformFilter::TransformFilter(const CLSID &clsid) : BaseFilter(clsid), m_input(*this), m_output(*this) {}
@@ -39,6 +43,28 @@ HRESULT TransformFilter::receive(IMediaSample *sample)
     result->SetSyncPoint(TRUE);
     result->SetDiscontinuity(sample->IsDiscontinuity() == S_OK ? TRUE : FALSE);
     return m_output.deliver(result);
+}
+
+bool TransformFilter::isVideoInfo(const AM_MEDIA_TYPE &type)
+{
+    return IsEqualGUID(type.majortype, MEDIATYPE_Video) && IsEqualGUID(type.formattype, FORMAT_VideoInfo) &&
+           type.cbFormat >= sizeof(VIDEOINFOHEADER) && type.pbFormat;
+}
+
+bool TransformFilter::isRgbVideoInfo(const AM_MEDIA_TYPE &type)
+{
+    return isVideoInfo(type) &&
+           (IsEqualGUID(type.subtype, MEDIASUBTYPE_RGB32) || IsEqualGUID(type.subtype, MEDIASUBTYPE_RGB24));
+}
+
+HRESULT TransformFilter::checkRgbFrame(const BITMAPINFOHEADER &input, const AM_MEDIA_TYPE &output)
+{
+    const BITMAPINFOHEADER &out = reinterpret_cast<const VIDEOINFOHEADER *>(output.pbFormat)->bmiHeader;
+    const WORD bits = IsEqualGUID(output.subtype, MEDIASUBTYPE_RGB32) ? 32 : 24;
+    if (out.biWidth != input.biWidth || std::labs(out.biHeight) != std::labs(input.biHeight) ||
+        out.biBitCount != bits || out.biCompression != BI_RGB)
+        return VFW_E_TYPE_NOT_ACCEPTED;
+    return S_OK;
 }
 
 } // namespace lab

@@ -30,6 +30,15 @@ public:
     const MediaType &outputType() const { return m_output.connectionType(); }
     TransformOutputPin &output() { return m_output; }
 
+protected:
+    // A video type with a VIDEOINFOHEADER block.
+    static bool isVideoInfo(const AM_MEDIA_TYPE &type);
+    // ... of subtype RGB32 or RGB24, what the lab's decoders hand to the renderer.
+    static bool isRgbVideoInfo(const AM_MEDIA_TYPE &type);
+    // For an RGB video-info output (isRgbVideoInfo): S_OK when it has the input frame's size,
+    // its subtype's bit count and no compression, else VFW_E_TYPE_NOT_ACCEPTED.
+    static HRESULT checkRgbFrame(const BITMAPINFOHEADER &input, const AM_MEDIA_TYPE &output);
+
 private:
     TransformInputPin m_input;
     TransformOutputPin m_output;

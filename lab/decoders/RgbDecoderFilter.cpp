@@ -8,12 +8,6 @@ namespace lab {
 
 RgbDecoderFilter::RgbDecoderFilter(const CLSID &clsid) : TransformFilter(clsid) {}
 
-bool RgbDecoderFilter::isVideoInfo(const AM_MEDIA_TYPE &type)
-{
-    return IsEqualGUID(type.majortype, MEDIATYPE_Video) && IsEqualGUID(type.formattype, FORMAT_VideoInfo) &&
-           type.cbFormat >= sizeof(VIDEOINFOHEADER) && type.pbFormat;
-}
-
 std::vector<MediaType> RgbDecoderFilter::outputTypes(const AM_MEDIA_TYPE &input)
 {
     const VIDEOINFOHEADER &info = *reinterpret_cast<const VIDEOINFOHEADER *>(input.pbFormat);
@@ -25,16 +19,9 @@ std::vector<MediaType> RgbDecoderFilter::outputTypes(const AM_MEDIA_TYPE &input)
 
 HRESULT RgbDecoderFilter::checkTransform(const AM_MEDIA_TYPE &input, const AM_MEDIA_TYPE &output)
 {
-    if (!isVideoInfo(output) ||
-        (!IsEqualGUID(output.subtype, MEDIASUBTYPE_RGB32) && !IsEqualGUID(output.subtype, MEDIASUBTYPE_RGB24)))
+    if (!isRgbVideoInfo(output))
         return VFW_E_TYPE_NOT_ACCEPTED;
-    const BITMAPINFOHEADER &in = reinterpret_cast<const VIDEOINFOHEADER *>(input.pbFormat)->bmiHeader;
-    const BITMAPINFOHEADER &out = reinterpret_cast<const VIDEOINFOHEADER *>(output.pbFormat)->bmiHeader;
-    const WORD bits = IsEqualGUID(output.subtype, MEDIASUBTYPE_RGB32) ? 32 : 24;
-    if (out.biWidth != in.biWidth || std::labs(out.biHeight) != std::labs(in.biHeight) || out.biBitCount != bits ||
-        out.biCompression != BI_RGB)
-        return VFW_E_TYPE_NOT_ACCEPTED;
-    return S_OK;
+    return checkRgbFrame(reinterpret_cast<const VIDEOINFOHEADER *>(input.pbFormat)->bmiHeader, output);
 }
 
 long RgbDecoderFilter::transform(const BYTE *in, long inLength, BYTE *out, long outCapacity)

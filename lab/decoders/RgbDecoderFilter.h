@@ -18,7 +18,6 @@ protected:
     // Decodes a frame into BGR rows (3 or 4 bytes a pixel); false drops the frame.
     virtual bool decode(const BYTE *in, long inLength, int width, int height, BYTE *out, long stride, int pixelBytes,
                         bool bottomUp) = 0;
-    static bool isVideoInfo(const AM_MEDIA_TYPE &type);
 };
 
 } // namespace lab

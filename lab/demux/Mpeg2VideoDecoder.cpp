@@ -28,13 +28,6 @@ const MPEG2VIDEOINFO *mpeg2Info(const AM_MEDIA_TYPE &type)
     return reinterpret_cast<const MPEG2VIDEOINFO *>(type.pbFormat);
 }
 
-bool isRgbVideoInfo(const AM_MEDIA_TYPE &type)
-{
-    return IsEqualGUID(type.majortype, MEDIATYPE_Video) && IsEqualGUID(type.formattype, FORMAT_VideoInfo) &&
-           type.pbFormat && type.cbFormat >= sizeof(VIDEOINFOHEADER) &&
-           (IsEqualGUID(type.subtype, MEDIASUBTYPE_RGB32) || IsEqualGUID(type.subtype, MEDIASUBTYPE_RGB24));
-}
-
 } // namespace
 
 Mpeg2VideoDecoder::Mpeg2VideoDecoder() : TransformFilter(CLSID_LabMpeg2VideoDecoder) {}
@@ -61,13 +54,7 @@ HRESULT Mpeg2VideoDecoder::checkTransform(const AM_MEDIA_TYPE &input, const AM_M
 {
     if (!isRgbVideoInfo(output))
         return VFW_E_TYPE_NOT_ACCEPTED;
-    const BITMAPINFOHEADER &in = mpeg2Info(input)->hdr.bmiHeader;
-    const BITMAPINFOHEADER &out = reinterpret_cast<const VIDEOINFOHEADER *>(output.pbFormat)->bmiHeader;
-    const WORD bits = IsEqualGUID(output.subtype, MEDIASUBTYPE_RGB32) ? 32 : 24;
-    if (out.biWidth != in.biWidth || std::labs(out.biHeight) != std::labs(in.biHeight) || out.biBitCount != bits ||
-        out.biCompression != BI_RGB)
-        return VFW_E_TYPE_NOT_ACCEPTED;
-    return S_OK;
+    return checkRgbFrame(mpeg2Info(input)->hdr.bmiHeader, output);
 }
 
 long Mpeg2VideoDecoder::transform(const BYTE *in, long inLength, BYTE *out, long outCapacity)
