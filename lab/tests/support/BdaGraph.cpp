@@ -111,22 +111,30 @@ HRESULT BdaGraph::addGrabber(const std::wstring &tunerName, const std::wstring &
     return graph->Connect(sourceOut, grabberIn);
 }
 
+HRESULT BdaGraph::addBehindGrabber(CComPtr<IBaseFilter> &filter, REFCLSID classId, const wchar_t *name,
+                                   Connection connection)
+{
+    HRESULT hr = filter.CoCreateInstance(classId, nullptr, CLSCTX_INPROC_SERVER);
+    if (SUCCEEDED(hr))
+        hr = graph->AddFilter(filter, name);
+    if (FAILED(hr))
+        return hr;
+    CComPtr<IPin> grabberOut;
+    grabberOut.Attach(firstPin(grabberFilter, PINDIR_OUTPUT));
+    CComPtr<IPin> input;
+    input.Attach(firstPin(filter, PINDIR_INPUT));
+    return connection == Connection::Direct ? graph->ConnectDirect(grabberOut, input, nullptr)
+                                            : graph->Connect(grabberOut, input);
+}
+
 HRESULT BdaGraph::buildWithDemux(const std::wstring &tunerName, const std::wstring &receiverName)
 {
     HRESULT hr = addGrabber(tunerName, receiverName);
     if (SUCCEEDED(hr))
         hr = grabber->SetBufferSamples(TRUE);
     if (SUCCEEDED(hr))
-        hr = demux.CoCreateInstance(CLSID_MPEG2Demultiplexer, nullptr, CLSCTX_INPROC_SERVER);
-    if (SUCCEEDED(hr))
-        hr = graph->AddFilter(demux, L"Demux");
-    if (FAILED(hr))
-        return hr;
-    CComPtr<IPin> grabberOut;
-    grabberOut.Attach(firstPin(grabberFilter, PINDIR_OUTPUT));
-    CComPtr<IPin> demuxIn;
-    demuxIn.Attach(firstPin(demux, PINDIR_INPUT));
-    return graph->ConnectDirect(grabberOut, demuxIn, nullptr);
+        hr = addBehindGrabber(demux, CLSID_MPEG2Demultiplexer, L"Demux", Connection::Direct);
+    return hr;
 }
 
 CComPtr<IPin> BdaGraph::demuxPin(const wchar_t *name)
@@ -141,16 +149,8 @@ HRESULT BdaGraph::build(const std::wstring &tunerName, const std::wstring &recei
 {
     HRESULT hr = addGrabber(tunerName, receiverName);
     if (SUCCEEDED(hr))
-        hr = sink.CoCreateInstance(CLSID_NullRenderer, nullptr, CLSCTX_INPROC_SERVER);
-    if (SUCCEEDED(hr))
-        hr = graph->AddFilter(sink, L"NullRenderer");
-    if (FAILED(hr))
-        return hr;
-    CComPtr<IPin> grabberOut;
-    grabberOut.Attach(firstPin(grabberFilter, PINDIR_OUTPUT));
-    CComPtr<IPin> sinkIn;
-    sinkIn.Attach(firstPin(sink, PINDIR_INPUT));
-    return graph->Connect(grabberOut, sinkIn);
+        hr = addBehindGrabber(sink, CLSID_NullRenderer, L"NullRenderer", Connection::Intelligent);
+    return hr;
 }
 
 HRESULT BdaGraph::tune(ULONG kHz, ModulationType modulation, ULONG bandwidthMHz)

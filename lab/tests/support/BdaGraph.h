@@ -83,6 +83,11 @@ public:
 private:
     // addDevices, then the stream into a sample grabber (buffer callback to the collector).
     HRESULT addGrabber(const std::wstring &tuner, const std::wstring &receiver);
+    // Adds a new filter of `classId` and connects the grabber's output to its input: directly,
+    // or letting the graph insert what it needs.
+    enum class Connection { Direct, Intelligent };
+    HRESULT addBehindGrabber(CComPtr<IBaseFilter> &filter, REFCLSID classId, const wchar_t *name,
+                             Connection connection);
 };
 
 } // namespace labtest
