@@ -31,7 +31,10 @@ const wchar_t kRuntimeBelowSdk[] = L"\\bin\\x64\\libpxcsession.dll";
 const wchar_t kGlueSourceFile[] = L"libpxc.cpp";
 const wchar_t kGlueToSdk[] = L"\\..\\..";
 
-const pxcI32 kInterfaceVersion = 4;
+// The SDK version this library asks the runtime for (4.0.0), and the factory's options.
+const pxcI32 kSdkVersionMajor = 4;
+const pxcEnum kCoreRuntime = 0;
+const pxcEnum kLocalRuntime = 1;
 const DWORD kValueBytes = 520;
 
 void logLine(int priority, int tag, const char *text)
@@ -86,7 +89,7 @@ std::wstring libraryFolder()
 // Loads the runtime at `path` and asks its factory for a session. A runtime that made one stays
 // loaded for the rest of the process, as the SDK leaves it: its objects and any threads it
 // started live in it. One that did not is unloaded again.
-PXCSession *sessionFrom(const std::wstring &path, pxcBool localRuntime)
+PXCSession *sessionFrom(const std::wstring &path, pxcEnum options)
 {
     SORVANE_LOG_DETAIL("Loading the RealSense runtime " << kel::String(path));
     ScopedModule runtime(LoadLibraryW(path.c_str()));
@@ -97,7 +100,7 @@ PXCSession *sessionFrom(const std::wstring &path, pxcBool localRuntime)
     if (!create)
         return nullptr;
     PXCSession *session = nullptr;
-    create(kInterfaceVersion, 0, 0, 0, localRuntime, 0, &session);
+    create(kSdkVersionMajor, 0, 0, 0, options, 0, &session);
     if (session)
         runtime.keep();
     return session;
@@ -109,10 +112,10 @@ PXCSession *localRuntimeSession(const std::wstring &location)
 {
     const std::wstring path =
         location[0] == L'.' ? libraryFolder() + location + kRuntimeFile : location + kRuntimeBelowSdk;
-    PXCSession *session = sessionFrom(path, 1);
+    PXCSession *session = sessionFrom(path, kLocalRuntime);
     if (session)
         return session;
-    return sessionFrom(std::wstring(kGlueSourceFile) + kGlueToSdk + kRuntimeBelowSdk, 1);
+    return sessionFrom(std::wstring(kGlueSourceFile) + kGlueToSdk + kRuntimeBelowSdk, kLocalRuntime);
 }
 
 PXCSession *coreRuntimeSession()
@@ -123,7 +126,7 @@ PXCSession *coreRuntimeSession()
     const std::wstring path = readString(key.get(), nullptr, L"Core");
     if (path.empty())
         return nullptr;
-    return sessionFrom(path, 0);
+    return sessionFrom(path, kCoreRuntime);
 }
 
 // A session of the RealSense runtime, or null when none can be made.
@@ -159,6 +162,7 @@ void appendEveryCapture(PXCSession &session, kel::Array<PXCCapture::DeviceInfo> 
         PXCSession::ImplDesc description = {};
         if (session.QueryImpl(&videoCapture, index, &description) < PXC_STATUS_NO_ERROR)
             return;
+        // The implementation the description names, as its capture interface.
         void *instance = nullptr;
         const pxcStatus created = session.CreateImpl(&description, PXCCapture::CUID, &instance);
         PxcObjectPtr<PXCCapture> capture(static_cast<PXCCapture *>(instance));

@@ -2,10 +2,10 @@
 // through the SDK's registry dispatch keys and loaded at run time.
 #pragma once
 
-#include "RealSenseSdk.h"
 #include "SorvaneExport.h"
 
 #include <kel/Array.h>
+#include <realsense/RealSenseSdk.h>
 
 namespace sorvane {
 
