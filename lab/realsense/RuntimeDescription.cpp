@@ -6,6 +6,9 @@
 
 #include <windows.h>
 
+#include <cwchar>
+#include <utility>
+
 namespace lab {
 namespace realsense {
 
@@ -13,52 +16,57 @@ namespace {
 
 const wchar_t kRecordedDescriptionKey[] = L"Software\\Sorvane\\Lab\\RealSense";
 
-pxcI32 integer(const std::wstring &text, pxcI32 fallback)
+int32_t integer(const std::wstring &text, int32_t fallback)
 {
     long long value = 0;
-    return DeviceConfig::parseInteger(text, value) ? static_cast<pxcI32>(value) : fallback;
+    return DeviceConfig::parseInteger(text, value) ? static_cast<int32_t>(value) : fallback;
 }
 
-PXCCapture::DeviceModel model(const std::wstring &text)
+// A word of `words` (compared in lower case), else the text as a number, else `fallback`.
+int32_t named(const std::wstring &text, const std::vector<std::pair<const wchar_t *, int32_t>> &words, int32_t fallback)
 {
-    const std::wstring name = DeviceConfig::lower(text);
-    if (name == L"f200")
-        return PXCCapture::DEVICE_MODEL_F200;
-    if (name == L"r200")
-        return PXCCapture::DEVICE_MODEL_R200;
-    if (name == L"sr300")
-        return PXCCapture::DEVICE_MODEL_SR300;
-    if (name == L"r200-enhanced")
-        return PXCCapture::DEVICE_MODEL_R200_ENHANCED;
-    return static_cast<PXCCapture::DeviceModel>(integer(text, PXCCapture::DEVICE_MODEL_GENERIC));
-}
-
-PXCCapture::DeviceOrientation orientation(const std::wstring &text)
-{
-    const std::wstring name = DeviceConfig::lower(text);
-    if (name == L"user-facing")
-        return PXCCapture::DEVICE_ORIENTATION_USER_FACING;
-    if (name == L"world-facing")
-        return PXCCapture::DEVICE_ORIENTATION_WORLD_FACING;
-    return PXCCapture::DEVICE_ORIENTATION_ANY;
-}
-
-pxcI32 streams(const std::wstring &text)
-{
-    pxcI32 flags = 0;
-    for (const std::wstring &part : DeviceConfig::split(text, L',')) {
-        const std::wstring name = DeviceConfig::lower(part);
-        if (name == L"color")
-            flags |= PXCCapture::STREAM_TYPE_COLOR;
-        else if (name == L"depth")
-            flags |= PXCCapture::STREAM_TYPE_DEPTH;
-        else if (name == L"ir")
-            flags |= PXCCapture::STREAM_TYPE_IR;
-        else if (name == L"left")
-            flags |= PXCCapture::STREAM_TYPE_LEFT;
-        else if (name == L"right")
-            flags |= PXCCapture::STREAM_TYPE_RIGHT;
+    const std::wstring name = DeviceConfig::lower(DeviceConfig::trim(text));
+    for (const auto &word : words) {
+        if (name == word.first)
+            return word.second;
     }
+    return integer(text, fallback);
+}
+
+int32_t model(const std::wstring &text)
+{
+    return named(text,
+                 {{L"f200", sdk::kModelF200},
+                  {L"r200", sdk::kModelR200},
+                  {L"sr300", sdk::kModelSR300},
+                  {L"r200-enhanced", sdk::kModelR200Enhanced}},
+                 sdk::kModelGeneric);
+}
+
+int32_t orientation(const std::wstring &text)
+{
+    return named(text, {{L"user-facing", sdk::kOrientationUserFacing}, {L"world-facing", sdk::kOrientationWorldFacing}},
+                 sdk::kOrientationAny);
+}
+
+int32_t connection(const std::wstring &text)
+{
+    return named(text, {{L"integrated", sdk::kConnectionUsbIntegrated}, {L"peripheral", sdk::kConnectionUsbPeripheral}},
+                 sdk::kConnectionUnknown);
+}
+
+int32_t streams(const std::wstring &text)
+{
+    int32_t flags = 0;
+    for (const std::wstring &part : DeviceConfig::split(text, L','))
+        flags |= named(part,
+                       {{L"color", sdk::kStreamColor},
+                        {L"depth", sdk::kStreamDepth},
+                        {L"ir", sdk::kStreamIr},
+                        {L"left", sdk::kStreamLeft},
+                        {L"right", sdk::kStreamRight},
+                        {L"aux-color", sdk::kStreamAuxColor}},
+                       0);
     return flags;
 }
 
@@ -92,11 +100,11 @@ void RuntimeDescription::read(const LabDescription &description)
 {
     for (const DeviceDescription &section : description.devices()) {
         if (section.kind == L"realsense-runtime")
-            m_sessionFault = integer(section.value(L"fault.session"), PXC_STATUS_NO_ERROR);
+            m_sessionFault = integer(section.value(L"fault.session"), sdk::kNoError);
         else if (section.kind == L"realsense-capture")
             m_captures.push_back(capture(section));
         else if (section.kind == L"realsense-camera" && !m_captures.empty())
-            m_captures.back().cameras.push_back(camera(section));
+            m_captures.back().cameras.push_back(camera(section, cameraCount()));
     }
 }
 
@@ -104,12 +112,20 @@ CaptureDescription RuntimeDescription::capture(const DeviceDescription &section)
 {
     CaptureDescription capture;
     capture.name = section.value(L"name");
-    capture.createFault = integer(section.value(L"fault.create"), PXC_STATUS_NO_ERROR);
+    capture.createFault = integer(section.value(L"fault.create"), sdk::kNoError);
     capture.queryFailsFrom = integer(section.value(L"fault.query"), -1);
     return capture;
 }
 
-CameraDescription RuntimeDescription::camera(const DeviceDescription &section)
+int32_t RuntimeDescription::cameraCount() const
+{
+    int32_t count = 0;
+    for (const CaptureDescription &capture : m_captures)
+        count += static_cast<int32_t>(capture.cameras.size());
+    return count;
+}
+
+CameraDescription RuntimeDescription::camera(const DeviceDescription &section, int32_t duid)
 {
     CameraDescription camera;
     camera.name = section.value(L"name");
@@ -118,9 +134,15 @@ CameraDescription RuntimeDescription::camera(const DeviceDescription &section)
     const std::vector<std::wstring> firmware = DeviceConfig::split(section.value(L"firmware"), L'.');
     for (size_t i = 0; i < firmware.size() && i < 4; ++i)
         camera.firmware[i] = integer(firmware[i], 0);
+    const std::vector<std::wstring> location = DeviceConfig::split(section.value(L"location"), L',');
+    for (size_t i = 0; i < location.size() && i < 2; ++i)
+        camera.location[i] = std::wcstof(location[i].c_str(), nullptr);
     camera.model = model(section.value(L"model"));
     camera.orientation = orientation(section.value(L"orientation"));
     camera.streams = streams(section.value(L"streams"));
+    camera.rotation = integer(section.value(L"rotation"), 0);
+    camera.connectionType = connection(section.value(L"connection"));
+    camera.duid = duid;
     return camera;
 }
 

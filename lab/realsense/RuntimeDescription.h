@@ -5,7 +5,7 @@
 // HKLM\Software\Sorvane\Lab\RealSense ("Description").
 #pragma once
 
-#include "RealSenseSdk.h"
+#include "realsense/SdkInterface.h"
 
 #include <string>
 #include <vector>
@@ -21,16 +21,21 @@ struct CameraDescription {
     std::wstring name;
     std::wstring serial;
     std::wstring did;
-    pxcI32 firmware[4] = {};
-    PXCCapture::DeviceModel model = PXCCapture::DEVICE_MODEL_GENERIC;
-    PXCCapture::DeviceOrientation orientation = PXCCapture::DEVICE_ORIENTATION_ANY;
-    pxcI32 streams = 0;
+    int32_t firmware[4] = {};
+    float location[2] = {};
+    int32_t model = sdk::kModelGeneric;
+    int32_t orientation = sdk::kOrientationAny;
+    int32_t streams = 0;
+    int32_t rotation = 0;
+    int32_t connectionType = sdk::kConnectionUnknown;
+    // Unique within a session: the camera's place among all cameras of the runtime.
+    int32_t duid = 0;
 };
 
 struct CaptureDescription {
     std::wstring name;
     // Status CreateImpl fails with; success when 0 or more.
-    pxcStatus createFault = PXC_STATUS_NO_ERROR;
+    sdk::Status createFault = sdk::kNoError;
     // Index from which QueryDeviceInfo fails although cameras are left; -1 for none.
     int queryFailsFrom = -1;
     std::vector<CameraDescription> cameras;
@@ -42,7 +47,7 @@ public:
     static RuntimeDescription load();
 
     // Status PXCSession_CreateExt fails with; success when 0 or more.
-    pxcStatus sessionFault() const { return m_sessionFault; }
+    sdk::Status sessionFault() const { return m_sessionFault; }
     const std::vector<CaptureDescription> &captures() const { return m_captures; }
 
     // Takes the [realsense-...] sections of a parsed description, ignoring all others.
@@ -50,10 +55,12 @@ public:
 
 private:
     static std::wstring descriptionPath();
-    static CameraDescription camera(const DeviceDescription &section);
+    // How many cameras the implementations read so far have.
+    int32_t cameraCount() const;
+    static CameraDescription camera(const DeviceDescription &section, int32_t duid);
     static CaptureDescription capture(const DeviceDescription &section);
 
-    pxcStatus m_sessionFault = PXC_STATUS_NO_ERROR;
+    sdk::Status m_sessionFault = sdk::kNoError;
     std::vector<CaptureDescription> m_captures;
 };
 

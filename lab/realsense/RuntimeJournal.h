@@ -7,10 +7,13 @@
 //   "PXCSession_CreateExt <its six numeric arguments> <module path>"   the factory was called,
 //                                  e.g. "PXCSession_CreateExt 4 0 0 0 1 0 Z:\...\libpxcsession.dll"
 //   "Session created" / "Session refused <status>"
-//   "QueryImpl <index> <implementation name>" / "QueryImpl <index> none"
-//   "CreateImpl <implementation name>" / "CreateImpl <implementation name> failed <status>"
+//   "QueryImpl <index> group <G> subgroup <S>: <implementation name>" / "...: none"
+//                                  G and S of the caller's template ("without template" for none)
+//   "CreateImpl <implementation name> iuid <iuid> cuid <cuid in hex>" / "... failed <status>"
+//   "QueryDeviceNum <implementation name> <count>"
 //   "QueryDeviceInfo <implementation name> <index> <camera name>" / "... <index> failed <status>"
 //   "Release capture <implementation name>", "Release session"
+//   "Unexpected call <PXCSession|PXCCapture> slot <N>"   a slot no caller should reach
 #pragma once
 
 #include <string>

@@ -2,9 +2,12 @@
 // runtime file that is not one.
 #include "realsense/RuntimeDescription.h"
 #include "realsense/RuntimeJournal.h"
+#include "realsense/SdkInterface.h"
 #include "realsense/StandInSession.h"
 
 #include <windows.h>
+
+#include <type_traits>
 
 #ifndef LAB_REALSENSE_WITHOUT_FACTORY
 
@@ -22,26 +25,31 @@ std::wstring ownPath()
 
 } // namespace
 
-extern "C" __declspec(dllexport) pxcStatus PXCAPI
-    PXCSession_CreateExt(pxcI32 version, pxcI32 reserved1, pxcI32 reserved2, pxcI32 reserved3, pxcBool localRuntime,
-                         pxcI32 reserved4, PXCSession **session)
+namespace sdk = lab::realsense::sdk;
+
+extern "C" __declspec(dllexport) sdk::Status
+    PXCSession_CreateExt(int32_t versionMajor, int32_t versionMinor, int32_t versionBuild, int32_t reserved,
+                         int32_t options, int32_t reserved2, void **session)
 {
     using lab::realsense::RuntimeJournal;
     std::wstring entry = L"PXCSession_CreateExt";
-    for (const pxcI32 argument : {version, reserved1, reserved2, reserved3, localRuntime, reserved4})
+    for (const int32_t argument : {versionMajor, versionMinor, versionBuild, reserved, options, reserved2})
         entry += L" " + std::to_wstring(argument);
     RuntimeJournal::record(entry + L" " + ownPath());
     if (!session)
-        return PXC_STATUS_ITEM_UNAVAILABLE;
+        return sdk::kItemUnavailable;
     *session = nullptr;
     const lab::realsense::RuntimeDescription description = lab::realsense::RuntimeDescription::load();
-    if (description.sessionFault() < PXC_STATUS_NO_ERROR) {
+    if (description.sessionFault() < sdk::kNoError) {
         RuntimeJournal::record(L"Session refused " + std::to_wstring(description.sessionFault()));
         return description.sessionFault();
     }
-    *session = new lab::realsense::StandInSession(description);
+    *session = lab::realsense::StandInSession::create(description);
     RuntimeJournal::record(L"Session created");
-    return PXC_STATUS_NO_ERROR;
+    return sdk::kNoError;
 }
+
+static_assert(std::is_same<decltype(&PXCSession_CreateExt), sdk::SessionFactory>::value,
+              "the export has the published factory's arguments");
 
 #endif

@@ -1,26 +1,32 @@
-// One video-capture implementation of the stand-in runtime: reports its described cameras.
+// One video-capture implementation of the stand-in runtime, as a PXCCapture object laid out as
+// published (realsense/SdkInterface.h): reports its described cameras.
 #pragma once
 
 #include "realsense/RuntimeDescription.h"
+#include "realsense/SdkInterface.h"
 
 namespace lab {
 namespace realsense {
 
-class StandInCapture final : public PXCCapture {
+class StandInCapture {
 public:
-    explicit StandInCapture(const CaptureDescription &description);
-
-    void *PXCAPI QueryInstance(pxcUID cuid) override;
-    void PXCAPI Release() override;
-    pxcStatus PXCAPI QueryDeviceInfo(pxcI32 didx, DeviceInfo *dinfo) override;
-
-protected:
-    void PXCAPI destructorSlot() override {}
+    // A new object for `description`, as CreateImpl hands it out; its Release deletes it.
+    static void *create(const CaptureDescription &description);
 
 private:
-    ~StandInCapture() = default;
-    static void copyText(const std::wstring &text, pxcCHAR *target, size_t capacity);
+    explicit StandInCapture(const CaptureDescription &description);
+    static StandInCapture &of(void *self);
 
+    static void *queryInstance(void *self, int32_t cuid);
+    static void release(void *self);
+    static int32_t queryDeviceNum(void *self);
+    static sdk::Status queryDeviceInfo(void *self, int32_t didx, sdk::CameraRecord *dinfo);
+
+    sdk::Status describe(int32_t didx, sdk::CameraRecord &record) const;
+    static void copyText(const std::wstring &text, wchar_t *target, size_t capacity);
+
+    static const sdk::CaptureTable kTable;
+    sdk::Object<sdk::CaptureTable> m_object;
     CaptureDescription m_description;
 };
 

@@ -2,7 +2,9 @@
 
 #include "realsense/RuntimeJournal.h"
 #include "realsense/StandInCapture.h"
+#include "realsense/UnexpectedCall.h"
 
+#include <cstdio>
 #include <cstring>
 
 namespace lab {
@@ -10,82 +12,137 @@ namespace realsense {
 
 namespace {
 // The stand-in's implementations are numbered from this id on, in description order.
-const pxcUID kFirstImplementationId = 0x4C414200; // "LAB"
+const int32_t kFirstImplementationId = 0x4C414200; // "LAB"
+// The runtime's version: the SDK release whose layout the lab declares.
+const sdk::Version kRuntimeVersion = {11, 0};
+
+std::wstring hex(int32_t value)
+{
+    wchar_t text[16];
+    std::swprintf(text, 16, L"0x%08X", static_cast<unsigned>(value));
+    return text;
+}
 } // namespace
 
-StandInSession::StandInSession(const RuntimeDescription &description) : m_description(description) {}
+const sdk::SessionTable StandInSession::kTable = {{&StandInSession::queryInstance, &StandInSession::release},
+                                                  &StandInSession::queryVersion,
+                                                  &StandInSession::queryImpl,
+                                                  &StandInSession::createImpl,
+                                                  &UnexpectedCall::status<UnexpectedCall::SESSION, 5>,
+                                                  &UnexpectedCall::object<UnexpectedCall::SESSION, 6>,
+                                                  &UnexpectedCall::object<UnexpectedCall::SESSION, 7>,
+                                                  &UnexpectedCall::status<UnexpectedCall::SESSION, 8>,
+                                                  &UnexpectedCall::status<UnexpectedCall::SESSION, 9>};
 
-void *PXCAPI StandInSession::QueryInstance(pxcUID cuid)
+StandInSession::StandInSession(const RuntimeDescription &description)
+    : m_object{&kTable, this}, m_description(description)
 {
-    return cuid == PXCSession::CUID || cuid == PXCBase::CUID ? this : nullptr;
 }
 
-void PXCAPI StandInSession::Release()
+void *StandInSession::create(const RuntimeDescription &description)
+{
+    return &(new StandInSession(description))->m_object;
+}
+
+StandInSession &StandInSession::of(void *self)
+{
+    return *static_cast<StandInSession *>(static_cast<sdk::Object<sdk::SessionTable> *>(self)->owner);
+}
+
+void *StandInSession::queryInstance(void *self, int32_t cuid)
+{
+    return cuid == sdk::kSessionInterface || cuid == sdk::kBaseInterface ? self : nullptr;
+}
+
+void StandInSession::release(void *self)
 {
     RuntimeJournal::record(L"Release session");
-    delete this;
+    delete &of(self);
 }
 
-PXCSession::ImplVersion PXCAPI StandInSession::QueryVersion()
+sdk::Version *StandInSession::queryVersion(void *, sdk::Version *result)
 {
-    ImplVersion version = {};
-    version.major = 11;
-    version.minor = 0;
-    return version;
+    *result = kRuntimeVersion;
+    return result;
 }
 
 // Only video capture is offered: a template asking for another group or subgroup matches nothing.
-bool StandInSession::matches(const ImplDesc &templat)
+bool StandInSession::matches(const sdk::ImplementationDescription &templat)
 {
-    return (templat.group == IMPL_GROUP_ANY || (templat.group & IMPL_GROUP_SENSOR)) &&
-           (templat.subgroup == IMPL_SUBGROUP_ANY || (templat.subgroup & IMPL_SUBGROUP_VIDEO_CAPTURE));
+    return (templat.group == 0 || (templat.group & sdk::kSensorGroup)) &&
+           (templat.subgroup == 0 || (templat.subgroup & sdk::kVideoCaptureSubgroup));
 }
 
-pxcStatus PXCAPI StandInSession::QueryImpl(ImplDesc *templat, pxcI32 idx, ImplDesc *desc)
+std::wstring StandInSession::templateText(const sdk::ImplementationDescription *templat)
 {
-    const std::wstring entry = L"QueryImpl " + std::to_wstring(idx);
-    const std::vector<CaptureDescription> &captures = m_description.captures();
+    if (!templat)
+        return L"without template";
+    return L"group " + std::to_wstring(templat->group) + L" subgroup " + std::to_wstring(templat->subgroup);
+}
+
+sdk::Status StandInSession::queryImpl(void *self, sdk::ImplementationDescription *templat, int32_t idx,
+                                      sdk::ImplementationDescription *desc)
+{
+    const StandInSession &session = of(self);
+    const std::wstring entry = L"QueryImpl " + std::to_wstring(idx) + L" " + templateText(templat);
+    const std::vector<CaptureDescription> &captures = session.m_description.captures();
     if (!desc || idx < 0 || static_cast<size_t>(idx) >= captures.size() || (templat && !matches(*templat))) {
-        RuntimeJournal::record(entry + L" none");
-        return PXC_STATUS_ITEM_UNAVAILABLE;
+        RuntimeJournal::record(entry + L": none");
+        return sdk::kItemUnavailable;
     }
-    const CaptureDescription &capture = captures[static_cast<size_t>(idx)];
-    std::memset(desc, 0, sizeof *desc);
-    desc->group = IMPL_GROUP_SENSOR;
-    desc->subgroup = IMPL_SUBGROUP_VIDEO_CAPTURE;
-    desc->iuid = kFirstImplementationId + idx;
-    desc->version = QueryVersion();
-    desc->cuids[0] = PXCCapture::CUID;
-    const size_t length = capture.name.size() < 255 ? capture.name.size() : 255;
-    std::memcpy(desc->friendlyName, capture.name.data(), length * sizeof(pxcCHAR));
-    RuntimeJournal::record(entry + L" " + capture.name);
-    return PXC_STATUS_NO_ERROR;
+    session.describe(idx, *desc);
+    RuntimeJournal::record(entry + L": " + captures[static_cast<size_t>(idx)].name);
+    return sdk::kNoError;
 }
 
-const CaptureDescription *StandInSession::described(const ImplDesc &desc) const
+void StandInSession::describe(int32_t idx, sdk::ImplementationDescription &desc) const
+{
+    const CaptureDescription &capture = m_description.captures()[static_cast<size_t>(idx)];
+    std::memset(&desc, 0, sizeof desc);
+    desc.group = sdk::kSensorGroup;
+    desc.subgroup = sdk::kVideoCaptureSubgroup;
+    desc.iuid = kFirstImplementationId + idx;
+    desc.version = kRuntimeVersion;
+    desc.cuids[0] = sdk::kCaptureInterface;
+    const size_t capacity = sizeof desc.friendlyName / sizeof desc.friendlyName[0];
+    const size_t length = capture.name.size() < capacity ? capture.name.size() : capacity - 1;
+    std::memcpy(desc.friendlyName, capture.name.data(), length * sizeof(wchar_t));
+}
+
+const CaptureDescription *StandInSession::implementation(int32_t iuid) const
 {
     const std::vector<CaptureDescription> &captures = m_description.captures();
-    const pxcI32 index = desc.iuid - kFirstImplementationId;
+    const int32_t index = iuid - kFirstImplementationId;
     return index >= 0 && static_cast<size_t>(index) < captures.size() ? &captures[static_cast<size_t>(index)] : nullptr;
 }
 
-pxcStatus PXCAPI StandInSession::CreateImpl(ImplDesc *desc, pxcUID cuid, void **instance)
+// The implementation is the one the description names, or without a description the one `iuid`
+// names; it is handed out as its capture interface only.
+sdk::Status StandInSession::createImpl(void *self, sdk::ImplementationDescription *desc, int32_t iuid, int32_t cuid,
+                                       void **instance)
+{
+    const StandInSession &session = of(self);
+    const CaptureDescription *capture = session.implementation(desc ? desc->iuid : iuid);
+    const std::wstring entry = L"CreateImpl " + (capture ? capture->name : std::wstring(L"unknown")) + L" iuid " +
+                               std::to_wstring(iuid) + L" cuid " + hex(cuid);
+    const sdk::Status status = session.create(desc, iuid, cuid, instance);
+    RuntimeJournal::record(status < sdk::kNoError ? entry + L" failed " + std::to_wstring(status) : entry);
+    return status;
+}
+
+sdk::Status StandInSession::create(const sdk::ImplementationDescription *desc, int32_t iuid, int32_t cuid,
+                                   void **instance) const
 {
     if (!instance)
-        return PXC_STATUS_ITEM_UNAVAILABLE;
+        return sdk::kItemUnavailable;
     *instance = nullptr;
-    const CaptureDescription *capture = desc ? described(*desc) : nullptr;
-    if (!capture || cuid != PXCCapture::CUID) {
-        RuntimeJournal::record(L"CreateImpl unknown failed " + std::to_wstring(PXC_STATUS_ITEM_UNAVAILABLE));
-        return PXC_STATUS_ITEM_UNAVAILABLE;
-    }
-    if (capture->createFault < PXC_STATUS_NO_ERROR) {
-        RuntimeJournal::record(L"CreateImpl " + capture->name + L" failed " + std::to_wstring(capture->createFault));
+    const CaptureDescription *capture = implementation(desc ? desc->iuid : iuid);
+    if (!capture || cuid != sdk::kCaptureInterface)
+        return sdk::kItemUnavailable;
+    if (capture->createFault < sdk::kNoError)
         return capture->createFault;
-    }
-    RuntimeJournal::record(L"CreateImpl " + capture->name);
-    *instance = static_cast<PXCCapture *>(new StandInCapture(*capture));
-    return PXC_STATUS_NO_ERROR;
+    *instance = StandInCapture::create(*capture);
+    return sdk::kNoError;
 }
 
 } // namespace realsense
