@@ -32,19 +32,80 @@ const char kTwoCaptures[] = "[realsense-capture]\n"
                             "serial = F-1\n"
                             "did = \\\\?\\usb#vid_8086&pid_0a66#1#{e5323777}\\global\n"
                             "firmware = 2.60.0.1\n"
+                            "location = 35.5, 2\n"
                             "model = F200\n"
                             "orientation = user-facing\n"
                             "streams = color, depth, ir\n"
+                            "connection = integrated\n"
                             "[realsense-camera]\n"
                             "name = Cam SR300\n"
                             "model = SR300\n"
+                            "rotation = 90\n"
+                            "connection = peripheral\n"
                             "[realsense-capture]\n"
                             "name = World\n"
                             "[realsense-camera]\n"
                             "name = Cam R200\n"
+                            "serial = R-3\n"
+                            "firmware = 2.0.71.28\n"
+                            "location = -10, 0.25\n"
                             "model = R200\n"
                             "orientation = world-facing\n"
-                            "streams = color, depth, left, right\n";
+                            "streams = color, depth, left, right, aux-color\n"
+                            "rotation = 270\n";
+
+// A camera record as the vendor's published interface defines its fields, with the values the
+// stand-in runtime was described with above: numbers as published, not as the library names them.
+struct ExpectedCamera {
+    const wchar_t *name;
+    const wchar_t *serial;
+    const wchar_t *did;
+    int firmware[4];
+    float location[2];
+    int model;       // F200 0x0020000E, SR300 0x00200010, R200 0x0020000F
+    int orientation; // user-facing 1, world-facing 2
+    int streams;     // color 1, depth 2, ir 4, left 8, right 16, aux-color 32
+    int didx;
+    int duid;
+    int rotation;       // degrees
+    int connectionType; // unknown 0, integrated 1, peripheral 2
+};
+
+const ExpectedCamera kTwoCapturesCameras[] = {
+    {L"Cam F200",
+     L"F-1",
+     L"\\\\?\\usb#vid_8086&pid_0a66#1#{e5323777}\\global",
+     {2, 60, 0, 1},
+     {35.5f, 2.0f},
+     0x0020000E,
+     1,
+     1 | 2 | 4,
+     0,
+     0,
+     0,
+     1},
+    {L"Cam SR300", L"", L"", {0, 0, 0, 0}, {0.0f, 0.0f}, 0x00200010, 0, 0, 1, 1, 90, 2},
+    {L"Cam R200", L"R-3", L"", {2, 0, 71, 28}, {-10.0f, 0.25f}, 0x0020000F, 2, 1 | 2 | 8 | 16 | 32, 0, 2, 270, 0}};
+
+void expectCamera(const ExpectedCamera &expected, const PXCCapture::DeviceInfo &info)
+{
+    SCOPED_TRACE(testing::Message() << "camera " << std::wstring(expected.name));
+    EXPECT_EQ(std::wstring(expected.name), std::wstring(info.name));
+    EXPECT_EQ(std::wstring(expected.serial), std::wstring(info.serial));
+    EXPECT_EQ(std::wstring(expected.did), std::wstring(info.did));
+    EXPECT_EQ(std::vector<int>(expected.firmware, expected.firmware + 4),
+              std::vector<int>(info.firmware, info.firmware + 4));
+    EXPECT_FLOAT_EQ(expected.location[0], info.location.x);
+    EXPECT_FLOAT_EQ(expected.location[1], info.location.y);
+    EXPECT_EQ(expected.model, static_cast<int>(info.model));
+    EXPECT_EQ(expected.orientation, static_cast<int>(info.orientation));
+    EXPECT_EQ(expected.streams, static_cast<int>(info.streams));
+    EXPECT_EQ(expected.didx, info.didx);
+    EXPECT_EQ(expected.duid, info.duid);
+    EXPECT_EQ(expected.rotation, static_cast<int>(info.rotation));
+    EXPECT_EQ(expected.connectionType, static_cast<int>(info.connectionType));
+    EXPECT_EQ(std::vector<int>(11, 0), std::vector<int>(info.reserved, info.reserved + 11));
+}
 
 std::string name(const PXCCapture::DeviceInfo &info)
 {
@@ -97,32 +158,24 @@ TEST_F(RealSenseEnumerationTest, TwoImplementationsGiveEveryRecordInOrderAndAreR
     m_runtime.describe(kTwoCaptures);
     DeviceInfos devices;
     EXPECT_EQ(3u, sorvane::enumIntelRealSenseDevice(devices));
-    ASSERT_EQ((std::vector<std::string>{"Cam F200", "Cam SR300", "Cam R200"}), names(devices));
+    ASSERT_EQ(3, devices.size());
+    for (int i = 0; i < devices.size(); ++i)
+        expectCamera(kTwoCapturesCameras[i], devices[i]);
 
-    const PXCCapture::DeviceInfo &front = devices[0];
-    EXPECT_EQ(L"F-1", std::wstring(front.serial));
-    EXPECT_EQ(L"\\\\?\\usb#vid_8086&pid_0a66#1#{e5323777}\\global", std::wstring(front.did));
-    EXPECT_EQ(2, front.firmware[0]);
-    EXPECT_EQ(60, front.firmware[1]);
-    EXPECT_EQ(1, front.firmware[3]);
-    EXPECT_EQ(PXCCapture::DEVICE_MODEL_F200, front.model);
-    EXPECT_EQ(PXCCapture::DEVICE_ORIENTATION_USER_FACING, front.orientation);
-    EXPECT_EQ(PXCCapture::STREAM_TYPE_COLOR | PXCCapture::STREAM_TYPE_DEPTH | PXCCapture::STREAM_TYPE_IR,
-              front.streams);
-    EXPECT_EQ(PXCCapture::DEVICE_MODEL_SR300, devices[1].model);
-    EXPECT_EQ(PXCCapture::DEVICE_ORIENTATION_WORLD_FACING, devices[2].orientation);
-    EXPECT_EQ(0, devices[2].didx);
-
-    // "." names the folder of libSorvane.dll; the local runtime is asked for.
+    // "." names the folder of libSorvane.dll; the local runtime is asked for. Implementations are
+    // asked for with the video-capture template (sensor group 4, subgroup 2) and created by their
+    // description alone (iuid 0) as PXCCapture (0x83F72A50).
     const std::string module = lower(narrow(binFolder()) + "libpxcsession.dll");
     const std::vector<std::string> journal = m_runtime.journal();
     ASSERT_FALSE(journal.empty());
     EXPECT_EQ("pxcsession_createext 4 0 0 0 1 0 " + module, lower(journal[0]));
-    EXPECT_EQ((std::vector<std::string>{
-                  "Session created", "QueryImpl 0 Front", "CreateImpl Front", "QueryDeviceInfo Front 0 Cam F200",
-                  "QueryDeviceInfo Front 1 Cam SR300", "QueryDeviceInfo Front 2 failed -3", "Release capture Front",
-                  "QueryImpl 1 World", "CreateImpl World", "QueryDeviceInfo World 0 Cam R200",
-                  "QueryDeviceInfo World 1 failed -3", "Release capture World", "QueryImpl 2 none", "Release session"}),
+    EXPECT_EQ((std::vector<std::string>{"Session created", "QueryImpl 0 group 4 subgroup 2: Front",
+                                        "CreateImpl Front iuid 0 cuid 0x83F72A50", "QueryDeviceInfo Front 0 Cam F200",
+                                        "QueryDeviceInfo Front 1 Cam SR300", "QueryDeviceInfo Front 2 failed -3",
+                                        "Release capture Front", "QueryImpl 1 group 4 subgroup 2: World",
+                                        "CreateImpl World iuid 0 cuid 0x83F72A50", "QueryDeviceInfo World 0 Cam R200",
+                                        "QueryDeviceInfo World 1 failed -3", "Release capture World",
+                                        "QueryImpl 2 group 4 subgroup 2: none", "Release session"}),
               std::vector<std::string>(journal.begin() + 1, journal.end()));
     EXPECT_EQ(0u, logged("No sessions instantiable."));
 }
@@ -154,9 +207,12 @@ TEST_F(RealSenseEnumerationTest, AnImplementationThatFailsToCreateIsSkippedWithI
     EXPECT_EQ((std::vector<std::string>{"Cam F200", "Cam SR300", "Cam R200"}), names(devices));
     EXPECT_EQ(1u, logged("57 Unable to create a PXCCapture video instance."));
     const std::string journal = joined(m_runtime.journal());
-    EXPECT_TRUE(contains(journal, "QueryImpl 0 Broken\nCreateImpl Broken failed -201\nQueryImpl 1 Front\n")) << journal;
+    EXPECT_TRUE(contains(journal, "QueryImpl 0 group 4 subgroup 2: Broken\n"
+                                  "CreateImpl Broken iuid 0 cuid 0x83F72A50 failed -201\n"
+                                  "QueryImpl 1 group 4 subgroup 2: Front\n"))
+        << journal;
     EXPECT_FALSE(contains(journal, "QueryDeviceInfo Broken")) << journal;
-    EXPECT_TRUE(contains(journal, "QueryImpl 3 none\nRelease session\n")) << journal;
+    EXPECT_TRUE(contains(journal, "QueryImpl 3 group 4 subgroup 2: none\nRelease session\n")) << journal;
 }
 
 TEST_F(RealSenseEnumerationTest, ADeviceQueryFailingMidwayEndsOnlyThatImplementation)
@@ -169,7 +225,8 @@ TEST_F(RealSenseEnumerationTest, ADeviceQueryFailingMidwayEndsOnlyThatImplementa
     EXPECT_EQ(2u, sorvane::enumIntelRealSenseDevice(devices));
     EXPECT_EQ((std::vector<std::string>{"First", "Other"}), names(devices));
     const std::string journal = joined(m_runtime.journal());
-    EXPECT_TRUE(contains(journal, "QueryDeviceInfo Flaky 1 failed -201\nRelease capture Flaky\nQueryImpl 1 Steady\n"))
+    EXPECT_TRUE(contains(journal, "QueryDeviceInfo Flaky 1 failed -201\nRelease capture Flaky\n"
+                                  "QueryImpl 1 group 4 subgroup 2: Steady\n"))
         << journal;
 }
 

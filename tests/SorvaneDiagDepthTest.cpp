@@ -92,13 +92,14 @@ TEST(SorvaneDiagDepthTest, ListsTheLabCamerasAsATableAndInTheReport)
     ASSERT_TRUE(table.finished);
     EXPECT_EQ(0u, table.exitCode) << table.err;
     EXPECT_TRUE(contains(table.out, "2 RealSense cameras:")) << table.out;
-    EXPECT_TRUE(contains(table.out, "Name                Model  Orientation   Firmware   Serial         Streams"))
+    EXPECT_TRUE(contains(table.out, "Name                Model  Orientation   Rotation  Connection  Firmware   Serial"
+                                    "         Streams"))
         << table.out;
-    EXPECT_TRUE(
-        contains(table.out, "Lab RealSense F200  F200   user-facing   2.60.0.0   LABF200000001  color, depth, ir"))
+    EXPECT_TRUE(contains(table.out, "Lab RealSense F200  F200   user-facing   0         peripheral  2.60.0.0   "
+                                    "LABF200000001  color, depth, ir"))
         << table.out;
-    EXPECT_TRUE(contains(table.out, "Lab RealSense R200  R200   world-facing  2.0.71.28  LABR200000002  "
-                                    "color, depth, left, right"))
+    EXPECT_TRUE(contains(table.out, "Lab RealSense R200  R200   world-facing  180       integrated  2.0.71.28  "
+                                    "LABR200000002  color, depth, left, right"))
         << table.out;
 
     const JsonValue json = JsonValue::parse(HostProgram::run({L"depth", L"--json", L"-"}).out);
@@ -110,11 +111,42 @@ TEST(SorvaneDiagDepthTest, ListsTheLabCamerasAsATableAndInTheReport)
     EXPECT_EQ("R200", cameras[1]["model"].text());
     EXPECT_EQ("world-facing", cameras[1]["orientation"].text());
     EXPECT_EQ("2.0.71.28", cameras[1]["firmware"].text());
+    EXPECT_EQ(180.0, cameras[1]["rotation"].number());
+    EXPECT_EQ("integrated", cameras[1]["connection"].text());
+    EXPECT_EQ(0.0, cameras[0]["rotation"].number());
+    EXPECT_EQ("peripheral", cameras[0]["connection"].text());
     ASSERT_EQ(4u, cameras[1]["streams"].size());
     EXPECT_EQ("right", cameras[1]["streams"][3].text());
     EXPECT_TRUE(contains(cameras[0]["deviceId"].text(), "vid_8086&pid_0a66")) << cameras[0]["deviceId"].text();
 
     EXPECT_TRUE(contains(HostProgram::run({L"depth", L"--help"}).out, "Usage: sorvane-diag depth [--json FILE]"));
+}
+
+// A runtime that names neither (the SDK releases before they were added leave those words zero)
+// reads as mounted upright, connection unknown; a connection number the host does not know is
+// shown as it came.
+TEST(SorvaneDiagDepthTest, ShowsRotationAndConnectionAsTheRuntimeGivesThem)
+{
+    StandInRuntime runtime;
+    runtime.describe("[realsense-capture]\nname = Capture\n"
+                     "[realsense-camera]\nname = Older\nmodel = SR300\nstreams = color, aux-color\n"
+                     "[realsense-camera]\nname = Sideways\nmodel = SR300\nrotation = 90\nconnection = 7\n");
+    const HostProgram::Outcome table = HostProgram::run({L"depth"});
+    EXPECT_EQ(0u, table.exitCode) << table.err;
+    EXPECT_TRUE(contains(table.out, "Older     SR300  any          0         unknown     0.0.0.0           "
+                                    "color, aux-color"))
+        << table.out;
+    EXPECT_TRUE(contains(table.out, "Sideways  SR300  any          90        7           0.0.0.0           none"))
+        << table.out;
+
+    const JsonValue json = JsonValue::parse(HostProgram::run({L"depth", L"--json", L"-"}).out);
+    const JsonValue &cameras = json["cameras"];
+    ASSERT_EQ(2u, cameras.size());
+    EXPECT_EQ(0.0, cameras[0]["rotation"].number());
+    EXPECT_EQ("unknown", cameras[0]["connection"].text());
+    EXPECT_EQ("aux-color", cameras[0]["streams"][1].text());
+    EXPECT_EQ(90.0, cameras[1]["rotation"].number());
+    EXPECT_EQ("7", cameras[1]["connection"].text());
 }
 
 TEST(SorvaneDiagDepthTest, SaysWhyNoCameraIsListed)

@@ -74,11 +74,9 @@ std::vector<std::wstring> DepthCameraFields::streams() const
     static const struct {
         int flag;
         const wchar_t *name;
-    } kStreams[] = {{PXCCapture::STREAM_TYPE_COLOR, L"color"},
-                    {PXCCapture::STREAM_TYPE_DEPTH, L"depth"},
-                    {PXCCapture::STREAM_TYPE_IR, L"ir"},
-                    {PXCCapture::STREAM_TYPE_LEFT, L"left"},
-                    {PXCCapture::STREAM_TYPE_RIGHT, L"right"}};
+    } kStreams[] = {{PXCCapture::STREAM_TYPE_COLOR, L"color"}, {PXCCapture::STREAM_TYPE_DEPTH, L"depth"},
+                    {PXCCapture::STREAM_TYPE_IR, L"ir"},       {PXCCapture::STREAM_TYPE_LEFT, L"left"},
+                    {PXCCapture::STREAM_TYPE_RIGHT, L"right"}, {PXCCapture::STREAM_TYPE_AUX_COLOR, L"aux-color"}};
     std::vector<std::wstring> names;
     for (const auto &stream : kStreams) {
         if (m_camera.streams & stream.flag)
@@ -93,6 +91,24 @@ std::wstring DepthCameraFields::streamList() const
     for (const std::wstring &stream : streams())
         list += (list.empty() ? L"" : L", ") + stream;
     return list.empty() ? L"none" : list;
+}
+
+int DepthCameraFields::rotation() const
+{
+    return static_cast<int>(m_camera.rotation);
+}
+
+std::wstring DepthCameraFields::connection() const
+{
+    switch (m_camera.connectionType) {
+    case PXCCapture::CONNECTION_TYPE_UNKNOWN:
+        return L"unknown";
+    case PXCCapture::CONNECTION_TYPE_USB_INTEGRATED:
+        return L"integrated";
+    case PXCCapture::CONNECTION_TYPE_USB_PERIPHERAL:
+        return L"peripheral";
+    }
+    return std::to_wstring(static_cast<int>(m_camera.connectionType));
 }
 
 } // namespace diag

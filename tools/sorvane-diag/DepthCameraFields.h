@@ -1,7 +1,7 @@
 // The fields of a RealSense camera record as words, for the `depth` table and report.
 #pragma once
 
-#include <RealSenseSdk.h>
+#include <realsense/RealSenseSdk.h>
 
 #include <string>
 #include <vector>
@@ -22,9 +22,14 @@ public:
     std::wstring model() const;
     // "user-facing", "world-facing" or "any".
     std::wstring orientation() const;
-    // "color", "depth", "ir", "left", "right", in that order.
+    // "color", "depth", "ir", "left", "right", "aux-color", in that order.
     std::vector<std::wstring> streams() const;
     std::wstring streamList() const;
+    // How the camera is mounted, in degrees clockwise (0 also from runtimes that do not say).
+    int rotation() const;
+    // "integrated", "peripheral", or "unknown" (also from runtimes that do not say); another
+    // value as its number.
+    std::wstring connection() const;
 
 private:
     // The text of a fixed-size field, which need not end with a terminator.

@@ -42,8 +42,10 @@ std::wstring DepthCommand::help() const
            L"enumIntelRealSenseDevice finds them: the runtime named by the SDK's dispatch keys\n"
            L"(HKLM\\Software\\Intel\\RSSDK\\Dispatch \"LocalRuntime\", its Wow6432Node twin, then\n"
            L"HKLM\\Software\\Intel\\RSSDK\\v4\\Dispatch \"Core\"), asked for the cameras of each of its\n"
-           L"video-capture implementations. For each camera: name, model, orientation, firmware,\n"
-           L"serial number and streams; the report (--json) adds the device identifier.\n"
+           L"video-capture implementations. For each camera: name, model, orientation, rotation\n"
+           L"(how it is mounted, in degrees clockwise), connection (integrated or peripheral),\n"
+           L"firmware, serial number and streams; the report (--json) adds the device identifier.\n"
+           L"A runtime of an older SDK release that does not fill them in gives 0 and unknown.\n"
            L"RealSense cameras need Windows 8.1 or later; on an older Windows nothing is asked.\n"
            L"Result: PASS when there is at least one camera, NODEVICE when the runtime is missing\n"
            L"or reports none, NOTSUPPORTED before Windows 8.1. --log FILE shows the library's steps.\n";
@@ -91,11 +93,13 @@ std::wstring DepthCommand::whyNone()
 std::vector<std::wstring> DepthCommand::table(const Cameras &cameras)
 {
     std::vector<std::vector<std::wstring>> rows;
-    rows.push_back({L"#", L"Name", L"Model", L"Orientation", L"Firmware", L"Serial", L"Streams"});
+    rows.push_back(
+        {L"#", L"Name", L"Model", L"Orientation", L"Rotation", L"Connection", L"Firmware", L"Serial", L"Streams"});
     for (int i = 0; i < cameras.size(); ++i) {
         const DepthCameraFields camera(cameras[i]);
-        rows.push_back({std::to_wstring(i), camera.name(), camera.model(), camera.orientation(), camera.firmware(),
-                        camera.serial(), camera.streamList()});
+        rows.push_back({std::to_wstring(i), camera.name(), camera.model(), camera.orientation(),
+                        std::to_wstring(camera.rotation()), camera.connection(), camera.firmware(), camera.serial(),
+                        camera.streamList()});
     }
     std::vector<size_t> widths(rows[0].size(), 0);
     for (const auto &row : rows) {
@@ -125,6 +129,8 @@ void DepthCommand::writeCameras(JsonWriter &json, const Cameras &cameras)
         json.field(L"firmware", camera.firmware());
         json.field(L"model", camera.model());
         json.field(L"orientation", camera.orientation());
+        json.field(L"rotation", camera.rotation());
+        json.field(L"connection", camera.connection());
         json.key(L"streams").beginArray();
         for (const std::wstring &stream : camera.streams())
             json.value(stream);

@@ -4,7 +4,7 @@
 
 #include "Command.h"
 
-#include <RealSenseSdk.h>
+#include <realsense/RealSenseSdk.h>
 #include <kel/Array.h>
 
 namespace sorvane {
