@@ -20,7 +20,7 @@
 
 #include "bdadevice/BdaTuning.h"
 #include "bdadevice/LinkInputPin.h"
-#include "bdadevice/SignalStatisticsPart.h"
+#include "bdadevice/TunedSignalStatistics.h"
 #include "bdadevice/TransportFeed.h"
 #include "bdadevice/TransportStreamPin.h"
 #include "common/DeviceFilter.h"
@@ -30,7 +30,7 @@ namespace lab {
 class BdaTunerFilter : public DeviceFilter,
                        public IBDA_DeviceControl,
                        public IBDA_Topology,
-                       public SignalStatisticsPart,
+                       public TunedSignalStatistics,
                        public ITunedSignalSource,
                        private TransportFeed {
 public:
