@@ -205,11 +205,6 @@ bool contains(const std::vector<CLSID> &classes, const CLSID &wanted)
 
 using sorvane::test::SideThread;
 
-bool journalHas(const std::wstring &camera, const std::wstring &entry)
-{
-    return !journalOf(camera, entry).empty();
-}
-
 class WebcamTest : public sorvane::test::ComLabTest {
 protected:
     void SetUp() override
@@ -342,10 +337,10 @@ TEST_F(WebcamTest, TimedOutCapabilityIsFollowedByARebuiltGraphAndTheNextCapabili
         // Once the camera runs, the clock moves past the 60 + 3 x 5 seconds three frames may
         // take; once that run has stopped, the camera delivers again.
         SideThread timeOut([](SideThread &side) {
-            if (!side.waitUntil([] { return journalHas(kYuy2Camera, L"Run"); }))
+            if (!side.waitUntil([] { return lab::journalHas(kYuy2Camera, L"Run"); }))
                 return;
             kel::Clock::advanceMilliseconds(76000);
-            if (!side.waitUntil([] { return journalHas(kYuy2Camera, L"Stop"); }))
+            if (!side.waitUntil([] { return lab::journalHas(kYuy2Camera, L"Stop"); }))
                 return;
             LabSetOverride(kYuy2Camera, L"fault.nosamples", nullptr);
         });

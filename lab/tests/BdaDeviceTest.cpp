@@ -33,12 +33,6 @@ const size_t kStreamBytes = 400 * 188 * 4;
 // How long "nothing comes" is watched.
 const DWORD kSilenceMs = 400;
 
-bool journalHas(const wchar_t *device, const std::wstring &entry)
-{
-    const std::vector<std::wstring> entries = lab::journal(device);
-    return std::find(entries.begin(), entries.end(), entry) != entries.end();
-}
-
 std::wstring monikerValue(const labtest::MonikerInfo &info, const wchar_t *key)
 {
     const auto found = info.values.find(key);
@@ -112,7 +106,7 @@ TEST_F(BdaDeviceTest, TunedClearQamChannelStreamsItsPrograms)
 {
     ASSERT_HRESULT_SUCCEEDED(m_graph.build(kAtscTuner, kAtscReceiver));
     ASSERT_HRESULT_SUCCEEDED(m_graph.tune(55250, BDA_MOD_256QAM));
-    EXPECT_TRUE(journalHas(kAtscTuner, L"Tune 55250 kHz 256QAM"));
+    EXPECT_TRUE(lab::journalHas(kAtscTuner, L"Tune 55250 kHz 256QAM"));
 
     const labtest::TransportStreamCheck stream(m_graph.receive(kStreamBytes));
     ASSERT_GE(stream.packets(), 400u);
@@ -140,8 +134,8 @@ TEST_F(BdaDeviceTest, TunedClearQamChannelStreamsItsPrograms)
             EXPECT_EQ(stream.pictures()[i - 1].frame + 1, stream.pictures()[i].frame);
         }
     }
-    EXPECT_TRUE(journalHas(kAtscReceiver, L"Run"));
-    EXPECT_TRUE(journalHas(kAtscReceiver, L"Stop"));
+    EXPECT_TRUE(lab::journalHas(kAtscReceiver, L"Run"));
+    EXPECT_TRUE(lab::journalHas(kAtscReceiver, L"Stop"));
     EXPECT_GT(lab::samplesDelivered(kAtscReceiver), 0);
 }
 
@@ -156,8 +150,8 @@ TEST_F(BdaDeviceTest, NothingOnTheFrequencyMeansNoPacketsAndNoSignal)
     EXPECT_EQ(0, flag(statistics, &IBDA_SignalStatistics::get_SignalPresent));
     EXPECT_EQ(0, flag(statistics, &IBDA_SignalStatistics::get_SignalLocked));
     EXPECT_EQ(0, statistic(statistics, &IBDA_SignalStatistics::get_SignalQuality));
-    EXPECT_TRUE(journalHas(kAtscTuner, L"SignalPresent 0"));
-    EXPECT_TRUE(journalHas(kAtscReceiver, L"Delivered 0"));
+    EXPECT_TRUE(lab::journalHas(kAtscTuner, L"SignalPresent 0"));
+    EXPECT_TRUE(lab::journalHas(kAtscReceiver, L"Delivered 0"));
 }
 
 TEST_F(BdaDeviceTest, AtscChannelIsFoundAnywhereInItsBandAndOnlyWith8Vsb)
@@ -243,12 +237,12 @@ TEST_F(BdaDeviceTest, RefusedTuneKeepsTheTuneBefore)
     ASSERT_HRESULT_SUCCEEDED(m_graph.tune(55250, BDA_MOD_256QAM));
     // Channel 7 refuses the tune as its description says.
     EXPECT_EQ(static_cast<HRESULT>(0x8007001F), m_graph.tune(175250, BDA_MOD_256QAM));
-    EXPECT_TRUE(journalHas(kAtscTuner, L"Tune 175250 kHz 256QAM failed 0x8007001F"));
+    EXPECT_TRUE(lab::journalHas(kAtscTuner, L"Tune 175250 kHz 256QAM failed 0x8007001F"));
     {
         lab::DeviceOverride refuse(kAtscTuner, L"fault.tune", L"0x80004005");
         EXPECT_EQ(E_FAIL, m_graph.tune(769250, BDA_MOD_256QAM));
     }
-    EXPECT_TRUE(journalHas(kAtscTuner, L"Tune 769250 kHz 256QAM failed 0x80004005"));
+    EXPECT_TRUE(lab::journalHas(kAtscTuner, L"Tune 769250 kHz 256QAM failed 0x80004005"));
     const labtest::TransportStreamCheck stream(m_graph.receive(kStreamBytes));
     ASSERT_FALSE(stream.pictures().empty());
     EXPECT_EQ(2, stream.pictures().front().channel);
@@ -304,8 +298,8 @@ TEST_F(BdaDeviceTest, StatisticsOnTheFilterWithOverridesAndFailures)
         BOOLEAN locked = 0;
         EXPECT_EQ(static_cast<HRESULT>(0x80070015), statistics->get_SignalLocked(&locked));
     }
-    EXPECT_TRUE(journalHas(kAtscTuner, L"SignalQuality 50"));
-    EXPECT_TRUE(journalHas(kAtscTuner, L"SignalLocked failed 0x80070015"));
+    EXPECT_TRUE(lab::journalHas(kAtscTuner, L"SignalQuality 50"));
+    EXPECT_TRUE(lab::journalHas(kAtscTuner, L"SignalLocked failed 0x80070015"));
 
     // Statistics on the filter: the topology's nodes do not list them.
     CComQIPtr<IBDA_Topology> topology(m_graph.tuner.p);
@@ -323,7 +317,7 @@ TEST_F(BdaDeviceTest, StatisticsOnTheTopologyNodes)
     CComQIPtr<IBDA_SignalStatistics> onFilter(m_graph.tuner.p);
     EXPECT_FALSE(onFilter);
     ASSERT_HRESULT_SUCCEEDED(m_graph.tune(482000, BDA_MOD_NOT_SET, 8));
-    EXPECT_TRUE(journalHas(kDvbTuner, L"Tune 482000 kHz NOT_SET 8 MHz"));
+    EXPECT_TRUE(lab::journalHas(kDvbTuner, L"Tune 482000 kHz NOT_SET 8 MHz"));
 
     CComQIPtr<IBDA_Topology> topology(m_graph.tuner.p);
     ASSERT_TRUE(topology);
@@ -363,7 +357,7 @@ TEST_F(BdaDeviceTest, TunerWithoutReceiverStreamsItself)
     ASSERT_EQ(2u, stream.programs().size());
     EXPECT_EQ(0x200, stream.programs().at(0x1002).pmtPid);
     EXPECT_FALSE(stream.pictures().empty());
-    EXPECT_TRUE(journalHas(kDvbStick, L"Tune 474000 kHz NOT_SET 8 MHz"));
+    EXPECT_TRUE(lab::journalHas(kDvbStick, L"Tune 474000 kHz NOT_SET 8 MHz"));
     EXPECT_GT(lab::samplesDelivered(kDvbStick), 0);
 }
 
@@ -422,7 +416,7 @@ TEST_F(BdaDeviceTest, TestDescribesItsOwnBroadcast)
     {
         lab::DeviceOverride missing(kAtscTuner, L"broadcast", path);
         ASSERT_HRESULT_SUCCEEDED(m_graph.tune(99000, BDA_MOD_256QAM));
-        EXPECT_TRUE(journalHas(kAtscTuner, L"Broadcast unreadable: no broadcast description at " + path));
+        EXPECT_TRUE(lab::journalHas(kAtscTuner, L"Broadcast unreadable: no broadcast description at " + path));
         EXPECT_TRUE(m_graph.receive(0, kSilenceMs).empty());
     }
 }
