@@ -48,7 +48,7 @@ inline ruvo::DiagDevice labDevice(const std::wstring &friendlyName, const ruvo::
             CComPtr<IMoniker> moniker;
             while (monikers->Next(1, &moniker, nullptr) == S_OK) {
                 CComPtr<IPropertyBag> bag;
-                moniker->BindToStorage(nullptr, nullptr, IID_IPropertyBag, reinterpret_cast<void **>(&bag));
+                moniker->BindToStorage(nullptr, nullptr, IID_PPV_ARGS(&bag));
                 moniker.Release();
                 if (!bag || monikerText(bag, L"FriendlyName") != kel::String(friendlyName.c_str()))
                     continue;

@@ -1,5 +1,6 @@
 #include "BdaGraph.h"
 #include "GraphControl.h"
+#include "WaitFor.h"
 
 #include <bdaiface.h>
 #include <uuids.h>
@@ -17,7 +18,7 @@ HRESULT bindDeviceIn(const GUID &category, const std::wstring &name, CComPtr<IBa
     for (const MonikerInfo &device : listDevices(category)) {
         const auto found = device.values.find(L"FriendlyName");
         if (found != device.values.end() && found->second == name)
-            return device.moniker->BindToObject(nullptr, nullptr, IID_IBaseFilter, reinterpret_cast<void **>(&filter));
+            return device.moniker->BindToObject(nullptr, nullptr, IID_PPV_ARGS(&filter));
     }
     return HRESULT_FROM_WIN32(ERROR_NOT_FOUND);
 }
@@ -92,7 +93,7 @@ HRESULT BdaGraph::addGrabber(const std::wstring &tunerName, const std::wstring &
     if (SUCCEEDED(hr))
         hr = graph->AddFilter(grabberFilter, L"SampleGrabber");
     if (SUCCEEDED(hr))
-        hr = grabberFilter->QueryInterface(IID_ISampleGrabber, reinterpret_cast<void **>(&grabber));
+        hr = grabberFilter->QueryInterface(&grabber);
     if (FAILED(hr))
         return hr;
     AM_MEDIA_TYPE wanted = {};
@@ -205,9 +206,7 @@ std::vector<std::uint8_t> BdaGraph::receive(size_t bytes, DWORD patienceMs)
     collector->clear();
     if (FAILED(run()))
         return {};
-    const DWORD begin = GetTickCount();
-    while (GetTickCount() - begin < patienceMs && (bytes == 0 || collector->size() < bytes))
-        Sleep(10);
+    waitFor([this, bytes] { return bytes != 0 && collector->size() >= bytes; }, patienceMs);
     stop();
     return collector->bytes();
 }

@@ -1,5 +1,6 @@
 #include "LabGraph.h"
 #include "GraphControl.h"
+#include "WaitFor.h"
 
 #include <oleauto.h>
 
@@ -151,9 +152,7 @@ HRESULT LabGraph::capture(size_t frames, DWORD timeoutMs)
     const HRESULT hr = run();
     if (FAILED(hr))
         return hr;
-    const DWORD begin = GetTickCount();
-    while (m_collector->count() < frames && GetTickCount() - begin < timeoutMs)
-        Sleep(5);
+    waitFor([this, frames] { return m_collector->count() >= frames; }, timeoutMs);
     stop();
     return m_collector->count() >= frames ? S_OK : S_FALSE;
 }
