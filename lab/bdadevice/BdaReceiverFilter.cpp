@@ -2,7 +2,7 @@
 
 #include <uuids.h>
 
-#include "bdadevice/BdaGuids.h"
+#include "bdadevice/TransportStreamType.h"
 #include "common/ClassRegistry.h"
 #include "lab/LabClassIds.h"
 

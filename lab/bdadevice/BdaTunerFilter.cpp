@@ -3,7 +3,7 @@
 #include <uuids.h>
 
 #include "bdadevice/BdaControlNode.h"
-#include "bdadevice/BdaGuids.h"
+#include "bdadevice/TransportStreamType.h"
 #include "bdadevice/StreamFaultKeys.h"
 #include "common/ClassRegistry.h"
 #include "lab/BdaGuids.h"

@@ -3,7 +3,7 @@
 #include <cstring>
 #include <uuids.h>
 
-#include "bdadevice/BdaGuids.h"
+#include "bdadevice/TransportStreamType.h"
 #include "bdadevice/StreamFaultKeys.h"
 #include "broadcast/TransportStreamGenerator.h"
 #include "common/DeviceState.h"
