@@ -4,6 +4,7 @@
 
 #include "bdadevice/TransportStreamType.h"
 #include "common/ClassRegistry.h"
+#include "lab/BdaGuids.h"
 #include "lab/LabClassIds.h"
 
 namespace lab {
@@ -12,13 +13,13 @@ namespace {
 
 const ClassRegistration registration(ClassInfo::device(CLSID_LabBdaReceiver, L"Sorvane Lab BDA Receiver",
                                                        &createObject<BdaReceiverFilter, IBaseFilter>, L"bda-receiver",
-                                                       bda::kCategoryReceiverComponent));
+                                                       kCategoryBdaReceiverComponent));
 
 } // namespace
 
 BdaReceiverFilter::BdaReceiverFilter()
     : DeviceFilter(CLSID_LabBdaReceiver),
-      m_input(*this, L"Input0", MEDIATYPE_Stream, {bda::kSubtypeBdaTransport, MEDIASUBTYPE_MPEG2_TRANSPORT}),
+      m_input(*this, L"Input0", MEDIATYPE_Stream, {kSubtypeBdaTransport, MEDIASUBTYPE_MPEG2_TRANSPORT}),
       m_output(*this, L"MPEG2 Transport", *this, false)
 {
 }

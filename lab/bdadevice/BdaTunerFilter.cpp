@@ -3,7 +3,6 @@
 #include <uuids.h>
 
 #include "bdadevice/BdaControlNode.h"
-#include "bdadevice/TransportStreamType.h"
 #include "bdadevice/StreamFaultKeys.h"
 #include "common/ClassRegistry.h"
 #include "lab/BdaGuids.h"
@@ -15,7 +14,7 @@ namespace {
 
 const ClassRegistration registration(ClassInfo::device(CLSID_LabBdaTuner, L"Sorvane Lab BDA Tuner",
                                                        &createObject<BdaTunerFilter, IBaseFilter>, L"bda-tuner",
-                                                       bda::kCategoryNetworkTuner));
+                                                       kCategoryBdaNetworkTuner));
 
 const ULONG kNodeTypes[] = {BdaControlNode::kTunerNode, BdaControlNode::kDemodulatorNode};
 const ULONG kAntennaPinType = 0;

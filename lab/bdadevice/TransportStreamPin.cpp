@@ -42,7 +42,7 @@ TransportStreamPin::~TransportStreamPin()
 
 std::vector<MediaType> TransportStreamPin::mediaTypes()
 {
-    const MediaType bda = transportType(bda::kSubtypeBdaTransport);
+    const MediaType bda = transportType(kSubtypeBdaTransport);
     const MediaType plain = transportType(MEDIASUBTYPE_MPEG2_TRANSPORT);
     if (m_bdaSubtypeFirst)
         return {bda, plain};

@@ -17,6 +17,7 @@
 #include "LabGraph.h"
 #include "LeakCheckedTest.h"
 #include "TransportStreamCheck.h"
+#include "lab/BdaGuids.h"
 #include "lab/LabClassIds.h"
 #include "lab/LabControl.h"
 
@@ -81,8 +82,8 @@ protected:
 
 TEST_F(BdaDeviceTest, CardsArePublishedInBothBdaCategories)
 {
-    const std::vector<labtest::MonikerInfo> tuners = labtest::listDevices(labtest::kBdaTunerCategory);
-    const std::vector<labtest::MonikerInfo> receivers = labtest::listDevices(labtest::kBdaReceiverCategory);
+    const std::vector<labtest::MonikerInfo> tuners = labtest::listDevices(lab::kCategoryBdaNetworkTuner);
+    const std::vector<labtest::MonikerInfo> receivers = labtest::listDevices(lab::kCategoryBdaReceiverComponent);
     for (const wchar_t *name : {kAtscTuner, kDvbTuner, L"Lab DTMB Tuner", L"Lab OpenCable Tuner", kDvbStick}) {
         const labtest::MonikerInfo *tuner = findMoniker(tuners, name);
         ASSERT_TRUE(tuner) << name;
@@ -424,14 +425,14 @@ TEST_F(BdaDeviceTest, TestDescribesItsOwnBroadcast)
 TEST_F(BdaDeviceTest, InputPinsAcceptTheirLinksOnly)
 {
     CComPtr<IBaseFilter> receiver;
-    ASSERT_HRESULT_SUCCEEDED(labtest::bindDeviceIn(labtest::kBdaReceiverCategory, kAtscReceiver, receiver));
+    ASSERT_HRESULT_SUCCEEDED(labtest::bindDeviceIn(lab::kCategoryBdaReceiverComponent, kAtscReceiver, receiver));
     CComPtr<IPin> input;
     input.Attach(labtest::firstPin(receiver, PINDIR_INPUT));
     AM_MEDIA_TYPE antenna = {};
-    antenna.majortype = {0x71985f41, 0x1ca1, 0x11d3, {0x9c, 0xc8, 0x00, 0xc0, 0x4f, 0x79, 0x71, 0xe0}};
+    antenna.majortype = lab::kMediaTypeBdaAntenna;
     EXPECT_EQ(S_FALSE, input->QueryAccept(&antenna));
     CComPtr<IBaseFilter> tuner;
-    ASSERT_HRESULT_SUCCEEDED(labtest::bindDeviceIn(labtest::kBdaTunerCategory, kAtscTuner, tuner));
+    ASSERT_HRESULT_SUCCEEDED(labtest::bindDeviceIn(lab::kCategoryBdaNetworkTuner, kAtscTuner, tuner));
     CComPtr<IPin> tunerInput;
     tunerInput.Attach(labtest::firstPin(tuner, PINDIR_INPUT));
     EXPECT_EQ(S_OK, tunerInput->QueryAccept(&antenna));

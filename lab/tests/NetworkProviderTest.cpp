@@ -46,7 +46,7 @@ const wchar_t kDvbTuner[] = L"Lab DVB-T Tuner";
 CComPtr<IBaseFilter> labTuner(const wchar_t *name)
 {
     CComPtr<IBaseFilter> filter;
-    EXPECT_HRESULT_SUCCEEDED(labtest::bindDeviceIn(labtest::kBdaTunerCategory, name, filter));
+    EXPECT_HRESULT_SUCCEEDED(labtest::bindDeviceIn(lab::kCategoryBdaNetworkTuner, name, filter));
     return filter;
 }
 

@@ -6,11 +6,9 @@
 #include <uuids.h>
 
 #include "LabGraph.h"
+#include "lab/BdaGuids.h"
 
 namespace labtest {
-
-const GUID kBdaTunerCategory = {0x71985f48, 0x1ca1, 0x11d3, {0x9c, 0xc8, 0x00, 0xc0, 0x4f, 0x79, 0x71, 0xe0}};
-const GUID kBdaReceiverCategory = {0xfd0a5af4, 0xb41d, 0x11d2, {0x9c, 0x95, 0x00, 0xc0, 0x4f, 0x79, 0x71, 0xe0}};
 
 HRESULT bindDeviceIn(const GUID &category, const std::wstring &name, CComPtr<IBaseFilter> &filter)
 {
@@ -68,12 +66,12 @@ HRESULT BdaGraph::addDevices(const std::wstring &tunerName, const std::wstring &
 {
     HRESULT hr = graph.CoCreateInstance(CLSID_FilterGraph, nullptr, CLSCTX_INPROC_SERVER);
     if (SUCCEEDED(hr))
-        hr = bindDeviceIn(kBdaTunerCategory, tunerName, tuner);
+        hr = bindDeviceIn(lab::kCategoryBdaNetworkTuner, tunerName, tuner);
     if (SUCCEEDED(hr))
         hr = graph->AddFilter(tuner, tunerName.c_str());
     if (FAILED(hr) || receiverName.empty())
         return hr;
-    hr = bindDeviceIn(kBdaReceiverCategory, receiverName, receiver);
+    hr = bindDeviceIn(lab::kCategoryBdaReceiverComponent, receiverName, receiver);
     if (SUCCEEDED(hr))
         hr = graph->AddFilter(receiver, receiverName.c_str());
     if (FAILED(hr))
