@@ -40,15 +40,6 @@ std::wstring monikerValue(const labtest::MonikerInfo &info, const wchar_t *key)
     return found == info.values.end() ? std::wstring() : found->second;
 }
 
-const labtest::MonikerInfo *findMoniker(const std::vector<labtest::MonikerInfo> &list, const std::wstring &name)
-{
-    for (const labtest::MonikerInfo &info : list) {
-        if (monikerValue(info, L"FriendlyName") == name)
-            return &info;
-    }
-    return nullptr;
-}
-
 long statistic(IBDA_SignalStatistics *statistics, HRESULT (STDMETHODCALLTYPE IBDA_SignalStatistics::*get)(LONG *))
 {
     LONG value = -12345;
@@ -85,22 +76,22 @@ TEST_F(BdaDeviceTest, CardsArePublishedInBothBdaCategories)
     const std::vector<labtest::MonikerInfo> tuners = labtest::listDevices(lab::kCategoryBdaNetworkTuner);
     const std::vector<labtest::MonikerInfo> receivers = labtest::listDevices(lab::kCategoryBdaReceiverComponent);
     for (const wchar_t *name : {kAtscTuner, kDvbTuner, L"Lab DTMB Tuner", L"Lab OpenCable Tuner", kDvbStick}) {
-        const labtest::MonikerInfo *tuner = findMoniker(tuners, name);
+        const labtest::MonikerInfo *tuner = labtest::findDevice(tuners, name);
         ASSERT_TRUE(tuner) << name;
         EXPECT_EQ(L"{6A3C1E52-0F5B-4C0B-9D34-2E7B81F4A6C1}", monikerValue(*tuner, L"CLSID"));
         EXPECT_NE(std::wstring::npos,
                   monikerValue(*tuner, L"DevicePath").find(L"#{71985f48-1ca1-11d3-9cc8-00c04f7971e0}"));
     }
     for (const wchar_t *name : {kAtscReceiver, kDvbReceiver, L"Lab DTMB Receiver", L"Lab OpenCable Receiver"}) {
-        const labtest::MonikerInfo *receiver = findMoniker(receivers, name);
+        const labtest::MonikerInfo *receiver = labtest::findDevice(receivers, name);
         ASSERT_TRUE(receiver) << name;
         EXPECT_EQ(L"{C4D2B7A9-51E3-4F86-A0C7-93D15E2B8F04}", monikerValue(*receiver, L"CLSID"));
     }
     // A card's two filters share its device path up to the interface class.
-    const std::wstring tunerPath = monikerValue(*findMoniker(tuners, kAtscTuner), L"DevicePath");
-    const std::wstring receiverPath = monikerValue(*findMoniker(receivers, kAtscReceiver), L"DevicePath");
+    const std::wstring tunerPath = monikerValue(*labtest::findDevice(tuners, kAtscTuner), L"DevicePath");
+    const std::wstring receiverPath = monikerValue(*labtest::findDevice(receivers, kAtscReceiver), L"DevicePath");
     EXPECT_EQ(tunerPath.substr(0, tunerPath.find(L"#{")), receiverPath.substr(0, receiverPath.find(L"#{")));
-    EXPECT_EQ(nullptr, findMoniker(receivers, kDvbStick));
+    EXPECT_EQ(nullptr, labtest::findDevice(receivers, kDvbStick));
 }
 
 TEST_F(BdaDeviceTest, TunedClearQamChannelStreamsItsPrograms)

@@ -16,8 +16,8 @@
 #include <atlbase.h>
 #include <gtest/gtest.h>
 
-#include "BdaGraph.h"
 #include "BdaTestHelpers.h"
+#include "LabGraph.h"
 #include "LeakCheckedTest.h"
 #include "lab/BdaGuids.h"
 #include "lab/LabControl.h"

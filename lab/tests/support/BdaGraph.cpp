@@ -10,17 +10,6 @@
 
 namespace labtest {
 
-HRESULT bindDeviceIn(const GUID &category, const std::wstring &name, CComPtr<IBaseFilter> &filter)
-{
-    filter.Release();
-    for (const MonikerInfo &device : listDevices(category)) {
-        const auto found = device.values.find(L"FriendlyName");
-        if (found != device.values.end() && found->second == name)
-            return device.moniker->BindToObject(nullptr, nullptr, IID_PPV_ARGS(&filter));
-    }
-    return HRESULT_FROM_WIN32(ERROR_NOT_FOUND);
-}
-
 STDMETHODIMP StreamCollector::BufferCB(double, BYTE *buffer, long length)
 {
     std::lock_guard<std::mutex> guard(m_lock);

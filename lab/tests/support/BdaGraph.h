@@ -20,8 +20,6 @@
 
 namespace labtest {
 
-HRESULT bindDeviceIn(const GUID &category, const std::wstring &name, CComPtr<IBaseFilter> &filter);
-
 // Keeps every byte the sample grabber's buffer callback sees.
 class StreamCollector : public GrabberCallback {
 public:
