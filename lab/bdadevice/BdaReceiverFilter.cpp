@@ -50,30 +50,9 @@ CComPtr<ITunedSignalSource> BdaReceiverFilter::signalSource()
     return source;
 }
 
-HRESULT BdaReceiverFilter::onPause(bool fromStopped)
+std::vector<StreamingPin *> BdaReceiverFilter::streamingPins()
 {
-    if (!fromStopped)
-        m_output.pauseStreaming();
-    device()->record(L"Pause");
-    return S_OK;
-}
-
-HRESULT BdaReceiverFilter::onRun(REFERENCE_TIME)
-{
-    const HRESULT refused = device()->hresult(L"fault.run");
-    if (FAILED(refused)) {
-        device()->record(L"Run failed", refused);
-        return refused;
-    }
-    device()->record(L"Run");
-    m_output.startStreaming();
-    return S_OK;
-}
-
-void BdaReceiverFilter::onStop()
-{
-    m_output.stopStreaming();
-    device()->record(L"Stop");
+    return {&m_output};
 }
 
 } // namespace lab

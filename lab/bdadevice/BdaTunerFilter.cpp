@@ -201,30 +201,9 @@ bool BdaTunerFilter::streams()
     return device()->flag(L"emits-stream");
 }
 
-HRESULT BdaTunerFilter::onPause(bool fromStopped)
+std::vector<StreamingPin *> BdaTunerFilter::streamingPins()
 {
-    if (!fromStopped)
-        m_transport.pauseStreaming();
-    device()->record(L"Pause");
-    return S_OK;
-}
-
-HRESULT BdaTunerFilter::onRun(REFERENCE_TIME)
-{
-    const HRESULT refused = device()->hresult(L"fault.run");
-    if (FAILED(refused)) {
-        device()->record(L"Run failed", refused);
-        return refused;
-    }
-    device()->record(L"Run");
-    m_transport.startStreaming();
-    return S_OK;
-}
-
-void BdaTunerFilter::onStop()
-{
-    m_transport.stopStreaming();
-    device()->record(L"Stop");
+    return {&m_transport};
 }
 
 } // namespace lab

@@ -70,9 +70,7 @@ public:
 protected:
     void *queryExtra(REFIID iid) override;
     HRESULT configure(const std::shared_ptr<DeviceState> &device) override;
-    HRESULT onPause(bool fromStopped) override;
-    HRESULT onRun(REFERENCE_TIME start) override;
-    void onStop() override;
+    std::vector<StreamingPin *> streamingPins() override;
     bool isLiveSource() const override { return true; }
 
     const BdaTuning &statisticsTuning() override { return m_tuning; }
