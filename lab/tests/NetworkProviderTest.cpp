@@ -378,7 +378,7 @@ TEST_F(NetworkProviderTest, AtscSpaceLeadsToItsProviderInAGraph)
     ASSERT_HRESULT_SUCCEEDED(graph->ConnectDirect(pin, input, nullptr));
     CComPtr<IPin> peer;
     ASSERT_HRESULT_SUCCEEDED(pin->ConnectedTo(&peer));
-    EXPECT_TRUE(peer == input);
+    EXPECT_TRUE(peer.p == input.p);
     ASSERT_HRESULT_SUCCEEDED(tuner->put_TuneRequest(labtest::atscRequest(L"ATSC", 9, -1, 9, BDA_MOD_NOT_SET, 1)));
     EXPECT_EQ(std::vector<std::wstring>{tuned(189000, L"8VSB", 6)}, lab::journal(kAtscTuner));
 
