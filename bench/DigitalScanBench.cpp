@@ -3,7 +3,7 @@
 // program) and a DVB-T scan of Germany's channels 8 and 9 (nothing, then UHF 21). The clock
 // is the framework's manual clock with every sleep waited in full, so the sleeps are both
 // real and recorded.
-#include "BenchDevice.h"
+#include "LabDeviceRecord.h"
 
 #include <ClearQAMTuner.h>
 #include <DVBTuner.h>
@@ -30,10 +30,10 @@ void setParameter(const char *key, const ruvo::Value &value)
 
 void measure(const char *what, const wchar_t *tuner, const std::function<void(const ruvo::DiagDevice &)> &scan)
 {
-    ruvo::DiagDevice device;
-    if (!sorvane::bench::BenchDevice::find(
-            KSCATEGORY_BDA_NETWORK_TUNER, tuner,
-            ruvo::DeviceCapability::VideoCapture() | ruvo::DeviceCapability::DigitalTVTuner(), device)) {
+    const ruvo::DiagDevice device = sorvane::test::LabDeviceRecord::find(KSCATEGORY_BDA_NETWORK_TUNER, tuner,
+                                                                         ruvo::DeviceCapability::VideoCapture() |
+                                                                             ruvo::DeviceCapability::DigitalTVTuner());
+    if (device.name().isEmpty()) {
         std::printf("  %-44s the lab tuner \"%ls\" is not registered here\n", what, tuner);
         return;
     }

@@ -15,7 +15,7 @@
 #include <SmartCoInitialize.h>
 #include <kel/Clock.h>
 #include <lab/ScopedLabDevices.h>
-#include <lab/WineSetupApi.h>
+#include <winesupport/WineSetupApi.h>
 
 #include <algorithm>
 #include <cstdio>
@@ -108,7 +108,7 @@ void measure(int count, Packages packages)
 
 int main()
 {
-    lab::fillWineSetupApiGaps(GetModuleHandleW(L"libSorvane.dll"));
+    winesupport::fillWineSetupApiGaps(GetModuleHandleW(L"libSorvane.dll"));
     sorvane::SmartCoInitialize com;
     if (!com.initialize()) {
         std::printf("COM did not start\n");

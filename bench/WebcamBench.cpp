@@ -3,7 +3,7 @@
 // frame costs on the streaming thread (the grabber callback) against its floor, one fresh
 // allocation and one copy of the same bytes kept the same way, with the frames a camera at
 // that rate would drop while the callback runs.
-#include "BenchDevice.h"
+#include "LabDeviceRecord.h"
 
 #include <ModuleRegistration.h>
 #include <SampleGrabberCallback.h>
@@ -189,10 +189,10 @@ int main(int argc, char **argv)
     }
     if (FAILED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED)))
         return 1;
-    ruvo::DiagDevice device;
-    if (!sorvane::bench::BenchDevice::find(CLSID_VideoInputDeviceCategory, kCamera,
-                                           ruvo::DeviceCapability::VideoCapture() | ruvo::DeviceCapability::Webcam(),
-                                           device)) {
+    ruvo::DiagDevice device =
+        sorvane::test::LabDeviceRecord::find(CLSID_VideoInputDeviceCategory, kCamera,
+                                             ruvo::DeviceCapability::VideoCapture() | ruvo::DeviceCapability::Webcam());
+    if (device.name().isEmpty()) {
         std::printf("the lab camera \"%ls\" is not registered in this prefix\n", kCamera);
         CoUninitialize();
         return 1;

@@ -176,9 +176,10 @@ TEST_F(AnalogTunerTest, CrossbarRoutesTheFirstTunerInputToTheFirstOutputThatTake
 TEST_F(AnalogTunerTest, HardwareWithoutAnalogTVIsNotSupported)
 {
     setTVRange(2, 2);
-    AnalogTuner withoutCapability(sorvane::test::labDevice(kLabTVCard, DeviceCapability::VideoCapture()),
+    AnalogTuner withoutCapability(sorvane::test::LabDeviceRecord::analog(kLabTVCard, DeviceCapability::VideoCapture()),
                                   kel::String(L"No TV"));
-    AnalogTuner withoutTuner(sorvane::test::labDevice(kLabCaptureCard, kAnalogTV), kel::String(L"No tuner"));
+    AnalogTuner withoutTuner(sorvane::test::LabDeviceRecord::analog(kLabCaptureCard, kAnalogTV),
+                             kel::String(L"No tuner"));
 
     for (AnalogTuner *candidate : {&withoutCapability, &withoutTuner}) {
         const CaptureException e = outcomeOf([candidate] { candidate->checkTVSignal(); });

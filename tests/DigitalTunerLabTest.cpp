@@ -3,7 +3,7 @@
 // the transport stream, and the failures of the DVB-T set-up through lab faults.
 #include "CountryDialogDriver.h"
 #include "LabTest.h"
-#include "LabLocator.h"
+#include "LabDeviceRecord.h"
 #include "ManualClock.h"
 #include "Outcome.h"
 #include "TunerLab.h"
@@ -39,32 +39,8 @@ const wchar_t kDemux[] = L"MPEG-2 Demultiplexer";
 // The framework's record of a lab BDA tuner, as the host's digital catalogue builds it.
 ruvo::DiagDevice bdaDevice(const wchar_t *friendlyName)
 {
-    const HRESULT init = CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
-    ruvo::DiagDevice found;
-    {
-        CComPtr<ICreateDevEnum> devices;
-        CComPtr<IEnumMoniker> monikers;
-        if (SUCCEEDED(devices.CoCreateInstance(CLSID_SystemDeviceEnum, nullptr, CLSCTX_INPROC_SERVER)) &&
-            devices->CreateClassEnumerator(KSCATEGORY_BDA_NETWORK_TUNER, &monikers, 0) == S_OK) {
-            CComPtr<IMoniker> moniker;
-            while (monikers->Next(1, &moniker, nullptr) == S_OK) {
-                CComPtr<IPropertyBag> bag;
-                moniker->BindToStorage(nullptr, nullptr, IID_PPV_ARGS(&bag));
-                moniker.Release();
-                if (!bag || sorvane::test::monikerText(bag, L"FriendlyName") != kel::String(friendlyName))
-                    continue;
-                const kel::String locator = sorvane::test::locatorOf(sorvane::test::monikerText(bag, L"DevicePath"));
-                found = ruvo::DiagDevice(
-                    kel::String(friendlyName), sorvane::test::monikerText(bag, L"Description"), locator,
-                    ruvo::DeviceCapability::VideoCapture() | ruvo::DeviceCapability::DigitalTVTuner());
-                found.setProperty("DigitalFriendlyName", ruvo::Value(kel::String(friendlyName)));
-                break;
-            }
-        }
-    }
-    if (SUCCEEDED(init))
-        CoUninitialize();
-    return found;
+    return sorvane::test::LabDeviceRecord::digital(friendlyName, ruvo::DeviceCapability::VideoCapture() |
+                                                                     ruvo::DeviceCapability::DigitalTVTuner());
 }
 
 bool contains(const std::vector<std::wstring> &entries, const std::wstring &text)

@@ -1,14 +1,13 @@
-// The lab's analog TV cards as the tuner tests use them: framework device records found
-// among the video input monikers, and the journal of what was done to a card.
+// The lab's analog TV cards as the tuner tests use them: framework device records
+// (LabDeviceRecord), and the journal of what was done to a card.
 #pragma once
 
 #include "LabTest.h"
-#include "LabLocator.h"
+#include "LabDeviceRecord.h"
 #include "Outcome.h"
 #include "WindowWatcher.h"
 
 #include <CaptureException.h>
-#include <ScopedVariant.h>
 #include <lab/LabControl.h>
 
 #include <atlbase.h>
@@ -26,49 +25,11 @@ const wchar_t *const kLabTVCard = L"Lab Analog TV Tuner";
 // A capture card with a crossbar but no tuner.
 const wchar_t *const kLabCaptureCard = L"Lab Analog Capture Card";
 
-inline kel::String monikerText(IPropertyBag *bag, const wchar_t *name)
-{
-    sorvane::ScopedVariant value;
-    if (FAILED(bag->Read(name, value.get(), nullptr)))
-        return kel::String();
-    return value.text();
-}
-
-// The framework's record of the lab device with this friendly name, with these capabilities;
-// an empty record when the lab does not have it.
-inline ruvo::DiagDevice labDevice(const std::wstring &friendlyName, const ruvo::DeviceCapability &capabilities)
-{
-    const HRESULT init = CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
-    ruvo::DiagDevice found;
-    {
-        CComPtr<ICreateDevEnum> devices;
-        CComPtr<IEnumMoniker> monikers;
-        if (SUCCEEDED(devices.CoCreateInstance(CLSID_SystemDeviceEnum, nullptr, CLSCTX_INPROC_SERVER)) &&
-            devices->CreateClassEnumerator(CLSID_VideoInputDeviceCategory, &monikers, 0) == S_OK) {
-            CComPtr<IMoniker> moniker;
-            while (monikers->Next(1, &moniker, nullptr) == S_OK) {
-                CComPtr<IPropertyBag> bag;
-                moniker->BindToStorage(nullptr, nullptr, IID_IPropertyBag, reinterpret_cast<void **>(&bag));
-                moniker.Release();
-                if (!bag || monikerText(bag, L"FriendlyName") != kel::String(friendlyName.c_str()))
-                    continue;
-                const kel::String name(friendlyName.c_str());
-                found = ruvo::DiagDevice(name, monikerText(bag, L"Description"),
-                                         locatorOf(monikerText(bag, L"DevicePath")), capabilities);
-                found.setProperty("AnalogFriendlyName", ruvo::Value(name));
-                break;
-            }
-        }
-    }
-    if (SUCCEEDED(init))
-        CoUninitialize();
-    return found;
-}
-
 inline ruvo::DiagDevice labTVCard()
 {
-    return labDevice(kLabTVCard, ruvo::DeviceCapability::VideoCapture() | ruvo::DeviceCapability::AnalogTVTuner() |
-                                     ruvo::DeviceCapability::FMRadioTuner());
+    return LabDeviceRecord::analog(kLabTVCard, ruvo::DeviceCapability::VideoCapture() |
+                                                   ruvo::DeviceCapability::AnalogTVTuner() |
+                                                   ruvo::DeviceCapability::FMRadioTuner());
 }
 
 // The card's journal entries that begin with `prefix`, in order.

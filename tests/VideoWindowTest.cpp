@@ -40,14 +40,7 @@ protected:
     }
 
     size_t logCount(const wchar_t *text) { return log().find(kel::String(text)).size(); }
-    bool journalHas(const std::wstring &entry) const
-    {
-        for (const std::wstring &line : lab::journal(kCamera)) {
-            if (line == entry)
-                return true;
-        }
-        return false;
-    }
+    bool journalHas(const std::wstring &entry) const { return lab::journalHas(kCamera, entry); }
     // A graph with the camera rendered to the default video renderer, as a preview has it.
     void buildPreview()
     {

@@ -2,7 +2,7 @@
 // frames and their description, the settling delay, time-outs and rebuilds, the graph wiring,
 // the privacy shutter, and everything released afterwards.
 #include "LabTest.h"
-#include "LabLocator.h"
+#include "LabDeviceRecord.h"
 #include "Outcome.h"
 #include "ManualClock.h"
 #include "ProgramCopies.h"
@@ -12,7 +12,6 @@
 #include "SideThread.h"
 
 #include <ModuleRegistration.h>
-#include <ScopedVariant.h>
 #include <SdkGuids.h>
 #include <Webcam.h>
 #include <lab/FrameMark.h>
@@ -43,36 +42,11 @@ kel::String text(const wchar_t *value)
     return kel::String(value);
 }
 
-kel::String bagText(IPropertyBag *bag, const wchar_t *name)
-{
-    sorvane::ScopedVariant value;
-    if (FAILED(bag->Read(name, value.get(), nullptr)))
-        return kel::String();
-    return value.text();
-}
-
 // The framework's record of the lab camera with this friendly name, as an enumerator makes it.
 ruvo::DiagDevice labWebcam(const wchar_t *friendlyName)
 {
-    CComPtr<ICreateDevEnum> devices;
-    CComPtr<IEnumMoniker> monikers;
-    if (FAILED(devices.CoCreateInstance(CLSID_SystemDeviceEnum, nullptr, CLSCTX_INPROC_SERVER)) ||
-        devices->CreateClassEnumerator(CLSID_VideoInputDeviceCategory, &monikers, 0) != S_OK)
-        return ruvo::DiagDevice();
-    CComPtr<IMoniker> moniker;
-    while (monikers->Next(1, &moniker, nullptr) == S_OK) {
-        CComPtr<IPropertyBag> bag;
-        moniker->BindToStorage(nullptr, nullptr, IID_PPV_ARGS(&bag));
-        moniker.Release();
-        if (!bag || bagText(bag, L"FriendlyName") != text(friendlyName))
-            continue;
-        ruvo::DiagDevice device(text(friendlyName), bagText(bag, L"Description"),
-                                sorvane::test::locatorOf(bagText(bag, L"DevicePath")),
-                                ruvo::DeviceCapability::VideoCapture() | ruvo::DeviceCapability::Webcam());
-        device.setProperty("AnalogFriendlyName", ruvo::Value(text(friendlyName)));
-        return device;
-    }
-    return ruvo::DiagDevice();
+    return sorvane::test::LabDeviceRecord::analog(friendlyName, ruvo::DeviceCapability::VideoCapture() |
+                                                                    ruvo::DeviceCapability::Webcam());
 }
 
 // The camera's journal entries that begin with `prefix`, in order.
@@ -204,11 +178,6 @@ bool contains(const std::vector<CLSID> &classes, const CLSID &wanted)
 }
 
 using sorvane::test::SideThread;
-
-bool journalHas(const std::wstring &camera, const std::wstring &entry)
-{
-    return !journalOf(camera, entry).empty();
-}
 
 class WebcamTest : public sorvane::test::ComLabTest {
 protected:
@@ -342,10 +311,10 @@ TEST_F(WebcamTest, TimedOutCapabilityIsFollowedByARebuiltGraphAndTheNextCapabili
         // Once the camera runs, the clock moves past the 60 + 3 x 5 seconds three frames may
         // take; once that run has stopped, the camera delivers again.
         SideThread timeOut([](SideThread &side) {
-            if (!side.waitUntil([] { return journalHas(kYuy2Camera, L"Run"); }))
+            if (!side.waitUntil([] { return lab::journalHas(kYuy2Camera, L"Run"); }))
                 return;
             kel::Clock::advanceMilliseconds(76000);
-            if (!side.waitUntil([] { return journalHas(kYuy2Camera, L"Stop"); }))
+            if (!side.waitUntil([] { return lab::journalHas(kYuy2Camera, L"Stop"); }))
                 return;
             LabSetOverride(kYuy2Camera, L"fault.nosamples", nullptr);
         });

@@ -10,7 +10,7 @@
 
 #include <atlbase.h>
 
-#include "bdadevice/SignalStatisticsPart.h"
+#include "bdadevice/TunedSignalStatistics.h"
 #include "common/LabModule.h"
 
 namespace lab {
@@ -19,7 +19,7 @@ class DeviceState;
 
 class BdaControlNode : public IBDA_FrequencyFilter,
                        public IBDA_DigitalDemodulator,
-                       public SignalStatisticsPart,
+                       public TunedSignalStatistics,
                        private LiveObject {
 public:
     static const ULONG kTunerNode = 0;

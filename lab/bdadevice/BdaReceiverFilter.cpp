@@ -2,8 +2,9 @@
 
 #include <uuids.h>
 
-#include "bdadevice/BdaGuids.h"
+#include "bdadevice/TransportStreamType.h"
 #include "common/ClassRegistry.h"
+#include "lab/BdaGuids.h"
 #include "lab/LabClassIds.h"
 
 namespace lab {
@@ -12,13 +13,13 @@ namespace {
 
 const ClassRegistration registration(ClassInfo::device(CLSID_LabBdaReceiver, L"Sorvane Lab BDA Receiver",
                                                        &createObject<BdaReceiverFilter, IBaseFilter>, L"bda-receiver",
-                                                       bda::kCategoryReceiverComponent));
+                                                       kCategoryBdaReceiverComponent));
 
 } // namespace
 
 BdaReceiverFilter::BdaReceiverFilter()
     : DeviceFilter(CLSID_LabBdaReceiver),
-      m_input(*this, L"Input0", MEDIATYPE_Stream, {bda::kSubtypeBdaTransport, MEDIASUBTYPE_MPEG2_TRANSPORT}),
+      m_input(*this, L"Input0", MEDIATYPE_Stream, {kSubtypeBdaTransport, MEDIASUBTYPE_MPEG2_TRANSPORT}),
       m_output(*this, L"MPEG2 Transport", *this, false)
 {
 }
@@ -49,30 +50,9 @@ CComPtr<ITunedSignalSource> BdaReceiverFilter::signalSource()
     return source;
 }
 
-HRESULT BdaReceiverFilter::onPause(bool fromStopped)
+std::vector<StreamingPin *> BdaReceiverFilter::streamingPins()
 {
-    if (!fromStopped)
-        m_output.pauseStreaming();
-    device()->record(L"Pause");
-    return S_OK;
-}
-
-HRESULT BdaReceiverFilter::onRun(REFERENCE_TIME)
-{
-    const HRESULT refused = device()->hresult(L"fault.run");
-    if (FAILED(refused)) {
-        device()->record(L"Run failed", refused);
-        return refused;
-    }
-    device()->record(L"Run");
-    m_output.startStreaming();
-    return S_OK;
-}
-
-void BdaReceiverFilter::onStop()
-{
-    m_output.stopStreaming();
-    device()->record(L"Stop");
+    return {&m_output};
 }
 
 } // namespace lab

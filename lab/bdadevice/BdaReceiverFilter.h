@@ -25,9 +25,7 @@ public:
 
 protected:
     HRESULT configure(const std::shared_ptr<DeviceState> &device) override;
-    HRESULT onPause(bool fromStopped) override;
-    HRESULT onRun(REFERENCE_TIME start) override;
-    void onStop() override;
+    std::vector<StreamingPin *> streamingPins() override;
     bool isLiveSource() const override { return true; }
 
 private:

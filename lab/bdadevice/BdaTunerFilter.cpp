@@ -3,7 +3,6 @@
 #include <uuids.h>
 
 #include "bdadevice/BdaControlNode.h"
-#include "bdadevice/BdaGuids.h"
 #include "bdadevice/StreamFaultKeys.h"
 #include "common/ClassRegistry.h"
 #include "lab/BdaGuids.h"
@@ -15,7 +14,7 @@ namespace {
 
 const ClassRegistration registration(ClassInfo::device(CLSID_LabBdaTuner, L"Sorvane Lab BDA Tuner",
                                                        &createObject<BdaTunerFilter, IBaseFilter>, L"bda-tuner",
-                                                       bda::kCategoryNetworkTuner));
+                                                       kCategoryBdaNetworkTuner));
 
 const ULONG kNodeTypes[] = {BdaControlNode::kTunerNode, BdaControlNode::kDemodulatorNode};
 const ULONG kAntennaPinType = 0;
@@ -202,30 +201,9 @@ bool BdaTunerFilter::streams()
     return device()->flag(L"emits-stream");
 }
 
-HRESULT BdaTunerFilter::onPause(bool fromStopped)
+std::vector<StreamingPin *> BdaTunerFilter::streamingPins()
 {
-    if (!fromStopped)
-        m_transport.pauseStreaming();
-    device()->record(L"Pause");
-    return S_OK;
-}
-
-HRESULT BdaTunerFilter::onRun(REFERENCE_TIME)
-{
-    const HRESULT refused = device()->hresult(L"fault.run");
-    if (FAILED(refused)) {
-        device()->record(L"Run failed", refused);
-        return refused;
-    }
-    device()->record(L"Run");
-    m_transport.startStreaming();
-    return S_OK;
-}
-
-void BdaTunerFilter::onStop()
-{
-    m_transport.stopStreaming();
-    device()->record(L"Stop");
+    return {&m_transport};
 }
 
 } // namespace lab

@@ -20,7 +20,7 @@
 
 #include "bdadevice/BdaTuning.h"
 #include "bdadevice/LinkInputPin.h"
-#include "bdadevice/SignalStatisticsPart.h"
+#include "bdadevice/TunedSignalStatistics.h"
 #include "bdadevice/TransportFeed.h"
 #include "bdadevice/TransportStreamPin.h"
 #include "common/DeviceFilter.h"
@@ -30,7 +30,7 @@ namespace lab {
 class BdaTunerFilter : public DeviceFilter,
                        public IBDA_DeviceControl,
                        public IBDA_Topology,
-                       public SignalStatisticsPart,
+                       public TunedSignalStatistics,
                        public ITunedSignalSource,
                        private TransportFeed {
 public:
@@ -70,9 +70,7 @@ public:
 protected:
     void *queryExtra(REFIID iid) override;
     HRESULT configure(const std::shared_ptr<DeviceState> &device) override;
-    HRESULT onPause(bool fromStopped) override;
-    HRESULT onRun(REFERENCE_TIME start) override;
-    void onStop() override;
+    std::vector<StreamingPin *> streamingPins() override;
     bool isLiveSource() const override { return true; }
 
     const BdaTuning &statisticsTuning() override { return m_tuning; }

@@ -3,7 +3,7 @@
 #include <cstring>
 #include <uuids.h>
 
-#include "bdadevice/BdaGuids.h"
+#include "bdadevice/TransportStreamType.h"
 #include "bdadevice/StreamFaultKeys.h"
 #include "broadcast/TransportStreamGenerator.h"
 #include "common/DeviceState.h"
@@ -42,7 +42,7 @@ TransportStreamPin::~TransportStreamPin()
 
 std::vector<MediaType> TransportStreamPin::mediaTypes()
 {
-    const MediaType bda = transportType(bda::kSubtypeBdaTransport);
+    const MediaType bda = transportType(kSubtypeBdaTransport);
     const MediaType plain = transportType(MEDIASUBTYPE_MPEG2_TRANSPORT);
     if (m_bdaSubtypeFirst)
         return {bda, plain};

@@ -1,6 +1,7 @@
 #include "common/DeviceFilter.h"
 
 #include "common/DeviceRegistry.h"
+#include "common/StreamingPin.h"
 
 namespace lab {
 
@@ -38,6 +39,42 @@ STDMETHODIMP DeviceFilter::Load(IPropertyBag *bag, IErrorLog *)
 STDMETHODIMP DeviceFilter::Save(IPropertyBag *, BOOL, BOOL)
 {
     return E_NOTIMPL;
+}
+
+// Running to Paused only stops the deliveries: the graph pauses the renderers first, and a
+// paused renderer holds the sample it was given until it runs or stops, so joining a streaming
+// thread here could wait for ever. The threads end in onStop, after the renderers let go.
+HRESULT DeviceFilter::onPause(bool fromStopped)
+{
+    if (!fromStopped) {
+        for (StreamingPin *pin : streamingPins())
+            pin->pauseStreaming();
+    }
+    m_device->record(L"Pause");
+    return S_OK;
+}
+
+// A device held elsewhere refuses to run. The refusal comes from Run, not Pause: the graph
+// reports a source's Run failure to IMediaControl::Run, while a Pause failure of the source can
+// hide behind a renderer still completing its own pause.
+HRESULT DeviceFilter::onRun(REFERENCE_TIME)
+{
+    const HRESULT refused = m_device->hresult(L"fault.run");
+    if (FAILED(refused)) {
+        m_device->record(L"Run failed", refused);
+        return refused;
+    }
+    m_device->record(L"Run");
+    for (StreamingPin *pin : streamingPins())
+        pin->startStreaming();
+    return S_OK;
+}
+
+void DeviceFilter::onStop()
+{
+    for (StreamingPin *pin : streamingPins())
+        pin->stopStreaming();
+    m_device->record(L"Stop");
 }
 
 HRESULT DeviceFilter::useDevice(const std::shared_ptr<DeviceState> &device)

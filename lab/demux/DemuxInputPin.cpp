@@ -2,7 +2,7 @@
 
 #include <uuids.h>
 
-#include "bdadevice/BdaGuids.h"
+#include "bdadevice/TransportStreamType.h"
 #include "demux/Mpeg2Demultiplexer.h"
 
 namespace lab {

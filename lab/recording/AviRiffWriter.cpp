@@ -99,11 +99,6 @@ int AviRiffWriter::addStream(Stream stream, const char *suffix)
     return number;
 }
 
-ULONG AviRiffWriter::chunkCount(int stream) const
-{
-    return stream >= 0 && stream < streamCount() ? m_streams[stream].chunks : 0;
-}
-
 DWORD AviRiffWriter::chunkId(int stream) const
 {
     return stream >= 0 && stream < streamCount() ? m_streams[stream].chunkId : 0;

@@ -32,7 +32,6 @@ public:
 
     bool isOpen() const { return m_open; }
     int streamCount() const { return static_cast<int>(m_streams.size()); }
-    ULONG chunkCount(int stream) const;
     // The chunk identifier of a stream: "00db" uncompressed video, "00dc" compressed, "01wb" audio.
     DWORD chunkId(int stream) const;
 

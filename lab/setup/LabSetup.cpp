@@ -35,7 +35,7 @@ HRESULT bindByName(ICreateDevEnum *enumerator, const GUID &category, const std::
         return HRESULT_FROM_WIN32(ERROR_NOT_FOUND);
     for (CComPtr<IMoniker> moniker; monikers->Next(1, &moniker, nullptr) == S_OK; moniker.Release()) {
         CComPtr<IPropertyBag> bag;
-        if (FAILED(moniker->BindToStorage(nullptr, nullptr, IID_IPropertyBag, reinterpret_cast<void **>(&bag))))
+        if (FAILED(moniker->BindToStorage(nullptr, nullptr, IID_PPV_ARGS(&bag))))
             continue;
         VARIANT friendlyName;
         VariantInit(&friendlyName);
@@ -45,7 +45,7 @@ HRESULT bindByName(ICreateDevEnum *enumerator, const GUID &category, const std::
         if (!match)
             continue;
         CComPtr<IBaseFilter> filter;
-        return moniker->BindToObject(nullptr, nullptr, IID_IBaseFilter, reinterpret_cast<void **>(&filter));
+        return moniker->BindToObject(nullptr, nullptr, IID_PPV_ARGS(&filter));
     }
     return HRESULT_FROM_WIN32(ERROR_NOT_FOUND);
 }

@@ -17,6 +17,7 @@
 #include "LabGraph.h"
 #include "LeakCheckedTest.h"
 #include "TransportStreamCheck.h"
+#include "lab/BdaGuids.h"
 #include "lab/LabClassIds.h"
 #include "lab/LabControl.h"
 
@@ -33,25 +34,10 @@ const size_t kStreamBytes = 400 * 188 * 4;
 // How long "nothing comes" is watched.
 const DWORD kSilenceMs = 400;
 
-bool journalHas(const wchar_t *device, const std::wstring &entry)
-{
-    const std::vector<std::wstring> entries = lab::journal(device);
-    return std::find(entries.begin(), entries.end(), entry) != entries.end();
-}
-
 std::wstring monikerValue(const labtest::MonikerInfo &info, const wchar_t *key)
 {
     const auto found = info.values.find(key);
     return found == info.values.end() ? std::wstring() : found->second;
-}
-
-const labtest::MonikerInfo *findMoniker(const std::vector<labtest::MonikerInfo> &list, const std::wstring &name)
-{
-    for (const labtest::MonikerInfo &info : list) {
-        if (monikerValue(info, L"FriendlyName") == name)
-            return &info;
-    }
-    return nullptr;
 }
 
 long statistic(IBDA_SignalStatistics *statistics, HRESULT (STDMETHODCALLTYPE IBDA_SignalStatistics::*get)(LONG *))
@@ -87,32 +73,32 @@ protected:
 
 TEST_F(BdaDeviceTest, CardsArePublishedInBothBdaCategories)
 {
-    const std::vector<labtest::MonikerInfo> tuners = labtest::listDevices(labtest::kBdaTunerCategory);
-    const std::vector<labtest::MonikerInfo> receivers = labtest::listDevices(labtest::kBdaReceiverCategory);
+    const std::vector<labtest::MonikerInfo> tuners = labtest::listDevices(lab::kCategoryBdaNetworkTuner);
+    const std::vector<labtest::MonikerInfo> receivers = labtest::listDevices(lab::kCategoryBdaReceiverComponent);
     for (const wchar_t *name : {kAtscTuner, kDvbTuner, L"Lab DTMB Tuner", L"Lab OpenCable Tuner", kDvbStick}) {
-        const labtest::MonikerInfo *tuner = findMoniker(tuners, name);
+        const labtest::MonikerInfo *tuner = labtest::findDevice(tuners, name);
         ASSERT_TRUE(tuner) << name;
         EXPECT_EQ(L"{6A3C1E52-0F5B-4C0B-9D34-2E7B81F4A6C1}", monikerValue(*tuner, L"CLSID"));
         EXPECT_NE(std::wstring::npos,
                   monikerValue(*tuner, L"DevicePath").find(L"#{71985f48-1ca1-11d3-9cc8-00c04f7971e0}"));
     }
     for (const wchar_t *name : {kAtscReceiver, kDvbReceiver, L"Lab DTMB Receiver", L"Lab OpenCable Receiver"}) {
-        const labtest::MonikerInfo *receiver = findMoniker(receivers, name);
+        const labtest::MonikerInfo *receiver = labtest::findDevice(receivers, name);
         ASSERT_TRUE(receiver) << name;
         EXPECT_EQ(L"{C4D2B7A9-51E3-4F86-A0C7-93D15E2B8F04}", monikerValue(*receiver, L"CLSID"));
     }
     // A card's two filters share its device path up to the interface class.
-    const std::wstring tunerPath = monikerValue(*findMoniker(tuners, kAtscTuner), L"DevicePath");
-    const std::wstring receiverPath = monikerValue(*findMoniker(receivers, kAtscReceiver), L"DevicePath");
+    const std::wstring tunerPath = monikerValue(*labtest::findDevice(tuners, kAtscTuner), L"DevicePath");
+    const std::wstring receiverPath = monikerValue(*labtest::findDevice(receivers, kAtscReceiver), L"DevicePath");
     EXPECT_EQ(tunerPath.substr(0, tunerPath.find(L"#{")), receiverPath.substr(0, receiverPath.find(L"#{")));
-    EXPECT_EQ(nullptr, findMoniker(receivers, kDvbStick));
+    EXPECT_EQ(nullptr, labtest::findDevice(receivers, kDvbStick));
 }
 
 TEST_F(BdaDeviceTest, TunedClearQamChannelStreamsItsPrograms)
 {
     ASSERT_HRESULT_SUCCEEDED(m_graph.build(kAtscTuner, kAtscReceiver));
     ASSERT_HRESULT_SUCCEEDED(m_graph.tune(55250, BDA_MOD_256QAM));
-    EXPECT_TRUE(journalHas(kAtscTuner, L"Tune 55250 kHz 256QAM"));
+    EXPECT_TRUE(lab::journalHas(kAtscTuner, L"Tune 55250 kHz 256QAM"));
 
     const labtest::TransportStreamCheck stream(m_graph.receive(kStreamBytes));
     ASSERT_GE(stream.packets(), 400u);
@@ -140,8 +126,8 @@ TEST_F(BdaDeviceTest, TunedClearQamChannelStreamsItsPrograms)
             EXPECT_EQ(stream.pictures()[i - 1].frame + 1, stream.pictures()[i].frame);
         }
     }
-    EXPECT_TRUE(journalHas(kAtscReceiver, L"Run"));
-    EXPECT_TRUE(journalHas(kAtscReceiver, L"Stop"));
+    EXPECT_TRUE(lab::journalHas(kAtscReceiver, L"Run"));
+    EXPECT_TRUE(lab::journalHas(kAtscReceiver, L"Stop"));
     EXPECT_GT(lab::samplesDelivered(kAtscReceiver), 0);
 }
 
@@ -156,8 +142,8 @@ TEST_F(BdaDeviceTest, NothingOnTheFrequencyMeansNoPacketsAndNoSignal)
     EXPECT_EQ(0, flag(statistics, &IBDA_SignalStatistics::get_SignalPresent));
     EXPECT_EQ(0, flag(statistics, &IBDA_SignalStatistics::get_SignalLocked));
     EXPECT_EQ(0, statistic(statistics, &IBDA_SignalStatistics::get_SignalQuality));
-    EXPECT_TRUE(journalHas(kAtscTuner, L"SignalPresent 0"));
-    EXPECT_TRUE(journalHas(kAtscReceiver, L"Delivered 0"));
+    EXPECT_TRUE(lab::journalHas(kAtscTuner, L"SignalPresent 0"));
+    EXPECT_TRUE(lab::journalHas(kAtscReceiver, L"Delivered 0"));
 }
 
 TEST_F(BdaDeviceTest, AtscChannelIsFoundAnywhereInItsBandAndOnlyWith8Vsb)
@@ -243,12 +229,12 @@ TEST_F(BdaDeviceTest, RefusedTuneKeepsTheTuneBefore)
     ASSERT_HRESULT_SUCCEEDED(m_graph.tune(55250, BDA_MOD_256QAM));
     // Channel 7 refuses the tune as its description says.
     EXPECT_EQ(static_cast<HRESULT>(0x8007001F), m_graph.tune(175250, BDA_MOD_256QAM));
-    EXPECT_TRUE(journalHas(kAtscTuner, L"Tune 175250 kHz 256QAM failed 0x8007001F"));
+    EXPECT_TRUE(lab::journalHas(kAtscTuner, L"Tune 175250 kHz 256QAM failed 0x8007001F"));
     {
         lab::DeviceOverride refuse(kAtscTuner, L"fault.tune", L"0x80004005");
         EXPECT_EQ(E_FAIL, m_graph.tune(769250, BDA_MOD_256QAM));
     }
-    EXPECT_TRUE(journalHas(kAtscTuner, L"Tune 769250 kHz 256QAM failed 0x80004005"));
+    EXPECT_TRUE(lab::journalHas(kAtscTuner, L"Tune 769250 kHz 256QAM failed 0x80004005"));
     const labtest::TransportStreamCheck stream(m_graph.receive(kStreamBytes));
     ASSERT_FALSE(stream.pictures().empty());
     EXPECT_EQ(2, stream.pictures().front().channel);
@@ -304,8 +290,8 @@ TEST_F(BdaDeviceTest, StatisticsOnTheFilterWithOverridesAndFailures)
         BOOLEAN locked = 0;
         EXPECT_EQ(static_cast<HRESULT>(0x80070015), statistics->get_SignalLocked(&locked));
     }
-    EXPECT_TRUE(journalHas(kAtscTuner, L"SignalQuality 50"));
-    EXPECT_TRUE(journalHas(kAtscTuner, L"SignalLocked failed 0x80070015"));
+    EXPECT_TRUE(lab::journalHas(kAtscTuner, L"SignalQuality 50"));
+    EXPECT_TRUE(lab::journalHas(kAtscTuner, L"SignalLocked failed 0x80070015"));
 
     // Statistics on the filter: the topology's nodes do not list them.
     CComQIPtr<IBDA_Topology> topology(m_graph.tuner.p);
@@ -323,7 +309,7 @@ TEST_F(BdaDeviceTest, StatisticsOnTheTopologyNodes)
     CComQIPtr<IBDA_SignalStatistics> onFilter(m_graph.tuner.p);
     EXPECT_FALSE(onFilter);
     ASSERT_HRESULT_SUCCEEDED(m_graph.tune(482000, BDA_MOD_NOT_SET, 8));
-    EXPECT_TRUE(journalHas(kDvbTuner, L"Tune 482000 kHz NOT_SET 8 MHz"));
+    EXPECT_TRUE(lab::journalHas(kDvbTuner, L"Tune 482000 kHz NOT_SET 8 MHz"));
 
     CComQIPtr<IBDA_Topology> topology(m_graph.tuner.p);
     ASSERT_TRUE(topology);
@@ -363,7 +349,7 @@ TEST_F(BdaDeviceTest, TunerWithoutReceiverStreamsItself)
     ASSERT_EQ(2u, stream.programs().size());
     EXPECT_EQ(0x200, stream.programs().at(0x1002).pmtPid);
     EXPECT_FALSE(stream.pictures().empty());
-    EXPECT_TRUE(journalHas(kDvbStick, L"Tune 474000 kHz NOT_SET 8 MHz"));
+    EXPECT_TRUE(lab::journalHas(kDvbStick, L"Tune 474000 kHz NOT_SET 8 MHz"));
     EXPECT_GT(lab::samplesDelivered(kDvbStick), 0);
 }
 
@@ -422,7 +408,7 @@ TEST_F(BdaDeviceTest, TestDescribesItsOwnBroadcast)
     {
         lab::DeviceOverride missing(kAtscTuner, L"broadcast", path);
         ASSERT_HRESULT_SUCCEEDED(m_graph.tune(99000, BDA_MOD_256QAM));
-        EXPECT_TRUE(journalHas(kAtscTuner, L"Broadcast unreadable: no broadcast description at " + path));
+        EXPECT_TRUE(lab::journalHas(kAtscTuner, L"Broadcast unreadable: no broadcast description at " + path));
         EXPECT_TRUE(m_graph.receive(0, kSilenceMs).empty());
     }
 }
@@ -430,14 +416,14 @@ TEST_F(BdaDeviceTest, TestDescribesItsOwnBroadcast)
 TEST_F(BdaDeviceTest, InputPinsAcceptTheirLinksOnly)
 {
     CComPtr<IBaseFilter> receiver;
-    ASSERT_HRESULT_SUCCEEDED(labtest::bindDeviceIn(labtest::kBdaReceiverCategory, kAtscReceiver, receiver));
+    ASSERT_HRESULT_SUCCEEDED(labtest::bindDeviceIn(lab::kCategoryBdaReceiverComponent, kAtscReceiver, receiver));
     CComPtr<IPin> input;
     input.Attach(labtest::firstPin(receiver, PINDIR_INPUT));
     AM_MEDIA_TYPE antenna = {};
-    antenna.majortype = {0x71985f41, 0x1ca1, 0x11d3, {0x9c, 0xc8, 0x00, 0xc0, 0x4f, 0x79, 0x71, 0xe0}};
+    antenna.majortype = lab::kMediaTypeBdaAntenna;
     EXPECT_EQ(S_FALSE, input->QueryAccept(&antenna));
     CComPtr<IBaseFilter> tuner;
-    ASSERT_HRESULT_SUCCEEDED(labtest::bindDeviceIn(labtest::kBdaTunerCategory, kAtscTuner, tuner));
+    ASSERT_HRESULT_SUCCEEDED(labtest::bindDeviceIn(lab::kCategoryBdaNetworkTuner, kAtscTuner, tuner));
     CComPtr<IPin> tunerInput;
     tunerInput.Attach(labtest::firstPin(tuner, PINDIR_INPUT));
     EXPECT_EQ(S_OK, tunerInput->QueryAccept(&antenna));

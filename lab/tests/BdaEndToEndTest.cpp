@@ -35,12 +35,6 @@ const size_t kStreamBytes = 400 * 188 * 4;
 // How long "nothing comes" is watched.
 const DWORD kSilenceMs = 400;
 
-bool journalHas(const wchar_t *device, const std::wstring &entry)
-{
-    const std::vector<std::wstring> entries = lab::journal(device);
-    return std::find(entries.begin(), entries.end(), entry) != entries.end();
-}
-
 // Every packet in sync, and the pictures name the channel tuned.
 void expectChannel(const std::vector<std::uint8_t> &bytes, int channel)
 {
@@ -107,12 +101,12 @@ TEST_F(BdaEndToEndTest, ClearQamChannelArrivesAndAnEmptyOneStaysSilent)
     ASSERT_HRESULT_SUCCEEDED(build(kAtscTuner, kAtscReceiver, lab::kClsidNetworkProvider));
     ASSERT_HRESULT_SUCCEEDED(
         m_tuner->put_TuneRequest(labtest::atscRequest(L"ATSCCable", 2, 55250, -1, BDA_MOD_256QAM, 1)));
-    EXPECT_TRUE(journalHas(kAtscTuner, L"Tune 55250 kHz 256QAM 6 MHz"));
+    EXPECT_TRUE(lab::journalHas(kAtscTuner, L"Tune 55250 kHz 256QAM 6 MHz"));
     expectChannel(m_graph.receive(kStreamBytes), 2);
 
     ASSERT_HRESULT_SUCCEEDED(
         m_tuner->put_TuneRequest(labtest::atscRequest(L"ATSCCable", 10, 193250, -1, BDA_MOD_256QAM, 1)));
-    EXPECT_TRUE(journalHas(kAtscTuner, L"Tune 193250 kHz 256QAM 6 MHz"));
+    EXPECT_TRUE(lab::journalHas(kAtscTuner, L"Tune 193250 kHz 256QAM 6 MHz"));
     EXPECT_TRUE(m_graph.receive(0, kSilenceMs).empty());
     EXPECT_EQ((std::vector<std::wstring>{
                   L"TuneRequest ATSC ATSCCable 55250 kHz 256QAM 6 MHz channel 2 minor -1 program 1",
@@ -127,8 +121,8 @@ TEST_F(BdaEndToEndTest, AtscPhysicalChannelPutBeforeConnectingArrivesWhenTheGrap
     ASSERT_HRESULT_SUCCEEDED(m_tuner->put_TuneRequest(labtest::atscRequest(L"ATSC", 8, -1, 8, BDA_MOD_NOT_SET, -1)));
     ASSERT_HRESULT_SUCCEEDED(connectProvider());
     expectChannel(m_graph.receive(kStreamBytes), 8);
-    EXPECT_TRUE(journalHas(kAtscTuner, L"Tune 183000 kHz 8VSB 6 MHz"));
-    EXPECT_TRUE(journalHas(kProvider, L"Deliver ATSC ATSC 183000 kHz 8VSB 6 MHz channel 8 minor -1 program -1"));
+    EXPECT_TRUE(lab::journalHas(kAtscTuner, L"Tune 183000 kHz 8VSB 6 MHz"));
+    EXPECT_TRUE(lab::journalHas(kProvider, L"Deliver ATSC ATSC 183000 kHz 8VSB 6 MHz channel 8 minor -1 program -1"));
 }
 
 TEST_F(BdaEndToEndTest, DvbtChannelFromTheCountrysFrequencyTable)
@@ -146,7 +140,7 @@ TEST_F(BdaEndToEndTest, DvbtChannelFromTheCountrysFrequencyTable)
     // UHF channel 21 follows the eight VHF channels 5-12.
     const long channel21 = static_cast<long>(germany[8]);
     ASSERT_HRESULT_SUCCEEDED(m_tuner->put_TuneRequest(labtest::dvbtRequest(channel21, 8)));
-    EXPECT_TRUE(journalHas(kDvbTuner, L"Tune 474000 kHz NOT_SET 8 MHz"));
+    EXPECT_TRUE(lab::journalHas(kDvbTuner, L"Tune 474000 kHz NOT_SET 8 MHz"));
     expectChannel(m_graph.receive(kStreamBytes), 21);
 
     ASSERT_HRESULT_SUCCEEDED(m_tuner->put_TuneRequest(labtest::dvbtRequest(static_cast<long>(germany[0]), 7)));

@@ -15,9 +15,11 @@
 #include <gtest/gtest.h>
 
 #include "BdaGraph.h"
+#include "common/MediaType.h"
 #include "FrameCollector.h"
 #include "LabGraph.h"
 #include "LeakCheckedTest.h"
+#include "WaitFor.h"
 #include "lab/ChannelMark.h"
 #include "lab/LabClassIds.h"
 #include "lab/LabControl.h"
@@ -44,9 +46,7 @@ GUID majorTypeOf(IPin *pin)
     AM_MEDIA_TYPE *type = nullptr;
     if (SUCCEEDED(pin->EnumMediaTypes(&types)) && types->Next(1, &type, nullptr) == S_OK) {
         major = type->majortype;
-        if (type->pbFormat)
-            CoTaskMemFree(type->pbFormat);
-        CoTaskMemFree(type);
+        lab::MediaType::deleteType(type);
     }
     return major;
 }
@@ -73,7 +73,7 @@ public:
         if (SUCCEEDED(m_hr))
             m_hr = graph->AddFilter(m_grabberFilter, L"Tap");
         if (SUCCEEDED(m_hr))
-            m_hr = m_grabberFilter->QueryInterface(IID_ISampleGrabber, reinterpret_cast<void **>(&m_grabber));
+            m_hr = m_grabberFilter->QueryInterface(&m_grabber);
         AM_MEDIA_TYPE wanted = {};
         wanted.majortype = major;
         wanted.subtype = sub;
@@ -119,10 +119,7 @@ private:
 
 bool waitFor(const labtest::FrameCollector &collector, size_t count)
 {
-    const DWORD begin = GetTickCount();
-    while (collector.count() < count && GetTickCount() - begin < 20000)
-        Sleep(10);
-    return collector.count() >= count;
+    return labtest::waitFor([&collector, count] { return collector.count() >= count; });
 }
 
 class DemuxTest : public labtest::LeakCheckedTest {
@@ -188,7 +185,7 @@ TEST_F(DemuxTest, VideoPinRendersThePictureOfTheTunedProgram)
     AM_MEDIA_TYPE type = {};
     ASSERT_HRESULT_SUCCEEDED(tap.connectedType(type));
     const BITMAPINFOHEADER header = reinterpret_cast<const VIDEOINFOHEADER *>(type.pbFormat)->bmiHeader;
-    CoTaskMemFree(type.pbFormat);
+    lab::MediaType::freeContents(type);
     EXPECT_EQ(320, header.biWidth);
     EXPECT_EQ(240, std::abs(header.biHeight));
 

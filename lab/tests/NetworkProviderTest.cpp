@@ -1,5 +1,5 @@
-// The BDA network providers as an application drives them: the antenna pin connected to a tuner
-// filter (here a stub that records what it is told), tune requests validated per network type
+// The BDA network providers as an application drives them: the antenna pin connected to the lab's
+// tuner filter (whose journal says what it was tuned to), tune requests validated per network type
 // and delivered through the tuner filter's BDA interfaces, requests kept until the provider
 // pauses, device and injected failures, and the DVB-T provider's frequency tables per country.
 #include <windows.h>
@@ -17,8 +17,8 @@
 #include <gtest/gtest.h>
 
 #include "BdaTestHelpers.h"
+#include "LabGraph.h"
 #include "LeakCheckedTest.h"
-#include "StubBdaTuner.h"
 #include "lab/BdaGuids.h"
 #include "lab/LabControl.h"
 
@@ -40,18 +40,27 @@ CComPtr<IPin> antenna(IBaseFilter *filter)
     return pin;
 }
 
-std::vector<std::wstring> deliveryCalls(long kilohertz, long megahertz, long modulation)
+const wchar_t kAtscTuner[] = L"Lab ATSC QAM Tuner";
+const wchar_t kDvbTuner[] = L"Lab DVB-T Tuner";
+
+CComPtr<IBaseFilter> labTuner(const wchar_t *name)
 {
-    return {L"StartChanges",
-            L"GetNodeTypes",
-            L"GetControlNode 0 1 0",
-            L"FrequencyMultiplier 1000",
-            L"Frequency " + std::to_wstring(kilohertz),
-            L"Bandwidth " + std::to_wstring(megahertz),
-            L"GetControlNode 0 1 1",
-            L"ModulationType " + std::to_wstring(modulation),
-            L"CheckChanges",
-            L"CommitChanges"};
+    CComPtr<IBaseFilter> filter;
+    EXPECT_HRESULT_SUCCEEDED(labtest::bindDeviceIn(lab::kCategoryBdaNetworkTuner, name, filter));
+    return filter;
+}
+
+CComPtr<IPin> antennaInput(IBaseFilter *tuner)
+{
+    CComPtr<IPin> pin;
+    EXPECT_HRESULT_SUCCEEDED(tuner->FindPin(L"Input0", &pin));
+    return pin;
+}
+
+// The lab tuner's journal entry for a tune committed through its BDA interfaces.
+std::wstring tuned(long kilohertz, const wchar_t *modulation, long megahertz)
+{
+    return L"Tune " + std::to_wstring(kilohertz) + L" kHz " + modulation + L" " + std::to_wstring(megahertz) + L" MHz";
 }
 
 std::vector<unsigned long> take(ULONG count, ULONG *list)
@@ -61,27 +70,28 @@ std::vector<unsigned long> take(ULONG count, ULONG *list)
     return values;
 }
 
-// A provider whose antenna pin is connected to a stub tuner filter; disconnected at the end.
+// A provider whose antenna pin is connected to a lab tuner filter; disconnected at the end.
 class ConnectedProvider {
 public:
-    explicit ConnectedProvider(const CLSID &clsid)
-        : filter(provider(clsid)), tuner(new labtest::StubBdaTuner()), m_pin(antenna(filter))
+    ConnectedProvider(const CLSID &clsid, const wchar_t *tunerName)
+        : filter(provider(clsid)), tuner(labTuner(tunerName)), m_pin(antenna(filter)), m_input(antennaInput(tuner))
     {
-        EXPECT_HRESULT_SUCCEEDED(m_pin->Connect(tuner->input(), nullptr));
+        EXPECT_HRESULT_SUCCEEDED(m_pin->Connect(m_input, nullptr));
         filter.QueryInterface(&control);
     }
     ~ConnectedProvider()
     {
         m_pin->Disconnect();
-        tuner->input()->Disconnect();
+        m_input->Disconnect();
     }
 
     CComPtr<IBaseFilter> filter;
-    CComPtr<labtest::StubBdaTuner> tuner;
+    CComPtr<IBaseFilter> tuner;
     CComPtr<ITuner> control;
 
 private:
     CComPtr<IPin> m_pin;
+    CComPtr<IPin> m_input;
 };
 
 class NetworkProviderTest : public labtest::LeakCheckedTest {
@@ -89,7 +99,8 @@ protected:
     void SetUp() override
     {
         LeakCheckedTest::SetUp();
-        lab::clearJournal(kProvider);
+        for (const wchar_t *device : {kProvider, kAtscTuner, kDvbTuner})
+            lab::clearJournal(device);
     }
 };
 
@@ -168,11 +179,11 @@ TEST_F(NetworkProviderTest, RequestOfAnotherNetworkTypeIsRefused)
 
 TEST_F(NetworkProviderTest, TuneRequestReachesTheTunerFilter)
 {
-    ConnectedProvider graph(lab::kClsidNetworkProvider);
+    ConnectedProvider graph(lab::kClsidNetworkProvider, kAtscTuner);
     ASSERT_TRUE(graph.control);
     CComPtr<ITuneRequest> request = labtest::atscRequest(L"ATSCCable", 2, 55250, -1, BDA_MOD_256QAM, 1);
     ASSERT_HRESULT_SUCCEEDED(graph.control->put_TuneRequest(request));
-    EXPECT_EQ(deliveryCalls(55250, 6, BDA_MOD_256QAM), graph.tuner->calls());
+    EXPECT_EQ(std::vector<std::wstring>{tuned(55250, L"256QAM", 6)}, lab::journal(kAtscTuner));
 
     CComPtr<ITuneRequest> current;
     ASSERT_HRESULT_SUCCEEDED(graph.control->get_TuneRequest(&current));
@@ -185,19 +196,15 @@ TEST_F(NetworkProviderTest, TuneRequestReachesTheTunerFilter)
 
     // Without a frequency the physical channel, else the channel, picks one from the plan of
     // the space: terrestrial centres for "ATSC", cable carriers for the cable spaces.
-    graph.tuner->clearCalls();
     ASSERT_HRESULT_SUCCEEDED(
         graph.control->put_TuneRequest(labtest::atscRequest(L"ATSC", 4, -1, 14, BDA_MOD_NOT_SET, 3)));
-    EXPECT_EQ(deliveryCalls(473000, 6, BDA_MOD_8VSB), graph.tuner->calls());
-    graph.tuner->clearCalls();
     ASSERT_HRESULT_SUCCEEDED(
         graph.control->put_TuneRequest(labtest::atscRequest(L"ClearQAM", 95, -1, -1, BDA_MOD_NOT_SET, -1)));
-    EXPECT_EQ(deliveryCalls(91250, 6, BDA_MOD_256QAM), graph.tuner->calls());
-
-    graph.tuner->clearCalls();
     ASSERT_HRESULT_SUCCEEDED(
         graph.control->put_TuneRequest(labtest::atscRequest(L"Digital Cable", 100, -1, -1, BDA_MOD_NOT_SET, -1)));
-    EXPECT_EQ(deliveryCalls(649250, 6, BDA_MOD_256QAM), graph.tuner->calls());
+    EXPECT_EQ((std::vector<std::wstring>{tuned(55250, L"256QAM", 6), tuned(473000, L"8VSB", 6),
+                                         tuned(91250, L"256QAM", 6), tuned(649250, L"256QAM", 6)}),
+              lab::journal(kAtscTuner));
 
     EXPECT_EQ((std::vector<std::wstring>{
                   L"TuneRequest ATSC ATSCCable 55250 kHz 256QAM 6 MHz channel 2 minor -1 program 1",
@@ -209,13 +216,12 @@ TEST_F(NetworkProviderTest, TuneRequestReachesTheTunerFilter)
 
 TEST_F(NetworkProviderTest, DvbtRequestCarriesFrequencyAndBandwidth)
 {
-    ConnectedProvider graph(CLSID_DVBTNetworkProvider);
+    ConnectedProvider graph(CLSID_DVBTNetworkProvider, kDvbTuner);
     ASSERT_HRESULT_SUCCEEDED(graph.control->put_TuneRequest(labtest::dvbtRequest(177500, 7)));
-    EXPECT_EQ(deliveryCalls(177500, 7, BDA_MOD_NOT_SET), graph.tuner->calls());
-    graph.tuner->clearCalls();
     // A locator without bandwidth leaves it to the space's default locator (8 MHz).
     ASSERT_HRESULT_SUCCEEDED(graph.control->put_TuneRequest(labtest::dvbtRequest(562000, -1)));
-    EXPECT_EQ(deliveryCalls(562000, 8, BDA_MOD_NOT_SET), graph.tuner->calls());
+    EXPECT_EQ((std::vector<std::wstring>{tuned(177500, L"NOT_SET", 7), tuned(562000, L"NOT_SET", 8)}),
+              lab::journal(kDvbTuner));
 }
 
 TEST_F(NetworkProviderTest, RequestPutBeforeConnectingReachesTheTunerAtPause)
@@ -223,19 +229,20 @@ TEST_F(NetworkProviderTest, RequestPutBeforeConnectingReachesTheTunerAtPause)
     CComPtr<IBaseFilter> filter = provider(lab::kClsidNetworkProvider);
     CComQIPtr<ITuner> control(filter);
     ASSERT_HRESULT_SUCCEEDED(control->put_TuneRequest(labtest::atscRequest(L"ATSC", 36, 605000, -1, BDA_MOD_8VSB, 2)));
-    CComPtr<labtest::StubBdaTuner> tuner(new labtest::StubBdaTuner());
+    CComPtr<IBaseFilter> tuner = labTuner(kAtscTuner);
     CComPtr<IPin> pin = antenna(filter);
-    ASSERT_HRESULT_SUCCEEDED(pin->Connect(tuner->input(), nullptr));
-    EXPECT_TRUE(tuner->calls().empty());
+    CComPtr<IPin> input = antennaInput(tuner);
+    ASSERT_HRESULT_SUCCEEDED(pin->Connect(input, nullptr));
+    EXPECT_TRUE(lab::journal(kAtscTuner).empty());
     ASSERT_HRESULT_SUCCEEDED(filter->Pause());
-    EXPECT_EQ(deliveryCalls(605000, 6, BDA_MOD_8VSB), tuner->calls());
+    const std::vector<std::wstring> once{tuned(605000, L"8VSB", 6)};
+    EXPECT_EQ(once, lab::journal(kAtscTuner));
     ASSERT_HRESULT_SUCCEEDED(filter->Stop());
-    tuner->clearCalls();
     ASSERT_HRESULT_SUCCEEDED(filter->Pause());
-    EXPECT_TRUE(tuner->calls().empty());
+    EXPECT_EQ(once, lab::journal(kAtscTuner));
     ASSERT_HRESULT_SUCCEEDED(filter->Stop());
     pin->Disconnect();
-    tuner->input()->Disconnect();
+    input->Disconnect();
     EXPECT_EQ((std::vector<std::wstring>{L"TuneRequest ATSC ATSC 605000 kHz 8VSB 6 MHz channel 36 minor -1 program 2",
                                          L"Deliver ATSC ATSC 605000 kHz 8VSB 6 MHz channel 36 minor -1 program 2"}),
               lab::journal(kProvider));
@@ -243,15 +250,16 @@ TEST_F(NetworkProviderTest, RequestPutBeforeConnectingReachesTheTunerAtPause)
 
 TEST_F(NetworkProviderTest, RefusalsOfTheDeviceAndInjectedFaultsReachTheCaller)
 {
-    ConnectedProvider graph(lab::kClsidNetworkProvider);
-    graph.tuner->failOn(L"CommitChanges", E_FAIL);
+    ConnectedProvider graph(lab::kClsidNetworkProvider, kAtscTuner);
     CComPtr<ITuneRequest> request = labtest::atscRequest(L"ATSCCable", 10, 193250, -1, BDA_MOD_256QAM, 1);
-    EXPECT_EQ(E_FAIL, graph.control->put_TuneRequest(request));
+    {
+        lab::DeviceOverride refusal(kAtscTuner, L"fault.tune", L"0x80004005");
+        EXPECT_EQ(E_FAIL, graph.control->put_TuneRequest(request));
+    }
     CComPtr<ITuneRequest> kept;
     EXPECT_HRESULT_SUCCEEDED(graph.control->get_TuneRequest(&kept));
     EXPECT_TRUE(kept);
 
-    graph.tuner->clearCalls();
     {
         lab::DeviceOverride scope(kProvider, L"fault.put_TuneRequest", L"0x8007001F");
         scope.set(L"fault.EnumTuningSpaces", L"0x80004005");
@@ -259,7 +267,7 @@ TEST_F(NetworkProviderTest, RefusalsOfTheDeviceAndInjectedFaultsReachTheCaller)
         CComPtr<IEnumTuningSpaces> spaces;
         EXPECT_EQ(E_FAIL, graph.control->EnumTuningSpaces(&spaces));
     }
-    EXPECT_TRUE(graph.tuner->calls().empty());
+    EXPECT_EQ(std::vector<std::wstring>{tuned(193250, L"256QAM", 6) + L" failed 0x80004005"}, lab::journal(kAtscTuner));
     EXPECT_EQ((std::vector<std::wstring>{
                   L"TuneRequest ATSC ATSCCable 193250 kHz 256QAM 6 MHz channel 10 minor -1 program 1 failed 0x80004005",
                   L"TuneRequest ATSC ATSCCable 193250 kHz 256QAM 6 MHz channel 10 minor -1 program 1 failed 0x8007001F",
@@ -363,21 +371,22 @@ TEST_F(NetworkProviderTest, AtscSpaceLeadsToItsProviderInAGraph)
     CComQIPtr<ITuner> tuner(filter);
     ASSERT_TRUE(tuner);
 
-    // The stub stays outside the graph: it has no pin enumeration for the graph to walk.
-    CComPtr<labtest::StubBdaTuner> device(new labtest::StubBdaTuner());
+    CComPtr<IBaseFilter> device = labTuner(kAtscTuner);
+    ASSERT_HRESULT_SUCCEEDED(graph->AddFilter(device, kAtscTuner));
     CComPtr<IPin> pin = antenna(filter);
-    ASSERT_HRESULT_SUCCEEDED(graph->ConnectDirect(pin, device->input(), nullptr));
+    CComPtr<IPin> input = antennaInput(device);
+    ASSERT_HRESULT_SUCCEEDED(graph->ConnectDirect(pin, input, nullptr));
     CComPtr<IPin> peer;
     ASSERT_HRESULT_SUCCEEDED(pin->ConnectedTo(&peer));
-    EXPECT_TRUE(peer.p == device->input());
+    EXPECT_TRUE(peer.p == input.p);
     ASSERT_HRESULT_SUCCEEDED(tuner->put_TuneRequest(labtest::atscRequest(L"ATSC", 9, -1, 9, BDA_MOD_NOT_SET, 1)));
-    EXPECT_EQ(deliveryCalls(189000, 6, BDA_MOD_8VSB), device->calls());
+    EXPECT_EQ(std::vector<std::wstring>{tuned(189000, L"8VSB", 6)}, lab::journal(kAtscTuner));
 
     peer.Release();
     pin.Release();
     tuner.Release();
     EXPECT_HRESULT_SUCCEEDED(graph->RemoveFilter(filter));
-    EXPECT_FALSE(device->input()->ConnectedTo(&peer) == S_OK);
+    EXPECT_FALSE(input->ConnectedTo(&peer) == S_OK);
 }
 
 // Registered "Both": a multithreaded apartment gets the objects directly, without marshalling.

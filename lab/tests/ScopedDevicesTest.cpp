@@ -15,7 +15,7 @@
 #include "LabGraph.h"
 #include "lab/LabControl.h"
 #include "lab/ScopedLabDevices.h"
-#include "lab/WineSetupApi.h"
+#include "winesupport/WineSetupApi.h"
 
 using lab::ScopedLabDevices;
 using labtest::DeviceInfoList;
@@ -71,7 +71,7 @@ std::wstring driverProvider(const DeviceInfoList &list, const std::wstring &inst
 
 class LabScopedDevices : public testing::Test {
 protected:
-    static void SetUpTestSuite() { lab::fillWineSetupApiGaps(GetModuleHandleW(nullptr)); }
+    static void SetUpTestSuite() { winesupport::fillWineSetupApiGaps(GetModuleHandleW(nullptr)); }
     void SetUp() override { m_liveObjects = LabLiveObjects(); }
     void TearDown() override { EXPECT_EQ(m_liveObjects, LabLiveObjects()); }
 

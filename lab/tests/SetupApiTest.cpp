@@ -11,7 +11,7 @@
 
 #include "DeviceInfoList.h"
 #include "DriverInventory.h"
-#include "lab/WineSetupApi.h"
+#include "winesupport/WineSetupApi.h"
 
 using labtest::DeviceInfoList;
 using labtest::DriverFacts;
@@ -53,7 +53,7 @@ SYSTEMTIME day(const FILETIME &time)
 
 class LabSetupApi : public testing::Test {
 protected:
-    static void SetUpTestSuite() { lab::fillWineSetupApiGaps(GetModuleHandleW(nullptr)); }
+    static void SetUpTestSuite() { winesupport::fillWineSetupApiGaps(GetModuleHandleW(nullptr)); }
 };
 
 TEST_F(LabSetupApi, ClassAndEnumeratorFindTheLabHardwareWithItsProperties)

@@ -71,12 +71,6 @@ private:
     CComPtr<ICaptureGraphBuilder2> m_builder;
 };
 
-bool journalHas(const wchar_t *device, const std::wstring &entry)
-{
-    const std::vector<std::wstring> entries = lab::journal(device);
-    return std::find(entries.begin(), entries.end(), entry) != entries.end();
-}
-
 long strength(IAMTVTuner *tuner)
 {
     long value = -100;
@@ -120,7 +114,7 @@ TEST_F(TunerTest, CaptureFilterLeadsToTunerAndCrossbar)
     long country = 0;
     EXPECT_HRESULT_SUCCEEDED(card.tuner->get_CountryCode(&country));
     EXPECT_EQ(49, country);
-    EXPECT_TRUE(journalHas(kTunerCard, L"CountryCode 49"));
+    EXPECT_TRUE(lab::journalHas(kTunerCard, L"CountryCode 49"));
 }
 
 TEST_F(TunerTest, CardWithoutTunerHasOnlyTheCrossbar)
@@ -170,8 +164,8 @@ TEST_F(TunerTest, ChannelMapAnswersPerInputType)
         L"InputType 0 cable", L"Channel 3 cable TV",  L"SignalPresent 0"};
     ASSERT_GE(entries.size(), expectedStart.size());
     EXPECT_EQ(expectedStart, std::vector<std::wstring>(entries.begin(), entries.begin() + expectedStart.size()));
-    EXPECT_TRUE(journalHas(kTunerCard, L"Channel 70 antenna TV failed 0x80070057"));
-    EXPECT_TRUE(journalHas(kTunerCard, L"AutoTune 6 found 1"));
+    EXPECT_TRUE(lab::journalHas(kTunerCard, L"Channel 70 antenna TV failed 0x80070057"));
+    EXPECT_TRUE(lab::journalHas(kTunerCard, L"AutoTune 6 found 1"));
 
     // A test's override of the channel map takes effect at once and goes with its scope.
     {
@@ -204,8 +198,8 @@ TEST_F(TunerTest, FmStationsAnswerByFrequency)
     long audio = 0;
     ASSERT_HRESULT_SUCCEEDED(tuner->get_Channel(&channel, &video, &audio));
     EXPECT_EQ(104900000, channel);
-    EXPECT_TRUE(journalHas(kTunerCard, L"Mode FM"));
-    EXPECT_TRUE(journalHas(kTunerCard, L"Channel 88100000 cable FM"));
+    EXPECT_TRUE(lab::journalHas(kTunerCard, L"Mode FM"));
+    EXPECT_TRUE(lab::journalHas(kTunerCard, L"Channel 88100000 cable FM"));
 }
 
 TEST_F(TunerTest, CrossbarRoutesAndJournalsThem)
@@ -237,7 +231,7 @@ TEST_F(TunerTest, CrossbarRoutesAndJournalsThem)
     ASSERT_HRESULT_SUCCEEDED(crossbar->Route(0, 1));
     ASSERT_HRESULT_SUCCEEDED(crossbar->get_IsRoutedTo(0, &routed));
     EXPECT_EQ(1, routed);
-    EXPECT_TRUE(journalHas(kTunerCard, L"Route 0 1"));
+    EXPECT_TRUE(lab::journalHas(kTunerCard, L"Route 0 1"));
 
     {
         lab::DeviceOverride refuse(kTunerCard, L"fault.canroute", L"1");
@@ -249,8 +243,8 @@ TEST_F(TunerTest, CrossbarRoutesAndJournalsThem)
         EXPECT_EQ(S_OK, crossbar->CanRoute(0, 2));
         EXPECT_EQ(E_ACCESSDENIED, crossbar->Route(0, 2));
     }
-    EXPECT_TRUE(journalHas(kTunerCard, L"Route 0 1 failed 0x80004005"));
-    EXPECT_TRUE(journalHas(kTunerCard, L"Route 0 2 failed 0x80070005"));
+    EXPECT_TRUE(lab::journalHas(kTunerCard, L"Route 0 1 failed 0x80004005"));
+    EXPECT_TRUE(lab::journalHas(kTunerCard, L"Route 0 2 failed 0x80070005"));
 }
 
 TEST_F(TunerTest, CardStreamsBothPinsAndJournalsRunsAndFaults)
@@ -263,8 +257,8 @@ TEST_F(TunerTest, CardStreamsBothPinsAndJournalsRunsAndFaults)
         ASSERT_HRESULT_SUCCEEDED(control->Run());
         EXPECT_TRUE(labtest::waitForSamplesBeyond(kTunerCard, 0));
         ASSERT_HRESULT_SUCCEEDED(control->Stop());
-        EXPECT_TRUE(journalHas(kTunerCard, L"Run"));
-        EXPECT_TRUE(journalHas(kTunerCard, L"Stop"));
+        EXPECT_TRUE(lab::journalHas(kTunerCard, L"Run"));
+        EXPECT_TRUE(lab::journalHas(kTunerCard, L"Stop"));
     }
     {
         lab::DeviceOverride inUse(kTunerCard, L"fault.run", L"0x800700AA");
@@ -273,14 +267,14 @@ TEST_F(TunerTest, CardStreamsBothPinsAndJournalsRunsAndFaults)
         CComQIPtr<IMediaControl> control = card.control();
         EXPECT_EQ(HRESULT_FROM_WIN32(ERROR_BUSY), control->Run());
         control->Stop();
-        EXPECT_TRUE(journalHas(kTunerCard, L"Run failed 0x800700AA"));
+        EXPECT_TRUE(lab::journalHas(kTunerCard, L"Run failed 0x800700AA"));
     }
     {
         lab::DeviceOverride refuse(kTunerCard, L"fault.put_Mode", L"E_FAIL");
         CardGraph card(kTunerCard);
         ASSERT_HRESULT_SUCCEEDED(card.find(&PIN_CATEGORY_CAPTURE, card.tuner));
         EXPECT_EQ(E_FAIL, card.tuner->put_Mode(AMTUNER_MODE_TV));
-        EXPECT_TRUE(journalHas(kTunerCard, L"Mode TV failed 0x80004005"));
+        EXPECT_TRUE(lab::journalHas(kTunerCard, L"Mode TV failed 0x80004005"));
     }
 }
 

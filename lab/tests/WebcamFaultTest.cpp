@@ -17,15 +17,6 @@ namespace {
 
 const wchar_t kDevice[] = L"Lab Webcam YUY2";
 
-bool journalHas(const std::wstring &device, const std::wstring &entry)
-{
-    for (const std::wstring &line : lab::journal(device)) {
-        if (line == entry)
-            return true;
-    }
-    return false;
-}
-
 CComPtr<IAMStreamConfig> streamConfig(IBaseFilter *filter)
 {
     CComPtr<IPin> out;
@@ -69,7 +60,7 @@ TEST(LabWebcamFault, RunFailsWithTheConfiguredHresult)
         LabGraph graph;
         ASSERT_EQ(S_OK, graph.build(kDevice, nullptr, MEDIASUBTYPE_YUY2));
         EXPECT_EQ(code, graph.run());
-        EXPECT_TRUE(journalHas(kDevice, std::wstring(L"Run failed ") + text));
+        EXPECT_TRUE(lab::journalHas(kDevice, std::wstring(L"Run failed ") + text));
         EXPECT_EQ(0, lab::samplesDelivered(kDevice));
     }
     EXPECT_EQ(-1, LabGetOverride(kDevice, L"fault.run", nullptr, 0));
@@ -104,13 +95,13 @@ TEST(LabWebcamFault, StreamConfigFaults)
     AM_MEDIA_TYPE *second = nullptr;
     ASSERT_EQ(S_OK, config->GetStreamCaps(1, &second, reinterpret_cast<BYTE *>(&caps)));
     EXPECT_EQ(E_FAIL, config->SetFormat(second));
-    EXPECT_TRUE(journalHas(kDevice, L"SetFormat refused YUY2 320x240 30fps"));
+    EXPECT_TRUE(lab::journalHas(kDevice, L"SetFormat refused YUY2 320x240 30fps"));
     lab::MediaType::deleteType(second);
 
     AM_MEDIA_TYPE *current = nullptr;
     ASSERT_EQ(S_OK, config->GetFormat(&current));
     EXPECT_EQ(S_OK, config->SetFormat(current));
-    EXPECT_TRUE(journalHas(kDevice, L"SetFormat YUY2 640x480 30fps"));
+    EXPECT_TRUE(lab::journalHas(kDevice, L"SetFormat YUY2 640x480 30fps"));
     lab::MediaType::deleteType(current);
 }
 
@@ -120,7 +111,7 @@ TEST(LabWebcamFault, DeliveryFaults)
         lab::DeviceOverride silent(kDevice, L"fault.nosamples", L"yes");
         lab::clearJournal(kDevice);
         EXPECT_TRUE(runForReferenceFrames(kDevice, 9).empty());
-        EXPECT_TRUE(journalHas(kDevice, L"Delivered 0"));
+        EXPECT_TRUE(lab::journalHas(kDevice, L"Delivered 0"));
     }
     {
         lab::DeviceOverride stopping(kDevice, L"fault.stopafter", L"3");
@@ -136,7 +127,7 @@ TEST(LabWebcamFault, DeliveryFaults)
         const ULONGLONG before = GetTickCount64();
         graph.stop();
         EXPECT_GE(GetTickCount64() - before, 350u);
-        EXPECT_TRUE(journalHas(kDevice, L"Stop"));
+        EXPECT_TRUE(lab::journalHas(kDevice, L"Stop"));
     }
     {
         lab::DeviceOverride empty(kDevice, L"fault.zerolength", L"yes");
@@ -180,7 +171,7 @@ TEST(LabWebcamFault, BindFailsWithTheConfiguredHresult)
         lab::clearJournal(kDevice);
         EXPECT_EQ(static_cast<HRESULT>(0x80070005), labtest::bindDevice(kDevice, filter));
         EXPECT_EQ(nullptr, filter.p);
-        EXPECT_TRUE(journalHas(kDevice, L"Bind failed 0x80070005"));
+        EXPECT_TRUE(lab::journalHas(kDevice, L"Bind failed 0x80070005"));
     }
     EXPECT_EQ(S_OK, labtest::bindDevice(kDevice, filter));
 }

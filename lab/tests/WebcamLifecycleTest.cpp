@@ -7,6 +7,7 @@
 
 #include "common/MediaType.h"
 #include "LabGraph.h"
+#include "WaitFor.h"
 #include "lab/FrameMark.h"
 #include "lab/LabControl.h"
 
@@ -19,9 +20,7 @@ const long kPrivacy = 8;
 
 void waitForSamples(const std::wstring &device, long long count)
 {
-    const DWORD begin = GetTickCount();
-    while (lab::samplesDelivered(device) < count && GetTickCount() - begin < 5000)
-        Sleep(5);
+    labtest::waitFor([&device, count] { return lab::samplesDelivered(device) >= count; });
 }
 
 } // namespace

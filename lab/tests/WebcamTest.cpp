@@ -7,6 +7,7 @@
 
 #include "common/MediaType.h"
 #include "LabGraph.h"
+#include "WaitFor.h"
 #include "lab/FrameMark.h"
 #include "lab/LabClassIds.h"
 #include "lab/LabControl.h"
@@ -177,9 +178,7 @@ TEST(LabWebcam, EveryFormatPreviewsThroughTheDefaultVideoRenderer)
         ASSERT_TRUE(SUCCEEDED(
             graph.builder->RenderStream(&PIN_CATEGORY_CAPTURE, &MEDIATYPE_Video, graph.source, nullptr, nullptr)));
         ASSERT_TRUE(SUCCEEDED(graph.run()));
-        const DWORD begin = GetTickCount();
-        while (lab::samplesDelivered(device) < 3 && GetTickCount() - begin < 5000)
-            Sleep(10);
+        labtest::waitFor([device] { return lab::samplesDelivered(device) >= 3; });
         EXPECT_EQ(S_OK, graph.stop());
         EXPECT_GE(lab::samplesDelivered(device), 3);
     }

@@ -89,38 +89,9 @@ HRESULT AnalogTunerFilter::configure(const std::shared_ptr<DeviceState> &device)
     return S_OK;
 }
 
-// Running to Paused only stops the deliveries: the graph pauses the renderers first, and a
-// paused renderer holds the sample it was given until it runs or stops, so joining a streaming
-// thread here could wait for ever. The threads end in onStop, after the renderers let go.
-HRESULT AnalogTunerFilter::onPause(bool fromStopped)
+std::vector<StreamingPin *> AnalogTunerFilter::streamingPins()
 {
-    if (!fromStopped) {
-        m_video.pauseStreaming();
-        m_audio.pauseStreaming();
-    }
-    device()->record(L"Pause");
-    return S_OK;
-}
-
-// A card held by another program refuses to run; the graph reports a source's Run failure to
-// IMediaControl::Run.
-HRESULT AnalogTunerFilter::onRun(REFERENCE_TIME)
-{
-    const HRESULT refused = device()->hresult(L"fault.run");
-    if (FAILED(refused)) {
-        device()->record(L"Run failed", refused);
-        return refused;
-    }
-    device()->record(L"Run");
-    m_video.startStreaming();
-    m_audio.startStreaming();
-    return S_OK;
-}
-
-void AnalogTunerFilter::onStop()
-{
-    stopStreaming();
-    device()->record(L"Stop");
+    return {&m_video, &m_audio};
 }
 
 void AnalogTunerFilter::stopStreaming()

@@ -81,23 +81,12 @@ bool parseInput(const std::wstring &name, TunerInputType &input)
 
 } // namespace
 
-void ChannelMap::setChannel(long channel, TunerInputType input, long strength)
-{
-    Strengths &strengths = m_channels[channel];
-    (input == TunerInputAntenna ? strengths.antenna : strengths.cable) = strength;
-}
-
 long ChannelMap::channelStrength(long channel, TunerInputType input) const
 {
     auto found = m_channels.find(channel);
     if (found == m_channels.end())
         return AMTUNER_NOSIGNAL;
     return input == TunerInputAntenna ? found->second.antenna : found->second.cable;
-}
-
-void ChannelMap::setStation(long frequencyHz, long strength)
-{
-    m_stations[frequencyHz] = strength;
 }
 
 long ChannelMap::stationStrength(long frequencyHz) const

@@ -20,10 +20,8 @@ public:
     // A receiver tuned this close to a station hears it; the FM raster is 100 kHz.
     static const long kStationHalfWidthHz = 50000;
 
-    void setChannel(long channel, TunerInputType input, long strength);
     long channelStrength(long channel, TunerInputType input) const;
 
-    void setStation(long frequencyHz, long strength);
     long stationStrength(long frequencyHz) const;
 
     // Each replaces the channels or the stations; false with a reason when the text is malformed.

@@ -105,27 +105,9 @@ long WebcamFilter::paintFrame(const VideoFormat &format, unsigned long frame, BY
     return m_painter.paint(format, frame, buffer, capacity, device() && device()->flag(L"fault.flat"));
 }
 
-HRESULT WebcamFilter::onPause(bool fromStopped)
+std::vector<StreamingPin *> WebcamFilter::streamingPins()
 {
-    if (!fromStopped)
-        m_pin.pauseStreaming();
-    device()->record(L"Pause");
-    return S_OK;
-}
-
-// A device held elsewhere refuses to run. The refusal comes from Run, not Pause: the graph
-// reports a source's Run failure to IMediaControl::Run, while a Pause failure of the source can
-// hide behind a renderer still completing its own pause.
-HRESULT WebcamFilter::onRun(REFERENCE_TIME)
-{
-    const HRESULT refused = device()->hresult(L"fault.run");
-    if (FAILED(refused)) {
-        device()->record(L"Run failed", refused);
-        return refused;
-    }
-    device()->record(L"Run");
-    m_pin.startStreaming();
-    return S_OK;
+    return {&m_pin};
 }
 
 // A driver that hangs when stopped keeps the graph's Stop waiting (in real time: it is the
@@ -135,8 +117,7 @@ void WebcamFilter::onStop()
     const long long delay = device()->integer(L"fault.stopdelay", 0);
     if (delay > 0)
         Sleep(static_cast<DWORD>(delay));
-    m_pin.stopStreaming();
-    device()->record(L"Stop");
+    DeviceFilter::onStop();
 }
 
 } // namespace lab

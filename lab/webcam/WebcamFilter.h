@@ -41,8 +41,7 @@ public:
 
 protected:
     void *queryExtra(REFIID iid) override;
-    HRESULT onPause(bool fromStopped) override;
-    HRESULT onRun(REFERENCE_TIME start) override;
+    std::vector<StreamingPin *> streamingPins() override;
     void onStop() override;
     bool isLiveSource() const override { return true; }
     HRESULT configure(const std::shared_ptr<DeviceState> &device) override;

@@ -26,15 +26,11 @@ HRESULT systemGrabberFactory(IClassFactory **factory)
 } // namespace
 
 FaultySampleGrabber::FaultySampleGrabber(Method refused, HRESULT refusal)
-    : m_refs(1), m_refused(refused), m_refusal(refusal), m_inner(nullptr), m_grabber(nullptr)
+    : m_refs(1), m_refused(refused), m_refusal(refusal), m_grabber(nullptr)
 {
 }
 
-FaultySampleGrabber::~FaultySampleGrabber()
-{
-    if (m_inner)
-        m_inner->Release();
-}
+FaultySampleGrabber::~FaultySampleGrabber() = default;
 
 HRESULT FaultySampleGrabber::create(Method refused, HRESULT refusal, REFIID iid, void **out)
 {
@@ -51,12 +47,11 @@ HRESULT FaultySampleGrabber::create(Method refused, HRESULT refusal, REFIID iid,
 
 HRESULT FaultySampleGrabber::aggregateSystemGrabber()
 {
-    IClassFactory *factory = nullptr;
+    CComPtr<IClassFactory> factory;
     HRESULT hr = systemGrabberFactory(&factory);
     if (FAILED(hr))
         return hr;
     hr = factory->CreateInstance(static_cast<ISampleGrabber *>(this), IID_PPV_ARGS(&m_inner));
-    factory->Release();
     if (FAILED(hr))
         return hr;
     // The inner interface counts on the outer object; holding it must not keep us alive.

@@ -4,6 +4,8 @@
 #include <dshow.h>
 #include <qedit.h>
 
+#include <atlbase.h>
+
 namespace sorvane {
 namespace test {
 
@@ -36,7 +38,7 @@ private:
     LONG m_refs;
     Method m_refused;
     HRESULT m_refusal;
-    IUnknown *m_inner;         // the system grabber's own IUnknown, owned
+    CComPtr<IUnknown> m_inner; // the system grabber's own IUnknown
     ISampleGrabber *m_grabber; // its grabber interface, not counted (it counts on us)
 };
 

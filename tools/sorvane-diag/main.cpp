@@ -3,7 +3,7 @@
 #include "HostApplication.h"
 
 #ifdef SORVANE_FILL_WINE_SETUPAPI
-#include <lab/WineSetupApi.h>
+#include <winesupport/WineSetupApi.h>
 #include <windows.h>
 #endif
 
@@ -12,7 +12,7 @@ int main()
 #ifdef SORVANE_FILL_WINE_SETUPAPI
     // Under Wine the library's SetupAPI calls are completed where Wine falls short of
     // Windows, so `list` shows the driver facts it would show there; on Windows this does nothing.
-    lab::fillWineSetupApiGaps(GetModuleHandleW(L"libSorvane.dll"));
+    winesupport::fillWineSetupApiGaps(GetModuleHandleW(L"libSorvane.dll"));
 #endif
     return sorvane::diag::HostApplication().run(sorvane::diag::CommandLine::processArguments());
 }

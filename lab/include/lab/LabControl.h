@@ -52,6 +52,7 @@
 
 #include <windows.h>
 
+#include <algorithm>
 #include <string>
 #include <utility>
 #include <vector>
@@ -148,6 +149,13 @@ inline std::vector<std::wstring> journal(const std::wstring &device)
             entries.push_back(entry);
     }
     return entries;
+}
+
+// Whether the device's journal holds exactly that entry.
+inline bool journalHas(const std::wstring &device, const std::wstring &entry)
+{
+    const std::vector<std::wstring> entries = journal(device);
+    return std::find(entries.begin(), entries.end(), entry) != entries.end();
 }
 
 inline void clearJournal(const std::wstring &device)

@@ -1,26 +1,14 @@
 #include "BdaGraph.h"
 #include "GraphControl.h"
+#include "WaitFor.h"
 
 #include <bdaiface.h>
 #include <uuids.h>
 
 #include "LabGraph.h"
+#include "lab/BdaGuids.h"
 
 namespace labtest {
-
-const GUID kBdaTunerCategory = {0x71985f48, 0x1ca1, 0x11d3, {0x9c, 0xc8, 0x00, 0xc0, 0x4f, 0x79, 0x71, 0xe0}};
-const GUID kBdaReceiverCategory = {0xfd0a5af4, 0xb41d, 0x11d2, {0x9c, 0x95, 0x00, 0xc0, 0x4f, 0x79, 0x71, 0xe0}};
-
-HRESULT bindDeviceIn(const GUID &category, const std::wstring &name, CComPtr<IBaseFilter> &filter)
-{
-    filter.Release();
-    for (const MonikerInfo &device : listDevices(category)) {
-        const auto found = device.values.find(L"FriendlyName");
-        if (found != device.values.end() && found->second == name)
-            return device.moniker->BindToObject(nullptr, nullptr, IID_IBaseFilter, reinterpret_cast<void **>(&filter));
-    }
-    return HRESULT_FROM_WIN32(ERROR_NOT_FOUND);
-}
 
 STDMETHODIMP StreamCollector::BufferCB(double, BYTE *buffer, long length)
 {
@@ -67,12 +55,12 @@ HRESULT BdaGraph::addDevices(const std::wstring &tunerName, const std::wstring &
 {
     HRESULT hr = graph.CoCreateInstance(CLSID_FilterGraph, nullptr, CLSCTX_INPROC_SERVER);
     if (SUCCEEDED(hr))
-        hr = bindDeviceIn(kBdaTunerCategory, tunerName, tuner);
+        hr = bindDeviceIn(lab::kCategoryBdaNetworkTuner, tunerName, tuner);
     if (SUCCEEDED(hr))
         hr = graph->AddFilter(tuner, tunerName.c_str());
     if (FAILED(hr) || receiverName.empty())
         return hr;
-    hr = bindDeviceIn(kBdaReceiverCategory, receiverName, receiver);
+    hr = bindDeviceIn(lab::kCategoryBdaReceiverComponent, receiverName, receiver);
     if (SUCCEEDED(hr))
         hr = graph->AddFilter(receiver, receiverName.c_str());
     if (FAILED(hr))
@@ -92,7 +80,7 @@ HRESULT BdaGraph::addGrabber(const std::wstring &tunerName, const std::wstring &
     if (SUCCEEDED(hr))
         hr = graph->AddFilter(grabberFilter, L"SampleGrabber");
     if (SUCCEEDED(hr))
-        hr = grabberFilter->QueryInterface(IID_ISampleGrabber, reinterpret_cast<void **>(&grabber));
+        hr = grabberFilter->QueryInterface(&grabber);
     if (FAILED(hr))
         return hr;
     AM_MEDIA_TYPE wanted = {};
@@ -205,9 +193,7 @@ std::vector<std::uint8_t> BdaGraph::receive(size_t bytes, DWORD patienceMs)
     collector->clear();
     if (FAILED(run()))
         return {};
-    const DWORD begin = GetTickCount();
-    while (GetTickCount() - begin < patienceMs && (bytes == 0 || collector->size() < bytes))
-        Sleep(10);
+    waitFor([this, bytes] { return bytes != 0 && collector->size() >= bytes; }, patienceMs);
     stop();
     return collector->bytes();
 }

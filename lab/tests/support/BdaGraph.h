@@ -20,12 +20,6 @@
 
 namespace labtest {
 
-// KSCATEGORY_BDA_NETWORK_TUNER and KSCATEGORY_BDA_RECEIVER_COMPONENT
-extern const GUID kBdaTunerCategory;
-extern const GUID kBdaReceiverCategory;
-
-HRESULT bindDeviceIn(const GUID &category, const std::wstring &name, CComPtr<IBaseFilter> &filter);
-
 // Keeps every byte the sample grabber's buffer callback sees.
 class StreamCollector : public GrabberCallback {
 public:

@@ -1,5 +1,6 @@
 #include "LabGraph.h"
 #include "GraphControl.h"
+#include "WaitFor.h"
 
 #include <oleauto.h>
 
@@ -43,15 +44,29 @@ std::vector<MonikerInfo> listDevices(const GUID &category)
     return devices;
 }
 
-HRESULT bindDevice(const std::wstring &name, CComPtr<IBaseFilter> &filter)
+const MonikerInfo *findDevice(const std::vector<MonikerInfo> &devices, const std::wstring &name)
 {
-    filter.Release();
-    for (const MonikerInfo &device : listDevices(CLSID_VideoInputDeviceCategory)) {
+    for (const MonikerInfo &device : devices) {
         const auto found = device.values.find(L"FriendlyName");
         if (found != device.values.end() && found->second == name)
-            return device.moniker->BindToObject(nullptr, nullptr, IID_PPV_ARGS(&filter));
+            return &device;
     }
-    return HRESULT_FROM_WIN32(ERROR_NOT_FOUND);
+    return nullptr;
+}
+
+HRESULT bindDeviceIn(const GUID &category, const std::wstring &name, CComPtr<IBaseFilter> &filter)
+{
+    filter.Release();
+    const std::vector<MonikerInfo> devices = listDevices(category);
+    const MonikerInfo *device = findDevice(devices, name);
+    if (!device)
+        return HRESULT_FROM_WIN32(ERROR_NOT_FOUND);
+    return device->moniker->BindToObject(nullptr, nullptr, IID_PPV_ARGS(&filter));
+}
+
+HRESULT bindDevice(const std::wstring &name, CComPtr<IBaseFilter> &filter)
+{
+    return bindDeviceIn(CLSID_VideoInputDeviceCategory, name, filter);
 }
 
 IPin *firstPin(IBaseFilter *filter, PIN_DIRECTION direction)
@@ -151,9 +166,7 @@ HRESULT LabGraph::capture(size_t frames, DWORD timeoutMs)
     const HRESULT hr = run();
     if (FAILED(hr))
         return hr;
-    const DWORD begin = GetTickCount();
-    while (m_collector->count() < frames && GetTickCount() - begin < timeoutMs)
-        Sleep(5);
+    waitFor([this, frames] { return m_collector->count() >= frames; }, timeoutMs);
     stop();
     return m_collector->count() >= frames ? S_OK : S_FALSE;
 }

@@ -27,7 +27,12 @@ struct MonikerInfo {
 };
 
 std::vector<MonikerInfo> listDevices(const GUID &category);
-// Binds the video-input device of that friendly name; the HRESULT of the bind otherwise.
+// The moniker of that friendly name in the list, or null.
+const MonikerInfo *findDevice(const std::vector<MonikerInfo> &devices, const std::wstring &name);
+// Binds the device of that friendly name in the category; the HRESULT of the bind, or
+// ERROR_NOT_FOUND.
+HRESULT bindDeviceIn(const GUID &category, const std::wstring &name, CComPtr<IBaseFilter> &filter);
+// bindDeviceIn for a video-input device.
 HRESULT bindDevice(const std::wstring &name, CComPtr<IBaseFilter> &filter);
 IPin *firstPin(IBaseFilter *filter, PIN_DIRECTION direction);
 

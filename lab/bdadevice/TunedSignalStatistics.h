@@ -12,7 +12,7 @@ namespace lab {
 
 class DeviceState;
 
-class SignalStatisticsPart : public IBDA_SignalStatistics {
+class TunedSignalStatistics : public IBDA_SignalStatistics {
 public:
     STDMETHODIMP put_SignalStrength(LONG) override { return E_NOTIMPL; }
     STDMETHODIMP get_SignalStrength(LONG *value) override;
@@ -26,7 +26,7 @@ public:
     STDMETHODIMP get_SampleTime(LONG *value) override;
 
 protected:
-    virtual ~SignalStatisticsPart() = default;
+    virtual ~TunedSignalStatistics() = default;
     virtual const BdaTuning &statisticsTuning() = 0;
     virtual DeviceState &statisticsDevice() = 0;
 

@@ -20,13 +20,13 @@
 // The module itself is unchanged and calls SetupAPI exactly as on Windows. On Windows the
 // function does nothing. Returns whether the module runs under Wine (and was patched).
 //
-// Link the CMake target sorvanelab_wine_setupapi.
+// Link the CMake target sorvane_wine_setupapi (built when SORVANE_FOR_WINE is on).
 #pragma once
 
 #include <windows.h>
 
-namespace lab {
+namespace winesupport {
 
 bool fillWineSetupApiGaps(HMODULE module);
 
-} // namespace lab
+} // namespace winesupport

@@ -9,7 +9,7 @@
 #include <mutex>
 #include <utility>
 
-namespace lab {
+namespace winesupport {
 
 class SelectedDrivers {
 public:
@@ -28,4 +28,4 @@ private:
     std::map<Key, SP_DRVINFO_DATA_V2_W> m_drivers;
 };
 
-} // namespace lab
+} // namespace winesupport

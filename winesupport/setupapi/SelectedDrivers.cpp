@@ -1,6 +1,6 @@
-#include "wine-setupapi/SelectedDrivers.h"
+#include "setupapi/SelectedDrivers.h"
 
-namespace lab {
+namespace winesupport {
 
 namespace {
 // Stands for "no device": the set's class driver list.
@@ -46,4 +46,4 @@ void SelectedDrivers::forgetSet(HDEVINFO set)
     m_drivers.erase(m_drivers.lower_bound(Key(set, 0)), m_drivers.upper_bound(Key(set, kClassList)));
 }
 
-} // namespace lab
+} // namespace winesupport

@@ -1,15 +1,15 @@
-#include "wine-setupapi/SetupApiGaps.h"
+#include "setupapi/SetupApiGaps.h"
 
 #include <cstring>
 #include <cwchar>
 #include <vector>
 
-#include "wine-setupapi/InfFile.h"
-#include "wine-setupapi/InstalledDriverInf.h"
-#include "wine-setupapi/RealSetupApi.h"
-#include "wine-setupapi/SelectedDrivers.h"
+#include "setupapi/InfFile.h"
+#include "setupapi/InstalledDriverInf.h"
+#include "setupapi/RealSetupApi.h"
+#include "setupapi/SelectedDrivers.h"
 
-namespace lab {
+namespace winesupport {
 
 namespace {
 
@@ -276,4 +276,4 @@ BOOL WINAPI SetupApiGaps::callClassInstaller(DI_FUNCTION function, HDEVINFO set,
     return queueDriverFiles(set, device, params.FileQueue);
 }
 
-} // namespace lab
+} // namespace winesupport

@@ -7,7 +7,7 @@
 
 #include <string>
 
-namespace lab {
+namespace winesupport {
 
 class InstalledDriverInf {
 public:
@@ -18,4 +18,4 @@ private:
     static std::wstring infPathValue(HKEY driverKey);
 };
 
-} // namespace lab
+} // namespace winesupport

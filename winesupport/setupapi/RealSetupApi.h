@@ -5,7 +5,7 @@
 #include <windows.h>
 #include <setupapi.h>
 
-namespace lab {
+namespace winesupport {
 
 struct RealSetupApi {
     decltype(&SetupDiGetDeviceRegistryPropertyW) getDeviceRegistryProperty = nullptr;
@@ -20,4 +20,4 @@ struct RealSetupApi {
     static const RealSetupApi &get();
 };
 
-} // namespace lab
+} // namespace winesupport

@@ -1,8 +1,8 @@
-#include "wine-setupapi/InstalledDriverInf.h"
+#include "setupapi/InstalledDriverInf.h"
 
 #include <vector>
 
-namespace lab {
+namespace winesupport {
 
 namespace {
 
@@ -55,4 +55,4 @@ std::wstring InstalledDriverInf::infPathValue(HKEY driverKey)
     return std::wstring(value.data());
 }
 
-} // namespace lab
+} // namespace winesupport

@@ -5,7 +5,7 @@
 #include <windows.h>
 #include <setupapi.h>
 
-namespace lab {
+namespace winesupport {
 
 class SetupApiGaps {
 public:
@@ -34,4 +34,4 @@ private:
     static BOOL queueDriverFiles(HDEVINFO set, SP_DEVINFO_DATA *device, HSPFILEQ queue);
 };
 
-} // namespace lab
+} // namespace winesupport

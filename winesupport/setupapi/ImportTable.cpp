@@ -1,8 +1,8 @@
-#include "wine-setupapi/ImportTable.h"
+#include "setupapi/ImportTable.h"
 
 #include <cstring>
 
-namespace lab {
+namespace winesupport {
 
 ImportTable::ImportTable(HMODULE module) : m_base(reinterpret_cast<BYTE *>(module)) {}
 
@@ -50,4 +50,4 @@ int ImportTable::redirect(const char *dll, const char *function, const void *rep
     return changed;
 }
 
-} // namespace lab
+} // namespace winesupport

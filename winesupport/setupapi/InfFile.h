@@ -4,7 +4,7 @@
 #include <windows.h>
 #include <setupapi.h>
 
-namespace lab {
+namespace winesupport {
 
 class InfFile {
 public:
@@ -25,4 +25,4 @@ private:
     HINF m_inf;
 };
 
-} // namespace lab
+} // namespace winesupport

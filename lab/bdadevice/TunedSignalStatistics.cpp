@@ -1,15 +1,15 @@
-#include "bdadevice/SignalStatisticsPart.h"
+#include "bdadevice/TunedSignalStatistics.h"
 
 namespace lab {
 
-HRESULT SignalStatisticsPart::readLong(BdaTuning::Statistic which, LONG *value)
+HRESULT TunedSignalStatistics::readLong(BdaTuning::Statistic which, LONG *value)
 {
     if (!value)
         return E_POINTER;
     return statisticsTuning().statistic(statisticsDevice(), which, *value);
 }
 
-HRESULT SignalStatisticsPart::readFlag(BdaTuning::Statistic which, BOOLEAN *value)
+HRESULT TunedSignalStatistics::readFlag(BdaTuning::Statistic which, BOOLEAN *value)
 {
     if (!value)
         return E_POINTER;
@@ -20,27 +20,27 @@ HRESULT SignalStatisticsPart::readFlag(BdaTuning::Statistic which, BOOLEAN *valu
     return hr;
 }
 
-STDMETHODIMP SignalStatisticsPart::get_SignalStrength(LONG *value)
+STDMETHODIMP TunedSignalStatistics::get_SignalStrength(LONG *value)
 {
     return readLong(BdaTuning::Statistic::Strength, value);
 }
 
-STDMETHODIMP SignalStatisticsPart::get_SignalQuality(LONG *value)
+STDMETHODIMP TunedSignalStatistics::get_SignalQuality(LONG *value)
 {
     return readLong(BdaTuning::Statistic::Quality, value);
 }
 
-STDMETHODIMP SignalStatisticsPart::get_SignalPresent(BOOLEAN *value)
+STDMETHODIMP TunedSignalStatistics::get_SignalPresent(BOOLEAN *value)
 {
     return readFlag(BdaTuning::Statistic::Present, value);
 }
 
-STDMETHODIMP SignalStatisticsPart::get_SignalLocked(BOOLEAN *value)
+STDMETHODIMP TunedSignalStatistics::get_SignalLocked(BOOLEAN *value)
 {
     return readFlag(BdaTuning::Statistic::Locked, value);
 }
 
-STDMETHODIMP SignalStatisticsPart::get_SampleTime(LONG *value)
+STDMETHODIMP TunedSignalStatistics::get_SampleTime(LONG *value)
 {
     return readLong(BdaTuning::Statistic::SampleTime, value);
 }

@@ -3,7 +3,7 @@
 
 #include <windows.h>
 
-namespace lab {
+namespace winesupport {
 
 class ImportTable {
 public:
@@ -20,4 +20,4 @@ private:
     BYTE *m_base;
 };
 
-} // namespace lab
+} // namespace winesupport

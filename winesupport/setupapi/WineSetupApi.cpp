@@ -1,10 +1,10 @@
-#include "lab/WineSetupApi.h"
+#include "winesupport/WineSetupApi.h"
 
-#include "wine-setupapi/ImportTable.h"
-#include "wine-setupapi/RealSetupApi.h"
-#include "wine-setupapi/SetupApiGaps.h"
+#include "setupapi/ImportTable.h"
+#include "setupapi/RealSetupApi.h"
+#include "setupapi/SetupApiGaps.h"
 
-namespace lab {
+namespace winesupport {
 
 namespace {
 
@@ -40,4 +40,4 @@ bool fillWineSetupApiGaps(HMODULE module)
     return true;
 }
 
-} // namespace lab
+} // namespace winesupport

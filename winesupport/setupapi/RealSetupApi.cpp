@@ -1,6 +1,6 @@
-#include "wine-setupapi/RealSetupApi.h"
+#include "setupapi/RealSetupApi.h"
 
-namespace lab {
+namespace winesupport {
 
 namespace {
 
@@ -32,4 +32,4 @@ const RealSetupApi &RealSetupApi::get()
     return api;
 }
 
-} // namespace lab
+} // namespace winesupport

@@ -1,8 +1,8 @@
-#include "wine-setupapi/InfFile.h"
+#include "setupapi/InfFile.h"
 
 #include <cwchar>
 
-namespace lab {
+namespace winesupport {
 
 namespace {
 
@@ -75,4 +75,4 @@ bool InfFile::queueInstallFiles(const wchar_t *section, HSPFILEQ queue) const
     return SetupInstallFilesFromInfSectionW(m_inf, nullptr, queue, actual, nullptr, SP_COPY_NEWER_ONLY) != FALSE;
 }
 
-} // namespace lab
+} // namespace winesupport
