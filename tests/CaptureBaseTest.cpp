@@ -11,6 +11,8 @@
 #include "SideThread.h"
 #include "WindowWatcher.h"
 
+#include <CaptureDevice.h>
+#include <DeviceIdParser.h>
 #include <ModuleRegistration.h>
 #include <lab/FrameMark.h>
 #include <lab/LabControl.h>
@@ -100,6 +102,41 @@ TEST_F(CaptureBaseTest, MissingDeviceIsNoDeviceWithAWarning)
         EXPECT_EQ(e.getErrorEvent(), nullptr);
         capture.cleanUpAll();
     }
+}
+
+// Every device discovery lists is found again by a capture given the record a test module
+// builds from that listing (name, description and the listed identity as locator): the analog
+// filter by its own device path, the tuner filter of a card by the card's instance.
+TEST_F(CaptureBaseTest, EveryListedDeviceIsFoundByTheIdentityDiscoveryGaveIt)
+{
+    kel::Array<sorvane::CaptureDevice> devices;
+    sorvane::CaptureDevice::enumerateDevices(devices);
+    ASSERT_FALSE(devices.isEmpty());
+    int analogDevices = 0;
+    for (int i = 0; i < devices.size(); ++i) {
+        const sorvane::CaptureDevice &device = devices[i];
+        SCOPED_TRACE(narrow(device.name()));
+        for (int m = 0; m < device.monikers().size(); ++m) {
+            const sorvane::DSMoniker &moniker = device.monikers()[m];
+            if (moniker.captureStreamType() == sorvane::CaptureStreamType::DIGITAL()) {
+                EXPECT_EQ(narrow(sorvane::DeviceIdParser::instanceKey(moniker.devicePath())),
+                          narrow(sorvane::DeviceIdParser::instanceKey(device.guid())));
+                continue;
+            }
+            PlainCapture capture(sorvane::test::captureDevice(moniker.filterName(), moniker.description(),
+                                                              device.guid()),
+                                 kel::String(kTitle));
+            const CaptureException e = outcomeOf([&] {
+                capture.setupGraph();
+                capture.setupDevice();
+            });
+            EXPECT_EQ(e.getResult(), TestResult::PASS()) << narrow(e.toString());
+            EXPECT_EQ(narrow(capture.devicePath()), narrow(moniker.devicePath()));
+            capture.cleanUpAll();
+            ++analogDevices;
+        }
+    }
+    EXPECT_GT(analogDevices, 0);
 }
 
 // Moves the video-input category's device keys aside for one test, so it is empty.

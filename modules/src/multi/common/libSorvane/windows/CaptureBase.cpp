@@ -3,6 +3,7 @@
 #include "CaptureLog.h"
 #include "CaptureUtil.h"
 #include "ComRelease.h"
+#include "DeviceIdParser.h"
 #include "ErrorHandler.h"
 #include "LibraryModule.h"
 #include "ModuleRegistration.h"
@@ -45,17 +46,6 @@ kel::String readBagText(IPropertyBag *bag, const wchar_t *name)
     if (FAILED(bag->Read(name, value.get(), nullptr)))
         return kel::String();
     return value.text();
-}
-
-// The device's identifier as the framework writes it: the path after "\\?\", upper-cased,
-// with "#" turned into "\".
-kel::String identifierFromPath(const kel::String &path)
-{
-    const kel::String marker(L"?\\");
-    const int at = path.find(marker);
-    if (at == kel::String::npos || at + marker.length() >= path.length())
-        return kel::String();
-    return path.substring(at + marker.length()).toUpper().replace(kel::String(L"#"), kel::String(L"\\"));
 }
 
 bool isElapsed(const kel::Stopwatch *watch, double limitSeconds)
@@ -293,7 +283,7 @@ void CaptureBase::setupDevice()
         if (SUCCEEDED(moniker->BindToStorage(nullptr, nullptr, IID_PPV_ARGS(&bag)))) {
             const kel::String path = readBagText(bag, L"DevicePath");
             SORVANE_LOG_DETAIL("DevicePath from propertybag: " << path);
-            const kel::String identifier = identifierFromPath(path);
+            const kel::String identifier = DeviceIdParser::pathIdentifier(path);
             const kel::String monikerName = readBagText(bag, byDescription ? L"Description" : L"FriendlyName");
             SORVANE_LOG_DETAIL("compare " << monikerName << " @ " << identifier << " against " << wantedName << " @ "
                                           << locator);

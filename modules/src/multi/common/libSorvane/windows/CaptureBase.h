@@ -76,7 +76,6 @@ protected:
     kel::String m_outputFile;
 
 private:
-    bool matchMoniker(IMoniker *moniker, const kel::String &deviceName, const kel::String &locator);
     void throwIfRunFailed(HRESULT hr);
     void pumpMessagesUntil(const boost::function<bool()> &stopCondition);
     void askWhetherTestPassed();
