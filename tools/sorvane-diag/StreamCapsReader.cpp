@@ -62,7 +62,7 @@ std::wstring StreamCapsReader::bagText(IMoniker *moniker, const wchar_t *key)
     return value.value().bstrVal;
 }
 
-CComPtr<IMoniker> StreamCapsReader::findMoniker(const std::wstring &name, const std::wstring &description)
+CComPtr<IMoniker> StreamCapsReader::findMoniker(const std::wstring &name, const std::wstring &devicePath)
 {
     CComPtr<ICreateDevEnum> devices;
     CComPtr<IEnumMoniker> monikers;
@@ -71,9 +71,7 @@ CComPtr<IMoniker> StreamCapsReader::findMoniker(const std::wstring &name, const 
         return CComPtr<IMoniker>(); // S_FALSE: the category is empty.
     CComPtr<IMoniker> moniker;
     while (monikers->Next(1, &moniker, nullptr) == S_OK) {
-        if (bagText(moniker, L"FriendlyName") == name)
-            return moniker;
-        if (!description.empty() && bagText(moniker, L"Description") == description)
+        if (bagText(moniker, L"FriendlyName") == name && bagText(moniker, L"DevicePath") == devicePath)
             return moniker;
         moniker.Release();
     }
@@ -138,10 +136,10 @@ bool StreamCapsReader::describe(const AM_MEDIA_TYPE &type, const VIDEO_STREAM_CO
     return true;
 }
 
-bool StreamCapsReader::read(const std::wstring &name, const std::wstring &description,
+bool StreamCapsReader::read(const std::wstring &name, const std::wstring &devicePath,
                             std::vector<StreamCapability> &capabilities, std::wstring &problem)
 {
-    const CComPtr<IMoniker> moniker = findMoniker(name, description);
+    const CComPtr<IMoniker> moniker = findMoniker(name, devicePath);
     if (!moniker) {
         problem = L"no video input device of that name";
         return false;
