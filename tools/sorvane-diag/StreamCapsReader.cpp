@@ -1,7 +1,8 @@
 #include "StreamCapsReader.h"
 #include "HostError.h"
-#include "MediaTypeOwner.h"
-#include "VariantOwner.h"
+
+#include <MediaTypeOwner.h>
+#include <MonikerProperty.h>
 
 #include <dvdmedia.h>
 #include <uuids.h>
@@ -51,17 +52,6 @@ std::wstring StreamCapsReader::subtypeName(const GUID &subtype)
     return text;
 }
 
-std::wstring StreamCapsReader::bagText(IMoniker *moniker, const wchar_t *key)
-{
-    CComPtr<IPropertyBag> bag;
-    if (FAILED(moniker->BindToStorage(nullptr, nullptr, IID_PPV_ARGS(&bag))))
-        return std::wstring();
-    VariantOwner value;
-    if (FAILED(bag->Read(key, value.get(), nullptr)) || value.value().vt != VT_BSTR || !value.value().bstrVal)
-        return std::wstring();
-    return value.value().bstrVal;
-}
-
 CComPtr<IMoniker> StreamCapsReader::findMoniker(const std::wstring &name, const std::wstring &devicePath)
 {
     CComPtr<ICreateDevEnum> devices;
@@ -71,7 +61,8 @@ CComPtr<IMoniker> StreamCapsReader::findMoniker(const std::wstring &name, const 
         return CComPtr<IMoniker>(); // S_FALSE: the category is empty.
     CComPtr<IMoniker> moniker;
     while (monikers->Next(1, &moniker, nullptr) == S_OK) {
-        if (bagText(moniker, L"FriendlyName") == name && bagText(moniker, L"DevicePath") == devicePath)
+        if (MonikerProperty::read(moniker, L"FriendlyName").wstr() == name &&
+            MonikerProperty::read(moniker, L"DevicePath").wstr() == devicePath)
             return moniker;
         moniker.Release();
     }

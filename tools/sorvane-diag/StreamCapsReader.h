@@ -24,7 +24,6 @@ public:
 
 private:
     static CComPtr<IMoniker> findMoniker(const std::wstring &name, const std::wstring &devicePath);
-    static std::wstring bagText(IMoniker *moniker, const wchar_t *key);
     static CComPtr<IAMStreamConfig> captureConfig(IBaseFilter *filter);
     static bool isCapturePin(IPin *pin);
     static bool describe(const AM_MEDIA_TYPE &type, const VIDEO_STREAM_CONFIG_CAPS &caps, StreamCapability &capability);

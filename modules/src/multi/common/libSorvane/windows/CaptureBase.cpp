@@ -7,9 +7,9 @@
 #include "ErrorHandler.h"
 #include "LibraryModule.h"
 #include "ModuleRegistration.h"
+#include "MonikerProperty.h"
 #include "PassFailQuestion.h"
 #include "ScopeExit.h"
-#include "ScopedVariant.h"
 #include "SdkGuids.h"
 #include "resources/CaptureWindowIds.h"
 
@@ -39,14 +39,6 @@ const double kRecordingSeconds = 3.0;
 const long kOperationAborted = 995;
 const int kRunInfoPriority = 2;
 const int kRunWarningPriority = 3;
-
-kel::String readBagText(IPropertyBag *bag, const wchar_t *name)
-{
-    ScopedVariant value;
-    if (FAILED(bag->Read(name, value.get(), nullptr)))
-        return kel::String();
-    return value.text();
-}
 
 bool isElapsed(const kel::Stopwatch *watch, double limitSeconds)
 {
@@ -281,10 +273,10 @@ void CaptureBase::setupDevice()
     while (!found && monikers->Next(1, &moniker, nullptr) == S_OK) {
         CComPtr<IPropertyBag> bag;
         if (SUCCEEDED(moniker->BindToStorage(nullptr, nullptr, IID_PPV_ARGS(&bag)))) {
-            const kel::String path = readBagText(bag, L"DevicePath");
+            const kel::String path = MonikerProperty::read(bag, L"DevicePath");
             SORVANE_LOG_DETAIL("DevicePath from propertybag: " << path);
             const kel::String identifier = DeviceIdParser::pathIdentifier(path);
-            const kel::String monikerName = readBagText(bag, byDescription ? L"Description" : L"FriendlyName");
+            const kel::String monikerName = MonikerProperty::read(bag, byDescription ? L"Description" : L"FriendlyName");
             SORVANE_LOG_DETAIL("compare " << monikerName << " @ " << identifier << " against " << wantedName << " @ "
                                           << locator);
             if (monikerName == wantedName && identifier == locator) {

@@ -4,9 +4,9 @@
 #include "DeviceIdParser.h"
 #include "ErrorHandler.h"
 #include "ModuleRegistration.h"
+#include "MonikerProperty.h"
 #include "Mpeg2StreamAnalyzer.h"
 #include "StreamHealthMonitor.h"
-#include "ScopedVariant.h"
 #include "SdkGuids.h"
 
 #include <ruvo/DeviceCapability.h>
@@ -37,13 +37,6 @@ const int kNotMeasured = -3;
 kel::String hrText(HRESULT hr)
 {
     return ErrorHandler::errorMessageFromHr(hr);
-}
-
-kel::String readBagText(IPropertyBag *bag, const wchar_t *name, HRESULT &hr)
-{
-    ScopedVariant value;
-    hr = bag->Read(name, value.get(), nullptr);
-    return SUCCEEDED(hr) ? value.text() : kel::String();
 }
 
 bool hasMajorType(IPin *pin, const GUID &majorType, const GUID *subType)
@@ -243,12 +236,12 @@ bool DigitalTuner::monikerMatches(IMoniker *moniker, bool matchDevice, bool cons
         failed = true;
         return false;
     }
-    friendlyName = readBagText(bag, L"FriendlyName", hr);
+    friendlyName = MonikerProperty::read(bag, L"FriendlyName", hr);
     if (FAILED(hr)) {
         SORVANE_LOG_ERROR("IPropertyBag::Read(FriendlyName) failed: " << hrText(hr));
         return false;
     }
-    const kel::String devicePath = readBagText(bag, L"DevicePath", hr);
+    const kel::String devicePath = MonikerProperty::read(bag, L"DevicePath", hr);
 
     if (matchDevice) {
         kel::String locator = m_device.property("DeviceLocator").toKELString();
