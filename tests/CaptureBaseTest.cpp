@@ -324,6 +324,47 @@ TEST_F(CaptureBaseTest, RecordingWritesTheLabsFramesToAnAviInTheTempFolder)
     DeleteFileW(path.c_str());
 }
 
+// On the manual clock neither the preview nor the recording would ever reach its time: the
+// stop request alone ends each, at the run loop's first look, with the graph stopped.
+TEST_F(CaptureBaseTest, StopRequestEndsPreviewAndRecordingWithoutRetry)
+{
+    const struct {
+        const char *mode;
+        bool preview;
+    } cases[] = {{"preview", true}, {"recording", false}};
+    size_t runs = 0;
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.mode);
+        lab::clearJournal(kCamera);
+        sorvane::test::ManualClock clock;
+        recorder().stopChecks = 0;
+        recorder().requestStopAtCheck(1);
+        PlainCapture capture(camera(), kel::String(kTitle));
+
+        const CaptureException e = outcomeOf([&] {
+            if (c.preview)
+                capture.captureToScreen();
+            else
+                capture.captureToFile(kel::String(L"sorvane-core-stopped"));
+        });
+
+        EXPECT_EQ(e.getResult(), TestResult::USERABORTED());
+        EXPECT_EQ(e.getErrorEvent(), nullptr);
+        EXPECT_EQ(e.getWarningEvent(), nullptr);
+        EXPECT_EQ(e.getErrorCode(), 0);
+        EXPECT_EQ(recorder().stopChecks, 1);
+        EXPECT_EQ(journalCount(L"Run"), 1);
+        EXPECT_GE(journalCount(L"Stop"), 1);
+        EXPECT_EQ(log().find(kel::String(L"run: stop requested")).size(), ++runs);
+        EXPECT_FALSE(log().contains(kel::String(L"callMethodWithRetries, tryNum")));
+        EXPECT_EQ(capture.graph(), nullptr);
+    }
+    recorder().requestStopAtCheck(0);
+    wchar_t temp[MAX_PATH];
+    GetTempPathW(MAX_PATH, temp);
+    DeleteFileW((std::wstring(temp) + L"sorvane-core-stopped.avi").c_str());
+}
+
 TEST_F(CaptureBaseTest, GraphEventsReachingTheWindowAreDrained)
 {
     PlainCapture capture(camera(), kel::String(kTitle));

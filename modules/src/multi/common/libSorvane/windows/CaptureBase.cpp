@@ -45,18 +45,6 @@ bool isElapsed(const kel::Stopwatch *watch, double limitSeconds)
     return watch->elapsedSeconds() > limitSeconds;
 }
 
-// A preview or recording also ends early when the person asks the test to stop.
-bool isElapsedOrStopped(const kel::Stopwatch *watch, double limitSeconds)
-{
-    return ruvo::DiagModule::checkForStop() || isElapsed(watch, limitSeconds);
-}
-
-void throwIfStopRequested()
-{
-    if (ruvo::DiagModule::checkForStop())
-        THROW_ERROR(TestResult::USERABORTED(), 0, nullptr);
-}
-
 // Run failures that mean another program holds the device.
 bool isDeviceInUse(HRESULT hr)
 {
@@ -160,8 +148,7 @@ void CaptureBase::doCaptureToScreen()
 
     const double limit = g_testRunTime->isset() ? static_cast<double>(g_testRunTime->value().valueUint32()) : 3.0;
     kel::Stopwatch watch;
-    run(boost::bind(&isElapsedOrStopped, &watch, limit), true, false);
-    throwIfStopRequested();
+    run(boost::bind(&isElapsed, &watch, limit), true, false);
 
     if (g_interactive->isset() && g_interactive->value().valueBool())
         askWhetherTestPassed();
@@ -190,8 +177,7 @@ void CaptureBase::doCaptureToFile(const kel::String &fileName)
 
     // A recording always lasts the same, whatever the preview time is set to.
     kel::Stopwatch watch;
-    run(boost::bind(&isElapsedOrStopped, &watch, kRecordingSeconds), false, true);
-    throwIfStopRequested();
+    run(boost::bind(&isElapsed, &watch, kRecordingSeconds), false, true);
 }
 
 void CaptureBase::setupGraph()
@@ -389,12 +375,14 @@ void CaptureBase::run(boost::function<bool()> stopCondition, bool withWindow, bo
     if (withWindow)
         showVideoWindow();
 
-    pumpMessagesUntil(stopCondition);
+    const bool stopRequested = pumpMessagesUntil(stopCondition);
 
     SORVANE_LOG_DETAIL("ready to stop");
     // Closing the window releases the graph while the loop goes on.
     if (m_mediaControl)
         m_mediaControl->Stop();
+    if (stopRequested)
+        THROW_ERROR(TestResult::USERABORTED(), 0, nullptr);
 }
 
 void CaptureBase::throwIfRunFailed(HRESULT hr)
@@ -413,8 +401,11 @@ void CaptureBase::throwIfRunFailed(HRESULT hr)
     THROW_ERROR(TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
 }
 
-// Spins between message batches without sleeping, so the condition is seen at once.
-void CaptureBase::pumpMessagesUntil(const boost::function<bool()> &stopCondition)
+// Spins between message batches without sleeping, so the condition is seen at once. The
+// person's stop request is noticed here, for every kind of run, before the condition is asked
+// again: a scan then tunes no further channel, a capture waits no longer. True when that
+// request ended the loop.
+bool CaptureBase::pumpMessagesUntil(const boost::function<bool()> &stopCondition)
 {
     for (;;) {
         MSG message;
@@ -423,8 +414,12 @@ void CaptureBase::pumpMessagesUntil(const boost::function<bool()> &stopCondition
             TranslateMessage(&message);
             DispatchMessageW(&message);
         }
+        if (ruvo::DiagModule::checkForStop()) {
+            SORVANE_LOG_DETAIL("run: stop requested");
+            return true;
+        }
         if (stopCondition())
-            return;
+            return false;
     }
 }
 

@@ -77,7 +77,7 @@ protected:
 
 private:
     void throwIfRunFailed(HRESULT hr);
-    void pumpMessagesUntil(const boost::function<bool()> &stopCondition);
+    bool pumpMessagesUntil(const boost::function<bool()> &stopCondition);
     void askWhetherTestPassed();
     void bindVideoWindow();
     kel::String graphText() const;
