@@ -123,9 +123,9 @@ TEST_F(CaptureBaseTest, EveryListedDeviceIsFoundByTheIdentityDiscoveryGaveIt)
                           narrow(sorvane::DeviceIdParser::instanceKey(device.guid())));
                 continue;
             }
-            PlainCapture capture(sorvane::test::captureDevice(moniker.filterName(), moniker.description(),
-                                                              device.guid()),
-                                 kel::String(kTitle));
+            PlainCapture capture(
+                sorvane::test::captureDevice(moniker.filterName(), moniker.description(), device.guid()),
+                kel::String(kTitle));
             const CaptureException e = outcomeOf([&] {
                 capture.setupGraph();
                 capture.setupDevice();

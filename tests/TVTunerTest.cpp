@@ -275,8 +275,7 @@ TEST_F(TVTunerTest, StopRequestDuringTheLastChannelStillEndsThePassWithoutSignal
     EXPECT_EQ(e.getErrorEvent(), nullptr);
     EXPECT_EQ(recorder().percentResets, 2);
     // The second pass stops before its first tune.
-    EXPECT_EQ(tunedChannels(kLabTVCard),
-              (std::vector<std::wstring>{L"Channel 2 antenna TV", L"Channel 3 antenna TV"}));
+    EXPECT_EQ(tunedChannels(kLabTVCard), (std::vector<std::wstring>{L"Channel 2 antenna TV", L"Channel 3 antenna TV"}));
 }
 
 } // namespace

@@ -76,6 +76,9 @@ protected:
     kel::String m_outputFile;
 
 private:
+    CComPtr<IEnumMoniker> videoInputMonikers();
+    void bindDeviceFilter(IEnumMoniker *monikers, const kel::String &wantedName, bool byDescription,
+                          const kel::String &locator);
     void throwIfRunFailed(HRESULT hr);
     bool pumpMessagesUntil(const boost::function<bool()> &stopCondition);
     void askWhetherTestPassed();
