@@ -3,6 +3,7 @@
 #include "CaptureUtil.h"
 #include "CountryDialog.h"
 #include "ErrorHandler.h"
+#include "LogTexts.h"
 #include "MediaTypeOwner.h"
 #include "ModuleRegistration.h"
 #include "ScopeExit.h"
@@ -365,8 +366,8 @@ bool AnalogTuner::isSignalPresent()
         SORVANE_LOG_DETAIL("call m_tuner->SignalPresent");
         long strength = AMTUNER_NOSIGNAL;
         const HRESULT hr = m_tuner->SignalPresent(&strength);
-        SORVANE_LOG_DETAIL("m_tuner->SignalPresent returned hr/signalPresent: 0x"
-                           << kel::String::hex(static_cast<uint32_t>(hr), true) << "/" << strength);
+        SORVANE_LOG_DETAIL(LogTexts::SIGNAL_PRESENT_ANSWER << kel::String::hex(static_cast<uint32_t>(hr), true) << "/"
+                                                           << strength);
         if (SUCCEEDED(hr) && strength == AMTUNER_SIGNALPRESENT) {
             SORVANE_LOG_DETAIL("isSignalPresent found signal");
             return true;

@@ -6,6 +6,7 @@
 #include "DeviceIdParser.h"
 #include "ErrorHandler.h"
 #include "LibraryModule.h"
+#include "LogTexts.h"
 #include "ModuleRegistration.h"
 #include "MonikerProperty.h"
 #include "PassFailQuestion.h"
@@ -390,8 +391,7 @@ void CaptureBase::throwIfRunFailed(HRESULT hr)
         SORVANE_LOG(kRunWarningPriority, "CaptureBase::run(), device busy");
         THROW_WARNING(TestResult::DEVICEBUSY(), hr, g_fastAccessRunning);
     }
-    SORVANE_LOG_ERROR("IMediaControl::Run() failed: " << ErrorHandler::errorMessageFromHr(hr) << "\ngraph:\n"
-                                                      << graphText());
+    SORVANE_LOG_ERROR(LogTexts::RUN_FAILED << ErrorHandler::errorMessageFromHr(hr) << "\ngraph:\n" << graphText());
     THROW_ERROR(TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
 }
 

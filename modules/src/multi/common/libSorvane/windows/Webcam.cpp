@@ -4,6 +4,7 @@
 #include "ErrorHandler.h"
 #include "FramesSavedCheck.h"
 #include "InPlaceMediaType.h"
+#include "LogTexts.h"
 #include "ModuleRegistration.h"
 #include "SampleGrabberCallback.h"
 #include "ScopeExit.h"
@@ -234,8 +235,8 @@ void Webcam::doCaptureFrames(unsigned long long count)
             SORVANE_LOG_DETAIL(text);
     }
     if (m_frames.size() < count) {
-        SORVANE_LOG_DETAIL("Unable to capture " << count << " frames, got "
-                                                << static_cast<unsigned long long>(m_frames.size()));
+        SORVANE_LOG_DETAIL(LogTexts::SHORTFALL_BEFORE << count << LogTexts::SHORTFALL_AFTER
+                                                      << static_cast<unsigned long long>(m_frames.size()));
         THROW_ERROR(ruvo::TestResult::FAIL(), 0, g_errorCapturingFrames);
     }
     SORVANE_LOG_DETAIL("returning " << static_cast<unsigned long long>(m_frames.size()) << " frames");
@@ -280,7 +281,7 @@ void Webcam::captureWithCapability(IAMStreamConfig *streamConfig, const AM_MEDIA
     SORVANE_LOG_DETAIL("SetFormat to " << CaptureUtil::mediaTypeToString(capability));
     const HRESULT hr = streamConfig->SetFormat(const_cast<AM_MEDIA_TYPE *>(capability));
     if (FAILED(hr)) {
-        SORVANE_LOG_ERROR("SetFormat failed: " << ErrorHandler::errorMessageFromHr(hr));
+        SORVANE_LOG_ERROR(LogTexts::SET_FORMAT_FAILED << ErrorHandler::errorMessageFromHr(hr));
         THROW_ERROR(ruvo::TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
     }
     m_mediaType.reset(CaptureUtil::createMediaType(capability));
