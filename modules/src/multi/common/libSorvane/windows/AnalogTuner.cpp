@@ -170,10 +170,8 @@ void AnalogTuner::setupDevice()
         routeCrossbar();
 
     hr = m_tuner->put_Mode(static_cast<AMTunerModeType>(m_mode));
-    if (FAILED(hr)) {
-        SORVANE_LOG_ERROR("put_Mode failed: " << hrText(hr));
-        THROW_ERROR(ruvo::TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
-    }
+    if (FAILED(hr))
+        SORVANE_THROW_FAILED("put_Mode failed: ", hr, ruvo::TestResult::FAIL(), g_errorCreatingFilterGraph);
 }
 
 void AnalogTuner::routeCrossbar()

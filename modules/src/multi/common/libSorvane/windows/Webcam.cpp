@@ -261,10 +261,9 @@ int Webcam::capabilityCount(IAMStreamConfig *streamConfig)
     int count = 0;
     int size = 0;
     const HRESULT hr = streamConfig->GetNumberOfCapabilities(&count, &size);
-    if (FAILED(hr)) {
-        SORVANE_LOG_ERROR("GetNumberOfCapabilities failed: " << ErrorHandler::errorMessageFromHr(hr));
-        THROW_ERROR(ruvo::TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
-    }
+    if (FAILED(hr))
+        SORVANE_THROW_FAILED("GetNumberOfCapabilities failed: ", hr, ruvo::TestResult::FAIL(),
+                             g_errorCreatingFilterGraph);
     if (size != sizeof(VIDEO_STREAM_CONFIG_CAPS)) {
         SORVANE_LOG_ERROR("Capability size != sizeof(VIDEO_STREAM_CONFIG_CAPS)");
         THROW_ERROR(ruvo::TestResult::FAIL(), 0, g_errorCreatingFilterGraph);
@@ -280,10 +279,8 @@ void Webcam::captureWithCapability(IAMStreamConfig *streamConfig, const AM_MEDIA
 
     SORVANE_LOG_DETAIL("SetFormat to " << CaptureUtil::mediaTypeToString(capability));
     const HRESULT hr = streamConfig->SetFormat(const_cast<AM_MEDIA_TYPE *>(capability));
-    if (FAILED(hr)) {
-        SORVANE_LOG_ERROR(LogTexts::SET_FORMAT_FAILED << ErrorHandler::errorMessageFromHr(hr));
-        THROW_ERROR(ruvo::TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
-    }
+    if (FAILED(hr))
+        SORVANE_THROW_FAILED(LogTexts::SET_FORMAT_FAILED, hr, ruvo::TestResult::FAIL(), g_errorCreatingFilterGraph);
     m_mediaType.reset(CaptureUtil::createMediaType(capability));
     if (!m_mediaType) {
         SORVANE_LOG_ERROR("createMediaType failed");
@@ -312,10 +309,8 @@ void Webcam::attachCallback(unsigned long long count)
     m_sampleGrabberCallback = new SampleGrabberCallback(m_captureDelay, count);
     const HRESULT hr = m_sampleGrabber->SetCallback(m_sampleGrabberCallback, 0);
     SORVANE_LOG_DETAIL("set sampleGrabberCallback: " << ErrorHandler::errorMessageFromHr(hr));
-    if (FAILED(hr)) {
-        SORVANE_LOG_ERROR("SetCallback failed: " << ErrorHandler::errorMessageFromHr(hr));
-        THROW_ERROR(ruvo::TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
-    }
+    if (FAILED(hr))
+        SORVANE_THROW_FAILED("SetCallback failed: ", hr, ruvo::TestResult::FAIL(), g_errorCreatingFilterGraph);
 }
 
 void Webcam::detachCallback()
@@ -342,10 +337,8 @@ void Webcam::takeFramesFromCallback(unsigned long long count)
 
     InPlaceMediaType connected;
     const HRESULT hr = m_sampleGrabber->GetConnectedMediaType(connected.receive());
-    if (FAILED(hr)) {
-        SORVANE_LOG_ERROR("GetConnectedMediaType failed: " << ErrorHandler::errorMessageFromHr(hr));
-        THROW_ERROR(ruvo::TestResult::FAIL(), hr, g_errorCapturingFrames);
-    }
+    if (FAILED(hr))
+        SORVANE_THROW_FAILED("GetConnectedMediaType failed: ", hr, ruvo::TestResult::FAIL(), g_errorCapturingFrames);
     m_mediaType.reset(CaptureUtil::createMediaType(&connected.get()));
     if (!m_mediaType) {
         SORVANE_LOG_ERROR("createMediaType failed");
@@ -387,20 +380,15 @@ void Webcam::setupSampleGrabber()
         wanted = *m_mediaType.get(); // the grabber copies what it needs; the format block stays ours
     }
     HRESULT hr = m_sampleGrabber->SetMediaType(&wanted);
-    if (FAILED(hr)) {
-        SORVANE_LOG_ERROR("SampleGrabber SetMediaType failed:" << ErrorHandler::errorMessageFromHr(hr));
-        THROW_ERROR(ruvo::TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
-    }
+    if (FAILED(hr))
+        SORVANE_THROW_FAILED("SampleGrabber SetMediaType failed:", hr, ruvo::TestResult::FAIL(),
+                             g_errorCreatingFilterGraph);
     hr = m_sampleGrabber->SetOneShot(FALSE);
-    if (FAILED(hr)) {
-        SORVANE_LOG_ERROR("SetOneShot failed:" << ErrorHandler::errorMessageFromHr(hr));
-        THROW_ERROR(ruvo::TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
-    }
+    if (FAILED(hr))
+        SORVANE_THROW_FAILED("SetOneShot failed:", hr, ruvo::TestResult::FAIL(), g_errorCreatingFilterGraph);
     hr = m_sampleGrabber->SetBufferSamples(FALSE);
-    if (FAILED(hr)) {
-        SORVANE_LOG_ERROR("SetBufferSamples failed: " << ErrorHandler::errorMessageFromHr(hr));
-        THROW_ERROR(ruvo::TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
-    }
+    if (FAILED(hr))
+        SORVANE_THROW_FAILED("SetBufferSamples failed: ", hr, ruvo::TestResult::FAIL(), g_errorCreatingFilterGraph);
 }
 
 void Webcam::renderToSaver()
@@ -415,10 +403,9 @@ void Webcam::renderToSaver()
     setupSampleGrabber();
     if (!m_sinkFilter) {
         const HRESULT hr = m_sinkFilter.CoCreateInstance(CLSID_NullRenderer, nullptr, CLSCTX_INPROC_SERVER);
-        if (FAILED(hr)) {
-            SORVANE_LOG_ERROR("Unable to create NullRenderer:" << ErrorHandler::errorMessageFromHr(hr));
-            THROW_ERROR(ruvo::TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
-        }
+        if (FAILED(hr))
+            SORVANE_THROW_FAILED("Unable to create NullRenderer:", hr, ruvo::TestResult::FAIL(),
+                                 g_errorCreatingFilterGraph);
         addFilter(m_sinkFilter, kel::String(L"NullRenderer"));
     }
 
