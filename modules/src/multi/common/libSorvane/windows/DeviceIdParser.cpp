@@ -44,10 +44,9 @@ DeviceIdParser::InstanceIdKind DeviceIdParser::readInstanceIdCodes(const kel::St
         codeAfter(kel::String(L"VEN_"), id, codes.vendor);
         codeAfter(kel::String(L"DEV_"), id, codes.device);
     } else {
-        if (!codeAfter(kel::String(L"VID_"), id, codes.vendor))
-            codeAfter(kel::String(L"VEN_"), id, codes.vendor);
-        if (!codeAfter(kel::String(L"PID_"), id, codes.device))
-            codeAfter(kel::String(L"DEV_"), id, codes.device);
+        // Any other enumerator's ID reads as a device path does.
+        readPathCodes(id, codes);
+        return kind;
     }
     codeAfter(kel::String(L"SUBSYS_"), id, codes.subsys);
     codeAfter(kel::String(L"REV_"), id, codes.rev);
