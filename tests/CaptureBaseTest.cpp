@@ -13,6 +13,7 @@
 
 #include <CaptureDevice.h>
 #include <DeviceIdParser.h>
+#include <SmartCoInitialize.h>
 #include <ModuleRegistration.h>
 #include <lab/FrameMark.h>
 #include <lab/LabControl.h>
@@ -111,7 +112,12 @@ TEST_F(CaptureBaseTest, MissingDeviceIsNoDeviceWithAWarning)
 TEST_F(CaptureBaseTest, EveryListedDeviceIsFoundByTheIdentityDiscoveryGaveIt)
 {
     kel::Array<sorvane::CaptureDevice> devices;
-    sorvane::CaptureDevice::enumerateDevices(devices);
+    {
+        // Discovery runs in the caller's apartment; each capture enters one of its own.
+        sorvane::SmartCoInitialize com;
+        com.initialize();
+        sorvane::CaptureDevice::enumerateDevices(devices);
+    }
     ASSERT_FALSE(devices.isEmpty());
     int analogDevices = 0;
     for (int i = 0; i < devices.size(); ++i) {
