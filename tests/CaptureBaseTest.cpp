@@ -335,14 +335,13 @@ TEST_F(CaptureBaseTest, RecordingWritesTheLabsFramesToAnAviInTheTempFolder)
 }
 
 // On the manual clock neither the preview nor the recording would ever reach its time: the
-// stop request alone ends each, at the run loop's first look, with the graph stopped.
+// stop request alone ends each, at its first look, with the graph stopped.
 TEST_F(CaptureBaseTest, StopRequestEndsPreviewAndRecordingWithoutRetry)
 {
     const struct {
         const char *mode;
         bool preview;
     } cases[] = {{"preview", true}, {"recording", false}};
-    size_t runs = 0;
     for (const auto &c : cases) {
         SCOPED_TRACE(c.mode);
         lab::clearJournal(kCamera);
@@ -365,7 +364,6 @@ TEST_F(CaptureBaseTest, StopRequestEndsPreviewAndRecordingWithoutRetry)
         EXPECT_EQ(recorder().stopChecks, 1);
         EXPECT_EQ(journalCount(L"Run"), 1);
         EXPECT_GE(journalCount(L"Stop"), 1);
-        EXPECT_EQ(log().find(kel::String(L"run: stop requested")).size(), ++runs);
         EXPECT_FALSE(log().contains(kel::String(L"callMethodWithRetries, tryNum")));
         EXPECT_EQ(capture.graph(), nullptr);
     }

@@ -641,7 +641,7 @@ TEST_F(WebcamTest, AStopRequestEndsTheWaitForFramesWithoutARetry)
     EXPECT_EQ(e.getResult(), TestResult::USERABORTED());
     EXPECT_EQ(e.getErrorEvent(), nullptr);
     EXPECT_EQ(e.getErrorCode(), 0);
-    EXPECT_TRUE(log().contains(text(L"run: stop requested")));
+    EXPECT_TRUE(log().contains(text(L"FramesSavedCheck: stop requested")));
     // Neither the next capability nor another attempt is tried.
     EXPECT_EQ(journalOf(kYuy2Camera, L"Run").size(), 1u);
     EXPECT_EQ(journalOf(kYuy2Camera, L"SetFormat").size(), 1u);

@@ -119,7 +119,10 @@ bool AnalogTuner::stepFMSweep(FMSweep &sweep)
 {
     if (sweep.current == sweep.start)
         kel::System::mssleep(kFMSettleDelay);
-    throwIfSweepEnded(sweep);
+    if (sweep.current >= sweep.end + kFMTolerance)
+        THROW_ERROR(ruvo::TestResult::NOSIGNAL(), 0, g_errorNoSignal);
+    if (ruvo::DiagModule::checkForStop())
+        THROW_ERROR(ruvo::TestResult::USERABORTED(), 0, nullptr);
 
     reportFMProgress(sweep.current);
     if (checkChannel(static_cast<int>(sweep.current * kHertzPerMHz), kNoMinorChannel, kCurrentInput)) {
@@ -132,15 +135,7 @@ bool AnalogTuner::stepFMSweep(FMSweep &sweep)
     const double fraction = sweep.end > sweep.start ? (sweep.current - sweep.start) / (sweep.end - sweep.start) : 0.0;
     ruvo::DiagModule::percentDone(static_cast<int>(fraction * 100.0));
     sweep.current += kFMStepMHz;
-    // As for channels: the band's end is seen before the run loop looks for a stop request.
-    throwIfSweepEnded(sweep);
     return false;
-}
-
-void AnalogTuner::throwIfSweepEnded(const FMSweep &sweep)
-{
-    if (sweep.current >= sweep.end + kFMTolerance)
-        THROW_ERROR(ruvo::TestResult::NOSIGNAL(), 0, g_errorNoSignal);
 }
 
 void AnalogTuner::reportFMProgress(double megahertz)

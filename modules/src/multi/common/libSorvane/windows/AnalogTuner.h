@@ -51,7 +51,6 @@ private:
     };
 
     bool stepFMSweep(FMSweep &sweep);
-    static void throwIfSweepEnded(const FMSweep &sweep);
     void reportFMProgress(double megahertz);
     // Renders the first category and media type that renders completely; false when the
     // stream was only partly rendered, so the window is left as it is.

@@ -46,6 +46,18 @@ bool isElapsed(const kel::Stopwatch *watch, double limitSeconds)
     return watch->elapsedSeconds() > limitSeconds;
 }
 
+// A preview or recording also ends early when the person asks the test to stop.
+bool isElapsedOrStopped(const kel::Stopwatch *watch, double limitSeconds)
+{
+    return ruvo::DiagModule::checkForStop() || isElapsed(watch, limitSeconds);
+}
+
+void throwIfStopRequested()
+{
+    if (ruvo::DiagModule::checkForStop())
+        THROW_ERROR(TestResult::USERABORTED(), 0, nullptr);
+}
+
 // Run failures that mean another program holds the device.
 bool isDeviceInUse(HRESULT hr)
 {
@@ -149,7 +161,8 @@ void CaptureBase::doCaptureToScreen()
 
     const double limit = g_testRunTime->isset() ? static_cast<double>(g_testRunTime->value().valueUint32()) : 3.0;
     kel::Stopwatch watch;
-    run(boost::bind(&isElapsed, &watch, limit), true, false);
+    run(boost::bind(&isElapsedOrStopped, &watch, limit), true, false);
+    throwIfStopRequested();
 
     if (g_interactive->isset() && g_interactive->value().valueBool())
         askWhetherTestPassed();
@@ -178,7 +191,8 @@ void CaptureBase::doCaptureToFile(const kel::String &fileName)
 
     // A recording always lasts the same, whatever the preview time is set to.
     kel::Stopwatch watch;
-    run(boost::bind(&isElapsed, &watch, kRecordingSeconds), false, true);
+    run(boost::bind(&isElapsedOrStopped, &watch, kRecordingSeconds), false, true);
+    throwIfStopRequested();
 }
 
 void CaptureBase::setupGraph()
@@ -370,14 +384,12 @@ void CaptureBase::run(boost::function<bool()> stopCondition, bool withWindow, bo
     if (withWindow)
         showVideoWindow();
 
-    const bool stopRequested = pumpMessagesUntil(stopCondition);
+    pumpMessagesUntil(stopCondition);
 
     SORVANE_LOG_DETAIL("ready to stop");
     // Closing the window releases the graph while the loop goes on.
     if (m_mediaControl)
         m_mediaControl->Stop();
-    if (stopRequested)
-        THROW_ERROR(TestResult::USERABORTED(), 0, nullptr);
 }
 
 void CaptureBase::throwIfRunFailed(HRESULT hr)
@@ -395,11 +407,8 @@ void CaptureBase::throwIfRunFailed(HRESULT hr)
     THROW_ERROR(TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
 }
 
-// Spins between message batches without sleeping, so the condition is seen at once. The
-// person's stop request is noticed here, for every kind of run, before the condition is asked
-// again: a scan then tunes no further channel, a capture waits no longer. True when that
-// request ended the loop.
-bool CaptureBase::pumpMessagesUntil(const boost::function<bool()> &stopCondition)
+// Spins between message batches without sleeping, so the condition is seen at once.
+void CaptureBase::pumpMessagesUntil(const boost::function<bool()> &stopCondition)
 {
     for (;;) {
         MSG message;
@@ -408,12 +417,8 @@ bool CaptureBase::pumpMessagesUntil(const boost::function<bool()> &stopCondition
             TranslateMessage(&message);
             DispatchMessageW(&message);
         }
-        if (ruvo::DiagModule::checkForStop()) {
-            SORVANE_LOG_DETAIL("run: stop requested");
-            return true;
-        }
         if (stopCondition())
-            return false;
+            return;
     }
 }
 

@@ -80,7 +80,7 @@ private:
     void bindDeviceFilter(IEnumMoniker *monikers, const kel::String &wantedName, bool byDescription,
                           const kel::String &locator);
     void throwIfRunFailed(HRESULT hr);
-    bool pumpMessagesUntil(const boost::function<bool()> &stopCondition);
+    void pumpMessagesUntil(const boost::function<bool()> &stopCondition);
     void askWhetherTestPassed();
     void bindVideoWindow();
     kel::String graphText() const;

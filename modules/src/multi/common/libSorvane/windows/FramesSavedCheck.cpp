@@ -3,6 +3,8 @@
 #include "LogTexts.h"
 #include "SampleGrabberCallback.h"
 
+#include <ruvo/DiagModule.h>
+
 SORVANE_LOG_CATEGORY(SORVANE_CAPTURE_CATEGORY)
 
 namespace sorvane {
@@ -10,7 +12,7 @@ namespace sorvane {
 FramesSavedCheck::FramesSavedCheck(double timeoutSeconds, uint64_t wantedFrames, ISampleGrabberCB *callback,
                                    const ProgressFunction &progress)
     : m_timeoutSeconds(timeoutSeconds), m_wantedFrames(wantedFrames), m_callback(callback), m_timedOut(false),
-      m_progress(progress)
+      m_stopRequested(false), m_progress(progress)
 {
 }
 
@@ -24,6 +26,11 @@ bool FramesSavedCheck::operator()()
     const uint64_t frames = nakedCallback->frameCount();
     if (frames >= m_wantedFrames) {
         SORVANE_LOG_DETAIL("FramesSavedCheck, got " << static_cast<unsigned long long>(frames) << " frames");
+        return true;
+    }
+    if (ruvo::DiagModule::checkForStop()) {
+        SORVANE_LOG_DETAIL("FramesSavedCheck: stop requested");
+        m_stopRequested = true;
         return true;
     }
     const double elapsed = m_stopwatch.elapsedSeconds();

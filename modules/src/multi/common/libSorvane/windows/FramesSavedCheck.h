@@ -1,5 +1,6 @@
 // The stop condition of a webcam capture run: true once the callback holds the wanted
-// frames or when the time-out has passed. Reports progress on every poll.
+// frames, when the time-out has passed, or when the person asked the test to stop (the
+// wait can last minutes). Reports progress on every poll.
 #pragma once
 
 #include <atlbase.h>
@@ -19,6 +20,7 @@ public:
 
     bool operator()();
     bool timedOut() const { return m_timedOut; }
+    bool stopRequested() const { return m_stopRequested; }
 
 private:
     double m_timeoutSeconds;
@@ -26,6 +28,7 @@ private:
     CComPtr<ISampleGrabberCB> m_callback;
     kel::Stopwatch m_stopwatch;
     bool m_timedOut;
+    bool m_stopRequested;
     ProgressFunction m_progress;
 };
 

@@ -131,7 +131,13 @@ bool TVTuner::iterateChannels()
     if (m_currentChannel == m_startChannel)
         kel::System::mssleep(kGraphSettleDelay);
 
-    throwIfRangeEnded();
+    if (m_currentChannel > m_endChannel) {
+        g_errorNoSignalWithTip->setVariable("startchannel", ruvo::Value(m_startChannel))
+            .setVariable("endchannel", ruvo::Value(m_endChannel));
+        THROW_ERROR(ruvo::TestResult::NOSIGNAL(), 0, g_errorNoSignalWithTip);
+    }
+    if (ruvo::DiagModule::checkForStop())
+        THROW_ERROR(ruvo::TestResult::USERABORTED(), 0, nullptr);
 
     reportProgress();
     if (checkCurrentChannel()) {
@@ -145,19 +151,7 @@ bool TVTuner::iterateChannels()
                                 ? double(m_currentChannel - m_startChannel) / double(m_endChannel - m_startChannel)
                                 : 0.0;
     ruvo::DiagModule::percentDone(static_cast<int>(fraction * 100.0 + 0.5));
-    // Past the last channel the scan ends here, before the run loop looks for a stop
-    // request: a stop during the last channel still leaves the range without a signal.
-    throwIfRangeEnded();
     return false;
-}
-
-void TVTuner::throwIfRangeEnded()
-{
-    if (m_currentChannel <= m_endChannel)
-        return;
-    g_errorNoSignalWithTip->setVariable("startchannel", ruvo::Value(m_startChannel))
-        .setVariable("endchannel", ruvo::Value(m_endChannel));
-    THROW_ERROR(ruvo::TestResult::NOSIGNAL(), 0, g_errorNoSignalWithTip);
 }
 
 void TVTuner::reportProgress()

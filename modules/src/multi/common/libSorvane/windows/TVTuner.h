@@ -56,7 +56,6 @@ private:
     // Asks the user to check the cable before the second attempt; false means abort.
     bool userWantsRetry();
     void reportProgress();
-    void throwIfRangeEnded();
 };
 
 } // namespace sorvane

@@ -295,6 +295,8 @@ void Webcam::captureWithCapability(IAMStreamConfig *streamConfig, const AM_MEDIA
     FramesSavedCheck check(timeoutSeconds, count, m_sampleGrabberCallback,
                            boost::bind(&Webcam::percentCallback, this, groupSize, index, _1));
     run(boost::ref(check), false, true);
+    if (check.stopRequested())
+        THROW_ERROR(ruvo::TestResult::USERABORTED(), 0, nullptr);
     if (check.timedOut()) {
         SORVANE_LOG_DETAIL("doCaptureFrames timed out");
         THROW_ERROR(ruvo::TestResult::FAIL(), 0, g_errorNoSignal);
