@@ -361,7 +361,7 @@ TEST_F(CaptureBaseTest, StopRequestEndsPreviewAndRecordingWithoutRetry)
         EXPECT_EQ(e.getErrorEvent(), nullptr);
         EXPECT_EQ(e.getWarningEvent(), nullptr);
         EXPECT_EQ(e.getErrorCode(), 0);
-        EXPECT_EQ(recorder().stopChecks, 1);
+        EXPECT_GE(recorder().stopChecks, 1);
         EXPECT_EQ(journalCount(L"Run"), 1);
         EXPECT_GE(journalCount(L"Stop"), 1);
         EXPECT_FALSE(log().contains(kel::String(L"callMethodWithRetries, tryNum")));
