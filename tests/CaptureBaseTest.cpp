@@ -11,6 +11,9 @@
 #include "SideThread.h"
 #include "WindowWatcher.h"
 
+#include <CaptureDevice.h>
+#include <DeviceIdParser.h>
+#include <SmartCoInitialize.h>
 #include <ModuleRegistration.h>
 #include <lab/FrameMark.h>
 #include <lab/LabControl.h>
@@ -100,6 +103,50 @@ TEST_F(CaptureBaseTest, MissingDeviceIsNoDeviceWithAWarning)
         EXPECT_EQ(e.getErrorEvent(), nullptr);
         capture.cleanUpAll();
     }
+}
+
+// Every device discovery lists is found again by a capture given the record a test module
+// builds from that listing (name, description and the listed identity as locator): the analog
+// filter by its own device path (two cameras of one model each by theirs), the tuner filter of
+// a card by the card's instance.
+TEST_F(CaptureBaseTest, EveryListedDeviceIsFoundByTheIdentityDiscoveryGaveIt)
+{
+    kel::Array<sorvane::CaptureDevice> devices;
+    {
+        // Discovery runs in the caller's apartment; each capture enters one of its own.
+        sorvane::SmartCoInitialize com;
+        com.initialize();
+        sorvane::CaptureDevice::enumerateDevices(devices);
+    }
+    ASSERT_FALSE(devices.isEmpty());
+    int analogDevices = 0;
+    for (int i = 0; i < devices.size(); ++i) {
+        const sorvane::CaptureDevice &device = devices[i];
+        SCOPED_TRACE(narrow(device.name()));
+        for (int m = 0; m < device.monikers().size(); ++m) {
+            const sorvane::DSMoniker &moniker = device.monikers()[m];
+            if (moniker.captureStreamType() == sorvane::CaptureStreamType::DIGITAL()) {
+                EXPECT_EQ(narrow(sorvane::DeviceIdParser::instanceKey(moniker.devicePath())),
+                          narrow(sorvane::DeviceIdParser::instanceKey(device.guid())));
+                continue;
+            }
+            PlainCapture capture(
+                sorvane::test::captureDevice(moniker.filterName(), moniker.description(), device.guid()),
+                kel::String(kTitle));
+            const CaptureException e = outcomeOf([&] {
+                capture.setupGraph();
+                capture.setupDevice();
+            });
+            // A camera unplugged since it was listed is still found; only its binding fails.
+            const TestResult expected =
+                moniker.capabilities().isEmpty() ? TestResult::NOTSUPPORTED() : TestResult::PASS();
+            EXPECT_EQ(e.getResult(), expected) << narrow(e.toString());
+            EXPECT_EQ(narrow(capture.devicePath()), narrow(moniker.devicePath()));
+            capture.cleanUpAll();
+            ++analogDevices;
+        }
+    }
+    EXPECT_GT(analogDevices, 0);
 }
 
 // Moves the video-input category's device keys aside for one test, so it is empty.
@@ -285,6 +332,45 @@ TEST_F(CaptureBaseTest, RecordingWritesTheLabsFramesToAnAviInTheTempFolder)
         previous = number;
     }
     DeleteFileW(path.c_str());
+}
+
+// On the manual clock neither the preview nor the recording would ever reach its time: the
+// stop request alone ends each, at its first look, with the graph stopped.
+TEST_F(CaptureBaseTest, StopRequestEndsPreviewAndRecordingWithoutRetry)
+{
+    const struct {
+        const char *mode;
+        bool preview;
+    } cases[] = {{"preview", true}, {"recording", false}};
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.mode);
+        lab::clearJournal(kCamera);
+        sorvane::test::ManualClock clock;
+        recorder().stopChecks = 0;
+        recorder().requestStopAtCheck(1);
+        PlainCapture capture(camera(), kel::String(kTitle));
+
+        const CaptureException e = outcomeOf([&] {
+            if (c.preview)
+                capture.captureToScreen();
+            else
+                capture.captureToFile(kel::String(L"sorvane-core-stopped"));
+        });
+
+        EXPECT_EQ(e.getResult(), TestResult::USERABORTED());
+        EXPECT_EQ(e.getErrorEvent(), nullptr);
+        EXPECT_EQ(e.getWarningEvent(), nullptr);
+        EXPECT_EQ(e.getErrorCode(), 0);
+        EXPECT_GE(recorder().stopChecks, 1);
+        EXPECT_EQ(journalCount(L"Run"), 1);
+        EXPECT_GE(journalCount(L"Stop"), 1);
+        EXPECT_FALSE(log().contains(kel::String(L"callMethodWithRetries, tryNum")));
+        EXPECT_EQ(capture.graph(), nullptr);
+    }
+    recorder().requestStopAtCheck(0);
+    wchar_t temp[MAX_PATH];
+    GetTempPathW(MAX_PATH, temp);
+    DeleteFileW((std::wstring(temp) + L"sorvane-core-stopped.avi").c_str());
 }
 
 TEST_F(CaptureBaseTest, GraphEventsReachingTheWindowAreDrained)

@@ -6,6 +6,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <string>
+#include <vector>
+
 using sorvane::test::contains;
 using sorvane::test::HostProgram;
 using sorvane::test::JsonValue;
@@ -73,4 +77,34 @@ TEST(SorvaneDiagFormatsTest, OneDeviceByNameAndTheCommandInTheHelp)
 
     const HostProgram::Outcome help = HostProgram::run({L"--help"});
     EXPECT_TRUE(contains(help.out, "  formats   list each video device's formats")) << help.out;
+}
+
+TEST(SorvaneDiagFormatsTest, TwoCamerasOfOneModelEachShowTheirOwnFormats)
+{
+    ScratchFolder folder(L"sorvane-diag-formats-twins");
+    const HostProgram::Outcome all = HostProgram::run({L"formats", L"--json", folder.file(L"report.json")});
+    const JsonValue report = JsonValue::parse(ScratchFolder::read(folder.file(L"report.json")));
+    // Same name and description: only the device path tells the two apart.
+    std::vector<const JsonValue *> twins;
+    for (size_t i = 0; i < report["formats"].size(); ++i) {
+        if (report["formats"][i]["name"].text() == "Lab Twin Camera")
+            twins.push_back(&report["formats"][i]);
+    }
+    ASSERT_EQ(2u, twins.size()) << all.out;
+    std::vector<double> widths;
+    for (const JsonValue *twin : twins) {
+        ASSERT_EQ(1u, (*twin)["formats"].size()) << all.out;
+        widths.push_back((*twin)["formats"][0]["width"].number());
+    }
+    std::sort(widths.begin(), widths.end());
+    EXPECT_EQ((std::vector<double>{176.0, 352.0}), widths) << all.out;
+
+    // Chosen by its index, each shows its own formats too.
+    for (const JsonValue *twin : twins) {
+        const std::wstring index = std::to_wstring(static_cast<int>((*twin)["index"].number()));
+        const HostProgram::Outcome one = HostProgram::run({L"formats", L"--device", index});
+        ASSERT_EQ(0u, one.exitCode) << one.out << one.err;
+        const std::string size = (*twin)["formats"][0]["width"].number() == 176.0 ? "176x144" : "352x288";
+        EXPECT_TRUE(contains(one.out, "] Lab Twin Camera\n      YUY2  " + size)) << one.out;
+    }
 }

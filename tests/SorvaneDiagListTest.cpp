@@ -67,14 +67,18 @@ TEST(SorvaneDiagListTest, TheReportHoldsEachDeviceRecordWithItsIdentity)
     const JsonValue json = JsonValue::parse(outcome.out);
     EXPECT_EQ("PASS", json["result"].text());
     const JsonValue &devices = json["devices"];
-    std::set<std::string> names;
+    // Two cameras of one model share a name: a device is known by its name and identity.
+    std::set<std::string> identities;
+    std::multiset<std::string> names;
     for (size_t i = 0; i < devices.size(); ++i) {
         EXPECT_EQ(static_cast<double>(i), devices[i]["index"].number());
+        identities.insert(devices[i]["name"].text() + " @ " + devices[i]["osLocator"].text());
         names.insert(devices[i]["name"].text());
     }
-    EXPECT_EQ(names.size(), devices.size()) << "a device listed twice";
+    EXPECT_EQ(identities.size(), devices.size()) << "a device listed twice";
     for (const char *name : kLabDevices)
         EXPECT_EQ(1u, names.count(name)) << name;
+    EXPECT_EQ(2u, names.count("Lab Twin Camera"));
 
     // The webcam's identity and driver facts come from SetupAPI, its name from its moniker.
     const JsonValue &webcam = deviceNamed(devices, "Lab Webcam YUY2");

@@ -260,4 +260,22 @@ TEST_F(TVTunerTest, StopRequestBetweenChannelsEndsBeforeTheNextTune)
     EXPECT_TRUE(recorder().prompts.empty());
 }
 
+TEST_F(TVTunerTest, StopRequestDuringTheLastChannelStillEndsThePassWithoutSignal)
+{
+    setTVRange(2, 3);
+    setParameter("SignalType", ruvo::Value("antenna"));
+    setParameter("CheckTVCable", ruvo::Value::fromBool(false));
+    // Asked before channel 2, after its check, before channel 3, and after channel 3's check:
+    // the range has ended by then, so the pass ends without signal and the second pass begins.
+    recorder().requestStopAtCheck(4);
+
+    const CaptureException e = checkFails();
+
+    EXPECT_EQ(e.getResult(), TestResult::USERABORTED());
+    EXPECT_EQ(e.getErrorEvent(), nullptr);
+    EXPECT_EQ(recorder().percentResets, 2);
+    // The second pass stops before its first tune.
+    EXPECT_EQ(tunedChannels(kLabTVCard), (std::vector<std::wstring>{L"Channel 2 antenna TV", L"Channel 3 antenna TV"}));
+}
+
 } // namespace

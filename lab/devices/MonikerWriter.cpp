@@ -12,7 +12,7 @@ using DeviceClassFunction = HRESULT(WINAPI *)(const wchar_t *, CLSID *, GUID *);
 // Keys that become the moniker's standard values rather than lab settings.
 bool isStandardKey(const std::wstring &key)
 {
-    for (const wchar_t *standard : {L"name", L"path", L"description", L"category"}) {
+    for (const wchar_t *standard : {L"name", L"path", L"description", L"category", L"moniker-key"}) {
         if (_wcsicmp(key.c_str(), standard) == 0)
             return true;
     }
@@ -97,7 +97,10 @@ HRESULT MonikerWriter::write(const DeviceDescription &device, bool keepExisting,
     if (FAILED(hr))
         return hr;
 
-    const std::wstring path = L"Software\\Classes\\CLSID\\" + guidText(category) + L"\\Instance\\" + instanceName(name);
+    // Two devices of one model share a name; each still needs an instance key of its own.
+    const std::wstring keyName = device.value(L"moniker-key").empty() ? name : device.value(L"moniker-key");
+    const std::wstring path =
+        L"Software\\Classes\\CLSID\\" + guidText(category) + L"\\Instance\\" + instanceName(keyName);
     RegistryKey key;
     if (keepExisting && RegistryKey::open(HKEY_LOCAL_MACHINE, path, KEY_READ, key) == ERROR_SUCCESS) {
         error = where + L"a device named " + name + L" exists already";

@@ -2,6 +2,8 @@
 #include "HostError.h"
 #include "ResultCodes.h"
 
+#include <LogTexts.h>
+
 #include <cwchar>
 
 namespace sorvane {
@@ -28,17 +30,17 @@ std::wstring FailureExplanation::of(const Facts &facts)
 // One event stands for several failures; the library's error lines tell them apart.
 std::wstring FailureExplanation::framesNotDelivered(const Facts &facts)
 {
-    const std::wstring run = errorLine(facts, L"IMediaControl::Run() failed");
+    const std::wstring run = errorLine(facts, LogTexts::RUN_FAILED);
     if (!run.empty())
         return L"What happened: the device refused to start streaming (" + run +
                L"), so no frame came. Another program or a driver problem may hold it.";
-    const std::wstring format = errorLine(facts, L"SetFormat failed");
+    const std::wstring format = errorLine(facts, LogTexts::SET_FORMAT_FAILED);
     if (!format.empty())
         return L"What happened: the device refused the video format the library asked for (" + format +
                L"), so no frame came.";
-    if (!errorLine(facts, L"GetActualDataLength returned <= 0.").empty())
+    if (!errorLine(facts, LogTexts::EMPTY_SAMPLE).empty())
         return L"What happened: the device sent samples with nothing in them, so no frame could be kept.";
-    const std::wstring timeout = errorLine(facts, L" second timeout hit");
+    const std::wstring timeout = errorLine(facts, LogTexts::TIMEOUT_AFTER);
     if (!timeout.empty())
         return timedOut(facts, timeout);
     if (posted(facts, "ErrorNoSignal"))
@@ -54,8 +56,8 @@ std::wstring FailureExplanation::framesNotDelivered(const Facts &facts)
 // cannot be told from one that sent nothing.
 std::wstring FailureExplanation::timedOut(const Facts &facts, const std::wstring &timeout)
 {
-    const size_t end = timeout.find(L" second timeout hit");
-    const size_t begin = timeout.rfind(L' ', end - 1) + 1;
+    const size_t begin = timeout.find(LogTexts::TIMEOUT_BEFORE) + std::wcslen(LogTexts::TIMEOUT_BEFORE);
+    const size_t end = timeout.find(LogTexts::TIMEOUT_AFTER, begin);
     return L"What happened: the device started but did not deliver " + framesAskedFor(facts) +
            L" within the library's time-out of " + timeout.substr(begin, end - begin) +
            L" seconds: a camera that sends nothing, or stops sending, looks like this.";
@@ -65,8 +67,9 @@ std::wstring FailureExplanation::framesAskedFor(const Facts &facts)
 {
     unsigned long wanted = 0;
     unsigned long got = 0;
-    const std::wstring shortfall = errorLine(facts, L"Unable to capture ");
-    if (swscanf(shortfall.c_str(), L"Unable to capture %lu frames, got %lu", &wanted, &got) != 2 || wanted == 0)
+    const std::wstring shortfall = errorLine(facts, LogTexts::SHORTFALL_BEFORE);
+    const std::wstring format = std::wstring(LogTexts::SHORTFALL_BEFORE) + L"%lu" + LogTexts::SHORTFALL_AFTER + L"%lu";
+    if (swscanf(shortfall.c_str(), format.c_str(), &wanted, &got) != 2 || wanted == 0)
         return L"its frames";
     if (wanted == 1)
         return L"the frame asked for";
@@ -113,12 +116,12 @@ std::wstring FailureExplanation::times(size_t count)
 // An analog tuner whose SignalPresent call fails.
 std::wstring FailureExplanation::signalCheckFailed(const Facts &facts)
 {
-    static const std::wstring kAnswer = L"hr/signalPresent: ";
+    static const std::wstring kAnswer = LogTexts::SIGNAL_PRESENT_ANSWER;
     size_t failures = 0;
     std::wstring first;
     for (const std::wstring &line : facts.libraryErrors) {
         const size_t at = line.find(kAnswer);
-        if (line.find(L"SignalPresent returned") == std::wstring::npos || at == std::wstring::npos)
+        if (at == std::wstring::npos)
             continue;
         if (!failures++)
             first = line.substr(at + kAnswer.size(), line.find(L'/', at + kAnswer.size()) - at - kAnswer.size());

@@ -39,13 +39,14 @@ ruvo::TestResult FormatsCommand::run(CommandContext &context)
         const kel::Array<CaptureDevice> &captureDevices = context.captureDevices();
         for (size_t i = 0; i < devices.size(); ++i) {
             if (!captureDevices[static_cast<int>(i)].analogFilterName().isEmpty())
-                listings.push_back(list(devices[i], static_cast<int>(i)));
+                listings.push_back(list(captureDevices[static_cast<int>(i)], static_cast<int>(i)));
         }
     } else {
         ruvo::DiagDevice device;
         if (!context.chooseDevice(ruvo::DeviceCapability::VideoCapture(), L"video capture device", device))
             return ruvo::TestResult::NODEVICE();
-        listings.push_back(list(device, indexOf(context.devices(), device)));
+        const int index = indexOf(context.devices(), device);
+        listings.push_back(list(context.captureDevices()[index], index));
     }
     if (listings.empty()) {
         context.say(L"The system lists no video capture devices.");
@@ -69,13 +70,30 @@ int FormatsCommand::indexOf(const std::vector<ruvo::DiagDevice> &devices, const 
     return -1;
 }
 
-FormatsCommand::Listing FormatsCommand::list(const ruvo::DiagDevice &device, int index)
+FormatsCommand::Listing FormatsCommand::list(const CaptureDevice &device, int index)
 {
     Listing listing;
     listing.index = index;
     listing.name = device.name().wstr();
-    StreamCapsReader::read(listing.name, device.description().wstr(), listing.capabilities, listing.problem);
+    const DSMoniker *capture = captureMoniker(device);
+    if (!capture) {
+        listing.problem = L"no video input device of that name";
+        return listing;
+    }
+    StreamCapsReader::read(capture->filterName().wstr(), capture->devicePath().wstr(), listing.capabilities,
+                           listing.problem);
     return listing;
+}
+
+// The device's analog capture filter, the one whose pin lists the formats.
+const DSMoniker *FormatsCommand::captureMoniker(const CaptureDevice &device)
+{
+    for (int i = 0; i < device.monikers().size(); ++i) {
+        const DSMoniker &moniker = device.monikers()[i];
+        if (moniker.captureStreamType() == CaptureStreamType::ANALOG() && !moniker.filterName().isEmpty())
+            return &moniker;
+    }
+    return nullptr;
 }
 
 std::wstring FormatsCommand::rate(double fps)

@@ -4,6 +4,7 @@
 #include "Command.h"
 #include "StreamCapability.h"
 
+#include <CaptureDevice.h>
 #include <ruvo/DiagDevice.h>
 
 #include <vector>
@@ -33,7 +34,8 @@ private:
 
     // The device's index as `list` shows it.
     static int indexOf(const std::vector<ruvo::DiagDevice> &devices, const ruvo::DiagDevice &device);
-    static Listing list(const ruvo::DiagDevice &device, int index);
+    static Listing list(const CaptureDevice &device, int index);
+    static const DSMoniker *captureMoniker(const CaptureDevice &device);
     static void show(CommandContext &context, const Listing &listing);
     static void write(JsonWriter &json, const std::vector<Listing> &listings);
     static std::wstring rate(double fps);

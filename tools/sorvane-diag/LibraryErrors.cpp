@@ -1,5 +1,7 @@
 #include "LibraryErrors.h"
 
+#include <LogTexts.h>
+
 #include <kel/LogFactory.h>
 #include <kel/LogPriority.h>
 
@@ -32,7 +34,7 @@ std::wstring firstLineWithoutNumber(const std::wstring &message)
 // "... SignalPresent returned hr/signalPresent: 0x80004005/0" with a failure code.
 bool isFailedSignalCheck(const std::wstring &message)
 {
-    static const std::wstring kCall = L"SignalPresent returned hr/signalPresent: 0x";
+    static const std::wstring kCall = LogTexts::SIGNAL_PRESENT_ANSWER;
     const size_t at = message.find(kCall);
     if (at == std::wstring::npos)
         return false;
@@ -48,7 +50,7 @@ struct NotableDetail {
     bool once;
 };
 const NotableDetail kNotableDetails[] = {
-    {L" second timeout hit", false}, {L"Unable to capture ", false}, {L"GetActualDataLength returned <= 0.", true}};
+    {LogTexts::TIMEOUT_AFTER, false}, {LogTexts::SHORTFALL_BEFORE, false}, {LogTexts::EMPTY_SAMPLE, true}};
 
 bool isNotableDetail(const std::wstring &line)
 {

@@ -1,7 +1,8 @@
 #include "StreamCapsReader.h"
 #include "HostError.h"
-#include "MediaTypeOwner.h"
-#include "VariantOwner.h"
+
+#include <MediaTypeOwner.h>
+#include <MonikerProperty.h>
 
 #include <dvdmedia.h>
 #include <uuids.h>
@@ -51,18 +52,7 @@ std::wstring StreamCapsReader::subtypeName(const GUID &subtype)
     return text;
 }
 
-std::wstring StreamCapsReader::bagText(IMoniker *moniker, const wchar_t *key)
-{
-    CComPtr<IPropertyBag> bag;
-    if (FAILED(moniker->BindToStorage(nullptr, nullptr, IID_PPV_ARGS(&bag))))
-        return std::wstring();
-    VariantOwner value;
-    if (FAILED(bag->Read(key, value.get(), nullptr)) || value.value().vt != VT_BSTR || !value.value().bstrVal)
-        return std::wstring();
-    return value.value().bstrVal;
-}
-
-CComPtr<IMoniker> StreamCapsReader::findMoniker(const std::wstring &name, const std::wstring &description)
+CComPtr<IMoniker> StreamCapsReader::findMoniker(const std::wstring &name, const std::wstring &devicePath)
 {
     CComPtr<ICreateDevEnum> devices;
     CComPtr<IEnumMoniker> monikers;
@@ -71,9 +61,8 @@ CComPtr<IMoniker> StreamCapsReader::findMoniker(const std::wstring &name, const 
         return CComPtr<IMoniker>(); // S_FALSE: the category is empty.
     CComPtr<IMoniker> moniker;
     while (monikers->Next(1, &moniker, nullptr) == S_OK) {
-        if (bagText(moniker, L"FriendlyName") == name)
-            return moniker;
-        if (!description.empty() && bagText(moniker, L"Description") == description)
+        if (MonikerProperty::read(moniker, L"FriendlyName").wstr() == name &&
+            MonikerProperty::read(moniker, L"DevicePath").wstr() == devicePath)
             return moniker;
         moniker.Release();
     }
@@ -138,10 +127,10 @@ bool StreamCapsReader::describe(const AM_MEDIA_TYPE &type, const VIDEO_STREAM_CO
     return true;
 }
 
-bool StreamCapsReader::read(const std::wstring &name, const std::wstring &description,
+bool StreamCapsReader::read(const std::wstring &name, const std::wstring &devicePath,
                             std::vector<StreamCapability> &capabilities, std::wstring &problem)
 {
-    const CComPtr<IMoniker> moniker = findMoniker(name, description);
+    const CComPtr<IMoniker> moniker = findMoniker(name, devicePath);
     if (!moniker) {
         problem = L"no video input device of that name";
         return false;

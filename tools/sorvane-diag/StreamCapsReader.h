@@ -1,6 +1,7 @@
 // Reads a video capture device's stream capabilities (IAMStreamConfig::GetStreamCaps of its
 // capture pin), as any capture tool lists them. The device is found among the video input
-// devices by its friendly name, or by its description when it has no name of its own.
+// devices by its friendly name and device path, as the library finds the device it captures
+// from: two cameras of one model share a name but never a path.
 #pragma once
 
 #include "StreamCapability.h"
@@ -17,13 +18,12 @@ namespace diag {
 class StreamCapsReader {
 public:
     // False with `problem` set ("no capture filter of that name", "binding failed: ...").
-    static bool read(const std::wstring &name, const std::wstring &description,
+    static bool read(const std::wstring &name, const std::wstring &devicePath,
                      std::vector<StreamCapability> &capabilities, std::wstring &problem);
     static std::wstring subtypeName(const GUID &subtype);
 
 private:
-    static CComPtr<IMoniker> findMoniker(const std::wstring &name, const std::wstring &description);
-    static std::wstring bagText(IMoniker *moniker, const wchar_t *key);
+    static CComPtr<IMoniker> findMoniker(const std::wstring &name, const std::wstring &devicePath);
     static CComPtr<IAMStreamConfig> captureConfig(IBaseFilter *filter);
     static bool isCapturePin(IPin *pin);
     static bool describe(const AM_MEDIA_TYPE &type, const VIDEO_STREAM_CONFIG_CAPS &caps, StreamCapability &capability);

@@ -3,6 +3,7 @@
 #include "CaptureUtil.h"
 #include "CountryDialog.h"
 #include "ErrorHandler.h"
+#include "LogTexts.h"
 #include "MediaTypeOwner.h"
 #include "ModuleRegistration.h"
 #include "ScopeExit.h"
@@ -164,10 +165,8 @@ void AnalogTuner::setupDevice()
         routeCrossbar();
 
     hr = m_tuner->put_Mode(static_cast<AMTunerModeType>(m_mode));
-    if (FAILED(hr)) {
-        SORVANE_LOG_ERROR("put_Mode failed: " << hrText(hr));
-        THROW_ERROR(ruvo::TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
-    }
+    if (FAILED(hr))
+        SORVANE_THROW_FAILED("put_Mode failed: ", hr, ruvo::TestResult::FAIL(), g_errorCreatingFilterGraph);
 }
 
 void AnalogTuner::routeCrossbar()
@@ -360,8 +359,8 @@ bool AnalogTuner::isSignalPresent()
         SORVANE_LOG_DETAIL("call m_tuner->SignalPresent");
         long strength = AMTUNER_NOSIGNAL;
         const HRESULT hr = m_tuner->SignalPresent(&strength);
-        SORVANE_LOG_DETAIL("m_tuner->SignalPresent returned hr/signalPresent: 0x"
-                           << kel::String::hex(static_cast<uint32_t>(hr), true) << "/" << strength);
+        SORVANE_LOG_DETAIL(LogTexts::SIGNAL_PRESENT_ANSWER << kel::String::hex(static_cast<uint32_t>(hr), true) << "/"
+                                                           << strength);
         if (SUCCEEDED(hr) && strength == AMTUNER_SIGNALPRESENT) {
             SORVANE_LOG_DETAIL("isSignalPresent found signal");
             return true;

@@ -3,12 +3,14 @@
 #include "CaptureLog.h"
 #include "CaptureUtil.h"
 #include "ComRelease.h"
+#include "DeviceIdParser.h"
 #include "ErrorHandler.h"
 #include "LibraryModule.h"
+#include "LogTexts.h"
 #include "ModuleRegistration.h"
+#include "MonikerProperty.h"
 #include "PassFailQuestion.h"
 #include "ScopeExit.h"
-#include "ScopedVariant.h"
 #include "SdkGuids.h"
 #include "resources/CaptureWindowIds.h"
 
@@ -38,25 +40,6 @@ const double kRecordingSeconds = 3.0;
 const long kOperationAborted = 995;
 const int kRunInfoPriority = 2;
 const int kRunWarningPriority = 3;
-
-kel::String readBagText(IPropertyBag *bag, const wchar_t *name)
-{
-    ScopedVariant value;
-    if (FAILED(bag->Read(name, value.get(), nullptr)))
-        return kel::String();
-    return value.text();
-}
-
-// The device's identifier as the framework writes it: the path after "\\?\", upper-cased,
-// with "#" turned into "\".
-kel::String identifierFromPath(const kel::String &path)
-{
-    const kel::String marker(L"?\\");
-    const int at = path.find(marker);
-    if (at == kel::String::npos || at + marker.length() >= path.length())
-        return kel::String();
-    return path.substring(at + marker.length()).toUpper().replace(kel::String(L"#"), kel::String(L"\\"));
-}
 
 bool isElapsed(const kel::Stopwatch *watch, double limitSeconds)
 {
@@ -219,37 +202,27 @@ void CaptureBase::setupGraph()
 
     m_graphManager.Release();
     HRESULT hr = m_graphManager.CoCreateInstance(CLSID_FilterGraph, nullptr, CLSCTX_INPROC_SERVER);
-    if (FAILED(hr)) {
-        SORVANE_LOG_ERROR("CLSID_FilterGraph failed: " << ErrorHandler::errorMessageFromHr(hr));
-        THROW_ERROR(TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
-    }
+    if (FAILED(hr))
+        SORVANE_THROW_FAILED("CLSID_FilterGraph failed: ", hr, TestResult::FAIL(), g_errorCreatingFilterGraph);
 
     m_captureGraphBuilder.Release();
     hr = m_captureGraphBuilder.CoCreateInstance(CLSID_CaptureGraphBuilder2, nullptr, CLSCTX_INPROC_SERVER);
-    if (FAILED(hr)) {
-        SORVANE_LOG_ERROR("CLSID_CaptureGraphBuilder2 failed: " << ErrorHandler::errorMessageFromHr(hr));
-        THROW_ERROR(TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
-    }
+    if (FAILED(hr))
+        SORVANE_THROW_FAILED("CLSID_CaptureGraphBuilder2 failed: ", hr, TestResult::FAIL(), g_errorCreatingFilterGraph);
 
     m_mediaControl.Release();
     hr = m_graphManager.QueryInterface(&m_mediaControl);
-    if (FAILED(hr)) {
-        SORVANE_LOG_ERROR("IID_IMediaControl failed: " << ErrorHandler::errorMessageFromHr(hr));
-        THROW_ERROR(TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
-    }
+    if (FAILED(hr))
+        SORVANE_THROW_FAILED("IID_IMediaControl failed: ", hr, TestResult::FAIL(), g_errorCreatingFilterGraph);
 
     m_mediaEvent.Release();
     hr = m_graphManager.QueryInterface(&m_mediaEvent);
-    if (FAILED(hr)) {
-        SORVANE_LOG_ERROR("QI for IID_IMediaEventEx failed: " << ErrorHandler::errorMessageFromHr(hr));
-        THROW_ERROR(TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
-    }
+    if (FAILED(hr))
+        SORVANE_THROW_FAILED("QI for IID_IMediaEventEx failed: ", hr, TestResult::FAIL(), g_errorCreatingFilterGraph);
     if (m_mediaEvent) {
         hr = m_captureGraphBuilder->SetFiltergraph(m_graphManager);
-        if (FAILED(hr)) {
-            SORVANE_LOG_ERROR("SetFiltergraph failed: " << ErrorHandler::errorMessageFromHr(hr));
-            THROW_ERROR(TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
-        }
+        if (FAILED(hr))
+            SORVANE_THROW_FAILED("SetFiltergraph failed: ", hr, TestResult::FAIL(), g_errorCreatingFilterGraph);
     }
 }
 
@@ -263,38 +236,51 @@ void CaptureBase::setupDevice()
     const kel::String locator = m_device.osLocator();
     SORVANE_LOG_DETAIL("kelDeviceName: " << name << ", kelDeviceDesc: " << description << ", locator: " << locator);
 
+    const CComPtr<IEnumMoniker> monikers = videoInputMonikers();
+    // A device the framework could only call by the default name is known by its description.
+    const bool byDescription = name == g_defaultName->localizedString().toKELString();
+    bindDeviceFilter(monikers, byDescription ? description : name, byDescription, locator);
+
+    addFilter(m_srcFilter, kel::String(L"Video Capture"));
+    SORVANE_LOG_DETAIL("CaptureBase::setupDevice() added m_srcFilter (" << CaptureUtil::filterName(m_srcFilter) << ")"
+                                                                        << "\ngraph:\n"
+                                                                        << graphText());
+}
+
+CComPtr<IEnumMoniker> CaptureBase::videoInputMonikers()
+{
     CComPtr<ICreateDevEnum> deviceEnumerator;
     HRESULT hr = deviceEnumerator.CoCreateInstance(CLSID_SystemDeviceEnum, nullptr, CLSCTX_INPROC_SERVER);
-    if (FAILED(hr)) {
-        SORVANE_LOG_ERROR("CLSID_SystemDeviceEnum failed: " << ErrorHandler::errorMessageFromHr(hr));
-        THROW_ERROR(TestResult::FAIL(), hr, g_warningDeviceNotFound);
-    }
+    if (FAILED(hr))
+        SORVANE_THROW_FAILED("CLSID_SystemDeviceEnum failed: ", hr, TestResult::FAIL(), g_warningDeviceNotFound);
     CComPtr<IEnumMoniker> monikers;
     hr = deviceEnumerator->CreateClassEnumerator(CLSID_VideoInputDeviceCategory, &monikers, 0);
-    if (FAILED(hr)) {
-        SORVANE_LOG_ERROR("CLSID_VideoInputDeviceCategory failed: " << ErrorHandler::errorMessageFromHr(hr));
-        THROW_ERROR(TestResult::FAIL(), hr, g_warningDeviceNotFound);
-    }
+    if (FAILED(hr))
+        SORVANE_THROW_FAILED("CLSID_VideoInputDeviceCategory failed: ", hr, TestResult::FAIL(),
+                             g_warningDeviceNotFound);
     if (!monikers) {
         // S_FALSE: the category is empty.
         SORVANE_LOG_DETAIL("CLSID_VideoInputDeviceCategory returned a NULL enumerator.");
         THROW_ERROR(TestResult::NODEVICE(), 0, g_warningDeviceNotFound);
     }
+    return monikers;
+}
 
-    // A device the framework could only call by the default name is known by its description.
-    const bool byDescription = name == g_defaultName->localizedString().toKELString();
-    const kel::String wantedName = byDescription ? description : name;
-
+// Binds the first moniker with the wanted name and the locator as identifier into m_srcFilter.
+void CaptureBase::bindDeviceFilter(IEnumMoniker *monikers, const kel::String &wantedName, bool byDescription,
+                                   const kel::String &locator)
+{
     bool found = false;
     HRESULT bindResult = S_OK;
     CComPtr<IMoniker> moniker;
     while (!found && monikers->Next(1, &moniker, nullptr) == S_OK) {
         CComPtr<IPropertyBag> bag;
         if (SUCCEEDED(moniker->BindToStorage(nullptr, nullptr, IID_PPV_ARGS(&bag)))) {
-            const kel::String path = readBagText(bag, L"DevicePath");
+            const kel::String path = MonikerProperty::read(bag, L"DevicePath");
             SORVANE_LOG_DETAIL("DevicePath from propertybag: " << path);
-            const kel::String identifier = identifierFromPath(path);
-            const kel::String monikerName = readBagText(bag, byDescription ? L"Description" : L"FriendlyName");
+            const kel::String identifier = DeviceIdParser::pathIdentifier(path);
+            const kel::String monikerName =
+                MonikerProperty::read(bag, byDescription ? L"Description" : L"FriendlyName");
             SORVANE_LOG_DETAIL("compare " << monikerName << " @ " << identifier << " against " << wantedName << " @ "
                                           << locator);
             if (monikerName == wantedName && identifier == locator) {
@@ -311,11 +297,6 @@ void CaptureBase::setupDevice()
         THROW_WARNING(TestResult::NOTSUPPORTED(), bindResult, g_warningDeviceNotFound);
     if (!found)
         THROW_WARNING(TestResult::NODEVICE(), 0, g_warningDeviceNotFound);
-
-    addFilter(m_srcFilter, kel::String(L"Video Capture"));
-    SORVANE_LOG_DETAIL("CaptureBase::setupDevice() added m_srcFilter (" << CaptureUtil::filterName(m_srcFilter) << ")"
-                                                                        << "\ngraph:\n"
-                                                                        << graphText());
 }
 
 void CaptureBase::setupSampleGrabber()
@@ -323,18 +304,16 @@ void CaptureBase::setupSampleGrabber()
     SORVANE_TRACE();
     m_sampleGrabberFilter.Release();
     HRESULT hr = m_sampleGrabberFilter.CoCreateInstance(CLSID_SampleGrabber, nullptr, CLSCTX_INPROC_SERVER);
-    if (FAILED(hr)) {
-        SORVANE_LOG_ERROR("Cannot create a SampleGrabber instance: " << ErrorHandler::errorMessageFromHr(hr));
-        THROW_ERROR(TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
-    }
+    if (FAILED(hr))
+        SORVANE_THROW_FAILED("Cannot create a SampleGrabber instance: ", hr, TestResult::FAIL(),
+                             g_errorCreatingFilterGraph);
     addFilter(m_sampleGrabberFilter, kel::String(L"SampleGrabber"));
 
     m_sampleGrabber.Release();
     hr = m_sampleGrabberFilter.QueryInterface(&m_sampleGrabber);
-    if (FAILED(hr)) {
-        SORVANE_LOG_ERROR("Cannot get a SampleGrabber interface: " << ErrorHandler::errorMessageFromHr(hr));
-        THROW_ERROR(TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
-    }
+    if (FAILED(hr))
+        SORVANE_THROW_FAILED("Cannot get a SampleGrabber interface: ", hr, TestResult::FAIL(),
+                             g_errorCreatingFilterGraph);
     SORVANE_LOG_DETAIL("graph:\n" << graphText());
 }
 
@@ -379,10 +358,8 @@ void CaptureBase::renderToFile(const kel::String &fileName)
     m_fileSink.Release();
     const HRESULT hr =
         m_captureGraphBuilder->SetOutputFileName(&MEDIASUBTYPE_Avi, m_outputFile.c_str(), &m_mux, &m_fileSink);
-    if (FAILED(hr)) {
-        SORVANE_LOG_ERROR("Set output file AVI failed: " << ErrorHandler::errorMessageFromHr(hr));
-        THROW_ERROR(TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
-    }
+    if (FAILED(hr))
+        SORVANE_THROW_FAILED("Set output file AVI failed: ", hr, TestResult::FAIL(), g_errorCreatingFilterGraph);
     doRenderToFile();
 }
 
@@ -426,8 +403,7 @@ void CaptureBase::throwIfRunFailed(HRESULT hr)
         SORVANE_LOG(kRunWarningPriority, "CaptureBase::run(), device busy");
         THROW_WARNING(TestResult::DEVICEBUSY(), hr, g_fastAccessRunning);
     }
-    SORVANE_LOG_ERROR("IMediaControl::Run() failed: " << ErrorHandler::errorMessageFromHr(hr) << "\ngraph:\n"
-                                                      << graphText());
+    SORVANE_LOG_ERROR(LogTexts::RUN_FAILED << ErrorHandler::errorMessageFromHr(hr) << "\ngraph:\n" << graphText());
     THROW_ERROR(TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
 }
 
@@ -467,10 +443,9 @@ void CaptureBase::addFilter(CComPtr<IBaseFilter> filter, const kel::String &name
     }
     removeFilterByName(name);
     const HRESULT hr = m_graphManager->AddFilter(filter, name.c_str());
-    if (FAILED(hr)) {
-        SORVANE_LOG_ERROR("Cannot add '" << name << "' filter: " << ErrorHandler::errorMessageFromHr(hr));
-        THROW_ERROR(TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
-    }
+    if (FAILED(hr))
+        SORVANE_THROW_FAILED("Cannot add '" << name << "' filter: ", hr, TestResult::FAIL(),
+                             g_errorCreatingFilterGraph);
 }
 
 void CaptureBase::removeFilterByName(const kel::String &name)
@@ -580,17 +555,13 @@ void CaptureBase::setupWindow()
     KEL_ASSERT(m_graphManager);
     m_videoWindow.Release();
     HRESULT hr = m_graphManager.QueryInterface(&m_videoWindow);
-    if (FAILED(hr)) {
-        SORVANE_LOG_ERROR("IID_IVideoWindow failed: " << ErrorHandler::errorMessageFromHr(hr));
-        THROW_ERROR(TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
-    }
+    if (FAILED(hr))
+        SORVANE_THROW_FAILED("IID_IVideoWindow failed: ", hr, TestResult::FAIL(), g_errorCreatingFilterGraph);
     bindVideoWindow();
 
     hr = m_mediaEvent->SetNotifyWindow(reinterpret_cast<OAHWND>(m_hwnd), WM_GRAPHNOTIFY, 0);
-    if (FAILED(hr)) {
-        SORVANE_LOG_ERROR("SetNotifyWindow failed: " << ErrorHandler::errorMessageFromHr(hr));
-        THROW_ERROR(TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
-    }
+    if (FAILED(hr))
+        SORVANE_THROW_FAILED("SetNotifyWindow failed: ", hr, TestResult::FAIL(), g_errorCreatingFilterGraph);
 
     SetLastError(0);
     if (!SetWindowLongPtrW(m_hwnd, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this)) && GetLastError() != 0) {
@@ -605,20 +576,14 @@ void CaptureBase::bindVideoWindow()
 {
     SORVANE_TRACE();
     HRESULT hr = m_videoWindow->put_Owner(reinterpret_cast<OAHWND>(m_hwnd));
-    if (FAILED(hr)) {
-        SORVANE_LOG_ERROR("put_Owner failed: " << ErrorHandler::errorMessageFromHr(hr));
-        THROW_WARNING(TestResult::FAIL(), hr, g_warningWindowSetupProblem);
-    }
+    if (FAILED(hr))
+        SORVANE_WARN_FAILED("put_Owner failed: ", hr, TestResult::FAIL(), g_warningWindowSetupProblem);
     hr = m_videoWindow->put_WindowStyle(WS_CHILD);
-    if (FAILED(hr)) {
-        SORVANE_LOG_ERROR("put_WindowStyle failed: " << ErrorHandler::errorMessageFromHr(hr));
-        THROW_WARNING(TestResult::FAIL(), hr, g_warningWindowSetupProblem);
-    }
+    if (FAILED(hr))
+        SORVANE_WARN_FAILED("put_WindowStyle failed: ", hr, TestResult::FAIL(), g_warningWindowSetupProblem);
     hr = m_videoWindow->put_Visible(OATRUE);
-    if (FAILED(hr)) {
-        SORVANE_LOG_ERROR("put_Visible failed: " << ErrorHandler::errorMessageFromHr(hr));
-        THROW_WARNING(TestResult::FAIL(), hr, g_warningWindowSetupProblem);
-    }
+    if (FAILED(hr))
+        SORVANE_WARN_FAILED("put_Visible failed: ", hr, TestResult::FAIL(), g_warningWindowSetupProblem);
 }
 
 LRESULT CALLBACK CaptureBase::windowsMsgCallback(HWND window, UINT message, WPARAM wParam, LPARAM lParam)

@@ -76,7 +76,9 @@ protected:
     kel::String m_outputFile;
 
 private:
-    bool matchMoniker(IMoniker *moniker, const kel::String &deviceName, const kel::String &locator);
+    CComPtr<IEnumMoniker> videoInputMonikers();
+    void bindDeviceFilter(IEnumMoniker *monikers, const kel::String &wantedName, bool byDescription,
+                          const kel::String &locator);
     void throwIfRunFailed(HRESULT hr);
     void pumpMessagesUntil(const boost::function<bool()> &stopCondition);
     void askWhetherTestPassed();

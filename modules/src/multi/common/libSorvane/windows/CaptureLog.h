@@ -3,6 +3,9 @@
 // A message is composed only when admitted, and begins with its source line and a blank.
 #pragma once
 
+#include "CaptureException.h"
+#include "ErrorHandler.h"
+
 #include <kel/LogFactory.h>
 #include <kel/LoggerStream.h>
 #include <kel/TraceLogger.h>
@@ -47,4 +50,19 @@
             kel::LoggerStream sorvaneStream_(sorvaneLogger_, (priority));                                              \
             sorvaneStream_ << (number) << " " << message;                                                              \
         }                                                                                                              \
+    } while (0)
+
+// A failed call that ends the operation: its error line (`text` followed by the code's
+// message), then THROW_ERROR with `result`, the code and `event`, both from the caller's line.
+#define SORVANE_THROW_FAILED(text, hr, result, event)                                                                  \
+    do {                                                                                                               \
+        SORVANE_LOG_ERROR(text << ::sorvane::ErrorHandler::errorMessageFromHr(hr));                                    \
+        THROW_ERROR((result), (hr), (event));                                                                          \
+    } while (0)
+
+// The same with THROW_WARNING: the event is posted as a warning.
+#define SORVANE_WARN_FAILED(text, hr, result, event)                                                                   \
+    do {                                                                                                               \
+        SORVANE_LOG_ERROR(text << ::sorvane::ErrorHandler::errorMessageFromHr(hr));                                    \
+        THROW_WARNING((result), (hr), (event));                                                                        \
     } while (0)

@@ -5,6 +5,7 @@
 #include "CoTaskMemPtr.h"
 #include "DeviceIdParser.h"
 #include "ErrorHandler.h"
+#include "MonikerProperty.h"
 #include "ScopedRegistryKey.h"
 #include "ScopedVariant.h"
 
@@ -234,13 +235,13 @@ void DSMoniker::readProperties(IMoniker *moniker)
 bool DSMoniker::getMonikerProperty(IPropertyBag *propertyBag, const kel::String &key, const kel::String &label,
                                    kel::String &out)
 {
-    ScopedVariant value;
-    const HRESULT hr = propertyBag->Read(key.c_str(), value.get(), nullptr);
+    HRESULT hr = S_OK;
+    const kel::String value = MonikerProperty::read(propertyBag, key.c_str(), hr);
     if (FAILED(hr)) {
         SORVANE_LOG_DETAIL("IPropertyBag::Read " << key << " failed: " << hrText(hr));
         return false;
     }
-    out = value.text();
+    out = value;
     SORVANE_LOG_DETAIL(label << ": " << out);
     return true;
 }

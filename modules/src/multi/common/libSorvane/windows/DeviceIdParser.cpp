@@ -7,6 +7,7 @@ namespace sorvane {
 namespace {
 
 const int kMinimumPathParts = 3;
+const int kInstanceKeyParts = 3;
 
 } // namespace
 
@@ -43,10 +44,9 @@ DeviceIdParser::InstanceIdKind DeviceIdParser::readInstanceIdCodes(const kel::St
         codeAfter(kel::String(L"VEN_"), id, codes.vendor);
         codeAfter(kel::String(L"DEV_"), id, codes.device);
     } else {
-        if (!codeAfter(kel::String(L"VID_"), id, codes.vendor))
-            codeAfter(kel::String(L"VEN_"), id, codes.vendor);
-        if (!codeAfter(kel::String(L"PID_"), id, codes.device))
-            codeAfter(kel::String(L"DEV_"), id, codes.device);
+        // Any other enumerator's ID reads as a device path does.
+        readPathCodes(id, codes);
+        return kind;
     }
     codeAfter(kel::String(L"SUBSYS_"), id, codes.subsys);
     codeAfter(kel::String(L"REV_"), id, codes.rev);
@@ -85,6 +85,39 @@ void DeviceIdParser::readPathCodes(const kel::String &candidate, Codes &codes)
         codeAfter(kel::String(L"DEV_"), candidate, codes.device);
     codeAfter(kel::String(L"SUBSYS_"), candidate, codes.subsys);
     codeAfter(kel::String(L"REV_"), candidate, codes.rev);
+}
+
+kel::String DeviceIdParser::withBackslashes(const kel::String &text)
+{
+    return text.toUpper().replace(kel::String(L"#"), kel::String(L"\\"));
+}
+
+kel::String DeviceIdParser::pathIdentifier(const kel::String &devicePath)
+{
+    const kel::String marker(L"?\\");
+    const int at = devicePath.find(marker);
+    if (at == kel::String::npos || at + marker.length() >= devicePath.length())
+        return kel::String();
+    return withBackslashes(devicePath.substring(at + marker.length()));
+}
+
+kel::String DeviceIdParser::instanceKey(const kel::String &pathOrLocator)
+{
+    const kel::String upper = withBackslashes(pathOrLocator);
+    int start = kel::String::npos;
+    for (const wchar_t *bus : {L"USB\\", L"PCI\\"}) {
+        const int at = upper.find(kel::String(bus));
+        if (at != kel::String::npos && (start == kel::String::npos || at < start))
+            start = at;
+    }
+    if (start == kel::String::npos)
+        return upper;
+    int end = start;
+    for (int parts = 0; end < upper.length(); ++end) {
+        if (upper[end] == L'\\' && ++parts == kInstanceKeyParts)
+            break;
+    }
+    return upper.substring(start, end - start);
 }
 
 // "NGENE" cards sit on the PCI bus too; other enumerators leave the bus as it was.

@@ -48,7 +48,18 @@ public:
     // changes nothing. Returns true when the guid and instance ID were set.
     static bool readDevicePath(const kel::String &candidate, PathIdentity &identity);
 
+    // The identifier a capture finds its framework record's locator by: everything after
+    // "\\?\" in a moniker's device path, upper-cased, with "#" as "\"; empty when the path has
+    // no "\\?\" or nothing after it.
+    static kel::String pathIdentifier(const kel::String &devicePath);
+
+    // The part of a device path or locator that names the device instance on its bus
+    // ("PCI\VEN_..&DEV_..\<instance>"), upper-cased and with "#" read as "\": the tuner and
+    // receiver filters of one card share it. A text naming no USB or PCI instance is kept whole.
+    static kel::String instanceKey(const kel::String &pathOrLocator);
+
 private:
+    static kel::String withBackslashes(const kel::String &text);
     static void readPathCodes(const kel::String &candidate, Codes &codes);
     static const CaptureBusType *busOfEnumerator(const kel::String &enumerator);
 };

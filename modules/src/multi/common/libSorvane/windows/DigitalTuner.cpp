@@ -1,11 +1,12 @@
 #include "DigitalTuner.h"
 #include "CaptureLog.h"
 #include "CaptureUtil.h"
+#include "DeviceIdParser.h"
 #include "ErrorHandler.h"
 #include "ModuleRegistration.h"
+#include "MonikerProperty.h"
 #include "Mpeg2StreamAnalyzer.h"
 #include "StreamHealthMonitor.h"
-#include "ScopedVariant.h"
 #include "SdkGuids.h"
 
 #include <ruvo/DeviceCapability.h>
@@ -30,42 +31,12 @@ const ULONG kMaxNodes = 32;
 const ULONG kInputPin = 0;
 const ULONG kOutputPin = 1;
 const long kQualityNeeded = 50;
-const int kLocatorParts = 3;
 // The quality of a stream that was not measured: below every value signalQuality gives.
 const int kNotMeasured = -3;
 
 kel::String hrText(HRESULT hr)
 {
     return ErrorHandler::errorMessageFromHr(hr);
-}
-
-kel::String readBagText(IPropertyBag *bag, const wchar_t *name, HRESULT &hr)
-{
-    ScopedVariant value;
-    hr = bag->Read(name, value.get(), nullptr);
-    return SUCCEEDED(hr) ? value.text() : kel::String();
-}
-
-// The part of a device path or locator that names the device instance on its bus
-// ("PCI\VEN_..&DEV_..\<instance>"), upper-cased and with "#" read as "\": the tuner and
-// receiver filters of one card share it, and the framework's records carry it.
-kel::String instanceKey(const kel::String &text)
-{
-    const kel::String upper = text.toUpper().replace(kel::String(L"#"), kel::String(L"\\"));
-    int start = kel::String::npos;
-    for (const wchar_t *bus : {L"USB\\", L"PCI\\"}) {
-        const int at = upper.find(kel::String(bus));
-        if (at != kel::String::npos && (start == kel::String::npos || at < start))
-            start = at;
-    }
-    if (start == kel::String::npos)
-        return upper;
-    int end = start;
-    for (int parts = 0; end < upper.length(); ++end) {
-        if (upper[end] == L'\\' && ++parts == kLocatorParts)
-            break;
-    }
-    return upper.substring(start, end - start);
 }
 
 bool hasMajorType(IPin *pin, const GUID &majorType, const GUID *subType)
@@ -265,19 +236,19 @@ bool DigitalTuner::monikerMatches(IMoniker *moniker, bool matchDevice, bool cons
         failed = true;
         return false;
     }
-    friendlyName = readBagText(bag, L"FriendlyName", hr);
+    friendlyName = MonikerProperty::read(bag, L"FriendlyName", hr);
     if (FAILED(hr)) {
         SORVANE_LOG_ERROR("IPropertyBag::Read(FriendlyName) failed: " << hrText(hr));
         return false;
     }
-    const kel::String devicePath = readBagText(bag, L"DevicePath", hr);
+    const kel::String devicePath = MonikerProperty::read(bag, L"DevicePath", hr);
 
     if (matchDevice) {
         kel::String locator = m_device.property("DeviceLocator").toKELString();
         if (locator.isEmpty())
             locator = m_device.osLocator();
-        const kel::String found = instanceKey(devicePath);
-        const kel::String wanted = instanceKey(locator);
+        const kel::String found = DeviceIdParser::instanceKey(devicePath);
+        const kel::String wanted = DeviceIdParser::instanceKey(locator);
         SORVANE_LOG_DETAIL("Guids this:" << found << "\n      device we are looking for:" << wanted);
         if (found.isEmpty() || found != wanted) {
             SORVANE_LOG_DETAIL("Mismatching name while enumerating: looking for \"" << wanted << "\" , but found: \""

@@ -1,5 +1,6 @@
 #include "FramesSavedCheck.h"
 #include "CaptureLog.h"
+#include "LogTexts.h"
 #include "SampleGrabberCallback.h"
 
 #include <ruvo/DiagModule.h>
@@ -36,7 +37,7 @@ bool FramesSavedCheck::operator()()
     if (m_progress)
         m_progress(static_cast<int>(elapsed / m_timeoutSeconds * 100));
     if (elapsed > m_timeoutSeconds) {
-        SORVANE_LOG_DETAIL("FramesSavedCheck: " << m_timeoutSeconds << " second timeout hit");
+        SORVANE_LOG_DETAIL(LogTexts::TIMEOUT_BEFORE << m_timeoutSeconds << LogTexts::TIMEOUT_AFTER);
         m_timedOut = true;
         return true;
     }

@@ -3,12 +3,11 @@
 // Log lines and capability keys use these names instead of raw GUIDs.
 #pragma once
 
-#include "SorvaneExport.h"
 #include <guiddef.h>
 
 namespace sorvane {
 
-class SORVANE_API GuidNameTable {
+class GuidNameTable {
 public:
     // The SDK name of `id` ("MEDIASUBTYPE_YUY2"), or null when the table does not know it.
     static const wchar_t *find(const GUID &id);

@@ -2,13 +2,11 @@
 // the localized "Pass" and "Fail" texts, Cancel kept.
 #pragma once
 
-#include "SorvaneExport.h"
-
 #include <kel/String.h>
 
 namespace sorvane {
 
-class SORVANE_API PassFailQuestion {
+class PassFailQuestion {
 public:
     // Shows the box with `title` as caption and returns the message-box answer
     // (IDYES, IDNO for the fail button, IDCANCEL).

@@ -1,5 +1,6 @@
 #include "SampleGrabberCallback.h"
 #include "CaptureLog.h"
+#include "LogTexts.h"
 
 #include <boost/checked_delete.hpp>
 #include <cstring>
@@ -74,7 +75,7 @@ bool SampleGrabberCallback::keepFrame(IMediaSample *sample)
     }
     const long length = sample->GetActualDataLength();
     if (length <= 0) {
-        SORVANE_LOG_DETAIL("IMediaSample::GetActualDataLength returned <= 0.");
+        SORVANE_LOG_DETAIL(LogTexts::EMPTY_SAMPLE);
         return true;
     }
     unsigned char *copy = new (std::nothrow) unsigned char[length];

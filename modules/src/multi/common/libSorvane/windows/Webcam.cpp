@@ -4,6 +4,7 @@
 #include "ErrorHandler.h"
 #include "FramesSavedCheck.h"
 #include "InPlaceMediaType.h"
+#include "LogTexts.h"
 #include "ModuleRegistration.h"
 #include "SampleGrabberCallback.h"
 #include "ScopeExit.h"
@@ -234,8 +235,8 @@ void Webcam::doCaptureFrames(unsigned long long count)
             SORVANE_LOG_DETAIL(text);
     }
     if (m_frames.size() < count) {
-        SORVANE_LOG_DETAIL("Unable to capture " << count << " frames, got "
-                                                << static_cast<unsigned long long>(m_frames.size()));
+        SORVANE_LOG_DETAIL(LogTexts::SHORTFALL_BEFORE << count << LogTexts::SHORTFALL_AFTER
+                                                      << static_cast<unsigned long long>(m_frames.size()));
         THROW_ERROR(ruvo::TestResult::FAIL(), 0, g_errorCapturingFrames);
     }
     SORVANE_LOG_DETAIL("returning " << static_cast<unsigned long long>(m_frames.size()) << " frames");
@@ -260,10 +261,9 @@ int Webcam::capabilityCount(IAMStreamConfig *streamConfig)
     int count = 0;
     int size = 0;
     const HRESULT hr = streamConfig->GetNumberOfCapabilities(&count, &size);
-    if (FAILED(hr)) {
-        SORVANE_LOG_ERROR("GetNumberOfCapabilities failed: " << ErrorHandler::errorMessageFromHr(hr));
-        THROW_ERROR(ruvo::TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
-    }
+    if (FAILED(hr))
+        SORVANE_THROW_FAILED("GetNumberOfCapabilities failed: ", hr, ruvo::TestResult::FAIL(),
+                             g_errorCreatingFilterGraph);
     if (size != sizeof(VIDEO_STREAM_CONFIG_CAPS)) {
         SORVANE_LOG_ERROR("Capability size != sizeof(VIDEO_STREAM_CONFIG_CAPS)");
         THROW_ERROR(ruvo::TestResult::FAIL(), 0, g_errorCreatingFilterGraph);
@@ -279,10 +279,8 @@ void Webcam::captureWithCapability(IAMStreamConfig *streamConfig, const AM_MEDIA
 
     SORVANE_LOG_DETAIL("SetFormat to " << CaptureUtil::mediaTypeToString(capability));
     const HRESULT hr = streamConfig->SetFormat(const_cast<AM_MEDIA_TYPE *>(capability));
-    if (FAILED(hr)) {
-        SORVANE_LOG_ERROR("SetFormat failed: " << ErrorHandler::errorMessageFromHr(hr));
-        THROW_ERROR(ruvo::TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
-    }
+    if (FAILED(hr))
+        SORVANE_THROW_FAILED(LogTexts::SET_FORMAT_FAILED, hr, ruvo::TestResult::FAIL(), g_errorCreatingFilterGraph);
     m_mediaType.reset(CaptureUtil::createMediaType(capability));
     if (!m_mediaType) {
         SORVANE_LOG_ERROR("createMediaType failed");
@@ -313,10 +311,8 @@ void Webcam::attachCallback(unsigned long long count)
     m_sampleGrabberCallback = new SampleGrabberCallback(m_captureDelay, count);
     const HRESULT hr = m_sampleGrabber->SetCallback(m_sampleGrabberCallback, 0);
     SORVANE_LOG_DETAIL("set sampleGrabberCallback: " << ErrorHandler::errorMessageFromHr(hr));
-    if (FAILED(hr)) {
-        SORVANE_LOG_ERROR("SetCallback failed: " << ErrorHandler::errorMessageFromHr(hr));
-        THROW_ERROR(ruvo::TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
-    }
+    if (FAILED(hr))
+        SORVANE_THROW_FAILED("SetCallback failed: ", hr, ruvo::TestResult::FAIL(), g_errorCreatingFilterGraph);
 }
 
 void Webcam::detachCallback()
@@ -343,10 +339,8 @@ void Webcam::takeFramesFromCallback(unsigned long long count)
 
     InPlaceMediaType connected;
     const HRESULT hr = m_sampleGrabber->GetConnectedMediaType(connected.receive());
-    if (FAILED(hr)) {
-        SORVANE_LOG_ERROR("GetConnectedMediaType failed: " << ErrorHandler::errorMessageFromHr(hr));
-        THROW_ERROR(ruvo::TestResult::FAIL(), hr, g_errorCapturingFrames);
-    }
+    if (FAILED(hr))
+        SORVANE_THROW_FAILED("GetConnectedMediaType failed: ", hr, ruvo::TestResult::FAIL(), g_errorCapturingFrames);
     m_mediaType.reset(CaptureUtil::createMediaType(&connected.get()));
     if (!m_mediaType) {
         SORVANE_LOG_ERROR("createMediaType failed");
@@ -388,20 +382,15 @@ void Webcam::setupSampleGrabber()
         wanted = *m_mediaType.get(); // the grabber copies what it needs; the format block stays ours
     }
     HRESULT hr = m_sampleGrabber->SetMediaType(&wanted);
-    if (FAILED(hr)) {
-        SORVANE_LOG_ERROR("SampleGrabber SetMediaType failed:" << ErrorHandler::errorMessageFromHr(hr));
-        THROW_ERROR(ruvo::TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
-    }
+    if (FAILED(hr))
+        SORVANE_THROW_FAILED("SampleGrabber SetMediaType failed:", hr, ruvo::TestResult::FAIL(),
+                             g_errorCreatingFilterGraph);
     hr = m_sampleGrabber->SetOneShot(FALSE);
-    if (FAILED(hr)) {
-        SORVANE_LOG_ERROR("SetOneShot failed:" << ErrorHandler::errorMessageFromHr(hr));
-        THROW_ERROR(ruvo::TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
-    }
+    if (FAILED(hr))
+        SORVANE_THROW_FAILED("SetOneShot failed:", hr, ruvo::TestResult::FAIL(), g_errorCreatingFilterGraph);
     hr = m_sampleGrabber->SetBufferSamples(FALSE);
-    if (FAILED(hr)) {
-        SORVANE_LOG_ERROR("SetBufferSamples failed: " << ErrorHandler::errorMessageFromHr(hr));
-        THROW_ERROR(ruvo::TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
-    }
+    if (FAILED(hr))
+        SORVANE_THROW_FAILED("SetBufferSamples failed: ", hr, ruvo::TestResult::FAIL(), g_errorCreatingFilterGraph);
 }
 
 void Webcam::renderToSaver()
@@ -416,10 +405,9 @@ void Webcam::renderToSaver()
     setupSampleGrabber();
     if (!m_sinkFilter) {
         const HRESULT hr = m_sinkFilter.CoCreateInstance(CLSID_NullRenderer, nullptr, CLSCTX_INPROC_SERVER);
-        if (FAILED(hr)) {
-            SORVANE_LOG_ERROR("Unable to create NullRenderer:" << ErrorHandler::errorMessageFromHr(hr));
-            THROW_ERROR(ruvo::TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
-        }
+        if (FAILED(hr))
+            SORVANE_THROW_FAILED("Unable to create NullRenderer:", hr, ruvo::TestResult::FAIL(),
+                                 g_errorCreatingFilterGraph);
         addFilter(m_sinkFilter, kel::String(L"NullRenderer"));
     }
 
