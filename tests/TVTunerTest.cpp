@@ -22,14 +22,6 @@ const std::vector<std::wstring> kChannels2To3Twice = {
     L"Channel 2 antenna TV", L"Channel 2 cable TV", L"Channel 3 antenna TV", L"Channel 3 cable TV",
 };
 
-std::string variable(const ruvo::Event *event, const char *name)
-{
-    ruvo::Value value;
-    if (!event || !event->variables().get(kel::String(name), value))
-        return "(unset)";
-    return sorvane::test::narrow(value.toKELString());
-}
-
 class TVTunerTest : public sorvane::test::TunerLabTest {
 protected:
     void SetUp() override
@@ -93,8 +85,8 @@ TEST_F(TVTunerTest, RangeWithoutSignalAsksAboutTheCableThenEndsWithNoSignalWithT
 
     EXPECT_EQ(e.getResult(), TestResult::NOSIGNAL());
     EXPECT_EQ(e.getErrorEvent(), sorvane::g_errorNoSignalWithTip);
-    EXPECT_EQ(variable(e.getErrorEvent(), "startchannel"), "2");
-    EXPECT_EQ(variable(e.getErrorEvent(), "endchannel"), "3");
+    EXPECT_EQ(sorvane::test::eventVariable(e.getErrorEvent(), "startchannel"), "2");
+    EXPECT_EQ(sorvane::test::eventVariable(e.getErrorEvent(), "endchannel"), "3");
     EXPECT_EQ(tunedChannels(kLabTVCard), kChannels2To3Twice);
     EXPECT_EQ(recorder().percentResets, 2);
     // Each pass counts from its first channel; past the last one the fraction exceeds 1.
@@ -223,10 +215,10 @@ TEST_F(TVTunerTest, ChannelOutsideTheLimitsIsABadParameter)
 
         EXPECT_EQ(e.getResult(), TestResult::BADPARAMS());
         EXPECT_EQ(e.getErrorEvent(), sorvane::g_badParametersRange);
-        EXPECT_EQ(variable(e.getErrorEvent(), "ParameterName"), c.name);
-        EXPECT_EQ(variable(e.getErrorEvent(), "ParameterValue"), c.value);
-        EXPECT_EQ(variable(e.getErrorEvent(), "RangeMin"), "2");
-        EXPECT_EQ(variable(e.getErrorEvent(), "RangeMax"), "60");
+        EXPECT_EQ(sorvane::test::eventVariable(e.getErrorEvent(), "ParameterName"), c.name);
+        EXPECT_EQ(sorvane::test::eventVariable(e.getErrorEvent(), "ParameterValue"), c.value);
+        EXPECT_EQ(sorvane::test::eventVariable(e.getErrorEvent(), "RangeMin"), "2");
+        EXPECT_EQ(sorvane::test::eventVariable(e.getErrorEvent(), "RangeMax"), "60");
     }
     EXPECT_TRUE(tunedChannels(kLabTVCard).empty());
     EXPECT_TRUE(recorder().prompts.empty());
