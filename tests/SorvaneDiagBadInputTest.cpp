@@ -7,6 +7,9 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+#include <vector>
+
 using sorvane::test::contains;
 using sorvane::test::HostProgram;
 using sorvane::test::JsonValue;
@@ -106,11 +109,16 @@ TEST(SorvaneDiagBadInputTest, TheReportReplacesAnEarlierOneWhole)
     EXPECT_EQ('{', text.front());
     EXPECT_EQ("list", JsonValue::parse(text)["command"].text());
     // Nothing of the write is left beside it.
+    std::vector<std::wstring> names;
     WIN32_FIND_DATAW found;
-    const HANDLE search = FindFirstFileW(folder.file(L"report.json.*").c_str(), &found);
-    EXPECT_EQ(INVALID_HANDLE_VALUE, search);
-    if (search != INVALID_HANDLE_VALUE)
-        FindClose(search);
+    const HANDLE search = FindFirstFileW(folder.file(L"*").c_str(), &found);
+    ASSERT_NE(INVALID_HANDLE_VALUE, search);
+    do {
+        if (found.cFileName[0] != L'.')
+            names.push_back(found.cFileName);
+    } while (FindNextFileW(search, &found));
+    FindClose(search);
+    EXPECT_EQ(std::vector<std::wstring>{L"report.json"}, names);
 }
 
 TEST(SorvaneDiagBadInputTest, ATunerNamedForACameraIsRefusedWithTheCommandsThatFit)
