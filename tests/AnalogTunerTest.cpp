@@ -314,28 +314,7 @@ TEST_F(AnalogTunerTest, FMStopRequestEndsTheSweep)
     expectRaster(tunedFrequencies(), {88000000});
 }
 
-// Whatever a caller sets, a scan ends: values it cannot take are refused before the first tune.
-TEST_F(AnalogTunerTest, ExtremeTVChannelsAreRefusedBeforeAnyTune)
-{
-    struct Case {
-        uint32_t start;
-        uint32_t end;
-        const char *name;
-        const char *value;
-    };
-    for (const Case &c :
-         {Case{0, 60, "TVStartChannel", "0"}, Case{4294967295u, 4294967295u, "TVStartChannel", "4294967295"},
-          Case{2, 4294967295u, "TVEndChannel", "4294967295"}, Case{2147483648u, 2, "TVStartChannel", "2147483648"}}) {
-        SCOPED_TRACE(c.value);
-        setTVRange(c.start, c.end);
-        const CaptureException e = checkTV();
-        EXPECT_EQ(e.getResult(), TestResult::BADPARAMS());
-        EXPECT_EQ(sorvane::test::eventVariable(e.getErrorEvent(), "ParameterName"), c.name);
-        EXPECT_EQ(sorvane::test::eventVariable(e.getErrorEvent(), "ParameterValue"), c.value);
-        EXPECT_TRUE(tunedChannels(kLabTVCard).empty());
-    }
-}
-
+// Whatever a caller sets, the sweep ends: frequencies no tuner can take are refused before the first tune.
 TEST_F(AnalogTunerTest, FrequenciesNoTunerCanTakeAreRefusedBeforeAnyTune)
 {
     const double nan = std::numeric_limits<double>::quiet_NaN();

@@ -207,8 +207,12 @@ TEST_F(TVTunerTest, ChannelOutsideTheLimitsIsABadParameter)
         const char *name;
         const char *value;
     };
-    for (const Case &c : {Case{1, 5, "TVStartChannel", "1"}, Case{2, 61, "TVEndChannel", "61"}}) {
-        SCOPED_TRACE(c.name);
+    // Whatever a caller sets, the scan ends: the extremes of the parameter's type are refused too.
+    for (const Case &c :
+         {Case{1, 5, "TVStartChannel", "1"}, Case{2, 61, "TVEndChannel", "61"}, Case{0, 60, "TVStartChannel", "0"},
+          Case{4294967295u, 4294967295u, "TVStartChannel", "4294967295"},
+          Case{2, 4294967295u, "TVEndChannel", "4294967295"}, Case{2147483648u, 2, "TVStartChannel", "2147483648"}}) {
+        SCOPED_TRACE(c.value);
         setTVRange(c.start, c.end);
 
         const CaptureException e = checkFails();
