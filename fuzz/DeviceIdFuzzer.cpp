@@ -1,5 +1,7 @@
 // The identity parsers of device discovery over arbitrary text: instance IDs, device paths and
 // the codes cut out of them.
+#include "Utf16Text.h"
+
 #include <DeviceIdParser.h>
 
 #include <cstddef>
@@ -10,15 +12,6 @@
 namespace {
 
 using sorvane::DeviceIdParser;
-
-// Two bytes a character, so every UTF-16 code unit can occur.
-kel::String textOf(const uint8_t *data, size_t size)
-{
-    std::wstring text;
-    for (size_t i = 0; i + 1 < size; i += 2)
-        text += static_cast<wchar_t>(data[i] | (data[i + 1] << 8));
-    return kel::String(text);
-}
 
 void requireCode(const kel::String &code)
 {
@@ -40,7 +33,7 @@ void requireCodes(const DeviceIdParser::Codes &codes)
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
-    const kel::String text = textOf(data, size);
+    const kel::String text = fuzz::utf16Text(data, size);
 
     kel::String code(L"unchanged");
     if (DeviceIdParser::codeAfter(kel::String(L"VID_"), text, code))

@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Builds the transport-stream fuzzers natively (clang, libFuzzer, AddressSanitizer) and runs them.
+# Builds the fuzzers natively (clang, libFuzzer, AddressSanitizer) and runs them: transport stream,
+# device identity, parameter values.
 #   scripts/fuzz.sh --smoke                 every target for a few seconds (part of scripts/test.sh)
 #   scripts/fuzz.sh --runs N [TARGET...]    every target (or the ones named) for N executions
 #   scripts/fuzz.sh --time S [TARGET...]    every target (or the ones named) for S seconds
@@ -10,7 +11,7 @@ cd "$(dirname "$0")/.."
 
 fuzz_dir=${FUZZ_DIR:-$PWD/build-fuzz}
 library=modules/src/multi/common/libSorvane/windows
-targets=(quality packetsearch programsearch streamhealth deviceids)
+targets=(quality packetsearch programsearch streamhealth deviceids parameters)
 declare -A sources=(
     [quality]="fuzz/QualityFuzzer.cpp $library/HexDump.cpp"
     [packetsearch]="fuzz/PacketSearchFuzzer.cpp $library/TsPacketSearch.cpp"
@@ -19,6 +20,8 @@ declare -A sources=(
     # The identity parsers of device discovery, with the framework's text class; fuzz/native
     # stands in for the two UTF-8 conversions of <windows.h> it uses.
     [deviceids]="fuzz/DeviceIdFuzzer.cpp fuzz/native/KelAssertAbort.cpp $library/DeviceIdParser.cpp $library/CaptureBusType.cpp framework/src/kelcore/String.cpp"
+    # The framework's reading of parameter values, of every declared type.
+    [parameters]="fuzz/ParameterFuzzer.cpp fuzz/native/KelAssertAbort.cpp framework/src/ruvo/Value.cpp framework/src/ruvo/RuvoString.cpp framework/src/kelcore/String.cpp"
 )
 cxx=${CXX_FUZZ:-clang++}
 flags=(-std=c++17 -O1 -g -fno-omit-frame-pointer -I"$library" -Itests/support -Iframework/include -Ifuzz/native
@@ -42,7 +45,7 @@ build() {
     local stale=0
     [ -x "$output" ] || stale=1
     for source in "$@"; do [ "$source" -nt "$output" ] && stale=1; done
-    for header in "$library"/*.h fuzz/*.h; do [ "$header" -nt "$output" ] && stale=1; done
+    for header in "$library"/*.h fuzz/*.h framework/include/*/*.h; do [ "$header" -nt "$output" ] && stale=1; done
     [ $stale -eq 0 ] || "$cxx" "${flags[@]}" "${extra[@]}" "$@" -o "$output"
 }
 
@@ -53,6 +56,13 @@ for target in "${targets[@]}"; do
 done
 mkdir -p "$fuzz_dir/seeds/quality" "$fuzz_dir/seeds/packetsearch" "$fuzz_dir/seeds/programsearch" "$fuzz_dir/seeds/streamhealth"
 "$fuzz_dir/bin/seeds" "$fuzz_dir/seeds"
+# Parameter values as a person types them, as UTF-16 text.
+mkdir -p "$fuzz_dir/seeds/parameters"
+n=0
+for text in 0 5 010 4294967295 4294967296 -3 0x3 88.1 -2.5 1e2 1e999 nan inf true False yes maybe " 7 " ANTENNA; do
+    n=$((n + 1))
+    printf '%s' "$text" | iconv -f UTF-8 -t UTF-16LE >"$fuzz_dir/seeds/parameters/typed-$n"
+done
 # The device paths of the lab's hardware, as UTF-16 text, seed the identity parsers.
 mkdir -p "$fuzz_dir/seeds/deviceids"
 n=0

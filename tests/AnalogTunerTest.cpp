@@ -7,6 +7,7 @@
 #include <CaptureUtil.h>
 #include <ModuleRegistration.h>
 #include <cstdlib>
+#include <limits>
 
 namespace {
 
@@ -312,6 +313,47 @@ TEST_F(AnalogTunerTest, FMStopRequestEndsTheSweep)
     EXPECT_EQ(e.getResult(), TestResult::USERABORTED());
     EXPECT_EQ(e.getErrorEvent(), nullptr);
     expectRaster(tunedFrequencies(), {88000000});
+}
+
+// Whatever a caller sets, the sweep ends: frequencies no tuner can take are refused before the first tune.
+TEST_F(AnalogTunerTest, FrequenciesNoTunerCanTakeAreRefusedBeforeAnyTune)
+{
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    const double inf = std::numeric_limits<double>::infinity();
+    struct Case {
+        double start;
+        double end;
+        const char *name;
+    };
+    // Above 2147 MHz the frequency in hertz overflows the tuner's int; a sweep from 1e17 by
+    // 0.2 MHz would never move.
+    for (const Case &c :
+         {Case{nan, 108.0, "FMRadioStartChannel"}, Case{88.0, nan, "FMRadioEndChannel"},
+          Case{inf, inf, "FMRadioStartChannel"}, Case{-inf, 88.0, "FMRadioStartChannel"},
+          Case{88.0, inf, "FMRadioEndChannel"}, Case{1e17, 2e17, "FMRadioStartChannel"},
+          Case{88.0, 1e300, "FMRadioEndChannel"}, Case{-0.1, 88.0, "FMRadioStartChannel"},
+          Case{2147.5, 2148.0, "FMRadioStartChannel"}, Case{-2147483649.0, 88.0, "FMRadioStartChannel"}}) {
+        SCOPED_TRACE(c.name);
+        setFMBand(c.start, c.end);
+        const CaptureException e = checkFM();
+        EXPECT_EQ(e.getResult(), TestResult::BADPARAMS());
+        EXPECT_EQ(e.getErrorEvent(), sorvane::g_badParametersRange);
+        EXPECT_EQ(sorvane::test::eventVariable(e.getErrorEvent(), "ParameterName"), c.name);
+        EXPECT_EQ(sorvane::test::eventVariable(e.getErrorEvent(), "RangeMin"), "0");
+        EXPECT_EQ(sorvane::test::eventVariable(e.getErrorEvent(), "RangeMax"), "2147");
+        EXPECT_TRUE(tunedFrequencies().empty());
+    }
+}
+
+TEST_F(AnalogTunerTest, TheEndsOfTheTunableFrequenciesAreSweptAndEnd)
+{
+    for (const double megahertz : {0.0, 2147.0}) {
+        SCOPED_TRACE(megahertz);
+        lab::clearJournal(kLabTVCard);
+        setFMBand(megahertz, megahertz);
+        EXPECT_EQ(checkFM().getResult(), TestResult::NOSIGNAL());
+        expectRaster(tunedFrequencies(), {static_cast<long>(megahertz * 1000000.0)});
+    }
 }
 
 // The preview and the recording run on real time: the preview for "TestRunTime", the

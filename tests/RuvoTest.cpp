@@ -4,6 +4,8 @@
 #include <ruvo/DiagDevice.h>
 #include <ruvo/DiagModule.h>
 
+#include <limits>
+
 namespace {
 
 using kel::String;
@@ -34,6 +36,65 @@ TEST_F(RuvoTest, ParametersAcceptOnlyValuesOfTheirDeclaredType)
     EXPECT_TRUE(ruvo::Value::parse(ruvo::DataType::BOOLEAN, String(L"False"), parsed));
     EXPECT_FALSE(parsed.valueBool());
     EXPECT_FALSE(ruvo::Value::parse(ruvo::DataType::BOOLEAN, String(L"maybe"), parsed));
+}
+
+TEST_F(RuvoTest, NumbersAreDecimalAndFinite)
+{
+    struct Case {
+        ruvo::DataType::Type type;
+        const wchar_t *text;
+        bool accepted;
+        double value;
+    };
+    const ruvo::DataType::Type whole = ruvo::DataType::UINT32;
+    const ruvo::DataType::Type number = ruvo::DataType::DOUBLE;
+    for (const Case &c : {Case{whole, L"010", true, 10},
+                          Case{whole, L" 7 ", true, 7},
+                          Case{whole, L"4294967295", true, 4294967295.0},
+                          Case{whole, L"0x3", false, 0},
+                          Case{whole, L"+5", false, 0},
+                          Case{whole, L"1e3", false, 0},
+                          Case{whole, L"", false, 0},
+                          Case{whole, L"99999999999999999999999", false, 0},
+                          Case{whole, L"3.0", false, 0},
+                          Case{number, L"88.1", true, 88.1},
+                          Case{number, L"-2.5", true, -2.5},
+                          Case{number, L"1e2", true, 100},
+                          Case{number, L"010", true, 10},
+                          Case{number, L"nan", false, 0},
+                          Case{number, L"NaN", false, 0},
+                          Case{number, L"inf", false, 0},
+                          Case{number, L"-Infinity", false, 0},
+                          Case{number, L"1e999", false, 0},
+                          Case{number, L"0x1p3", false, 0},
+                          Case{number, L"nan(1)", false, 0},
+                          Case{number, L"", false, 0}}) {
+        SCOPED_TRACE(narrow(String(c.text)));
+        ruvo::Value parsed;
+        EXPECT_EQ(ruvo::Value::parse(c.type, String(c.text), parsed), c.accepted);
+        if (c.accepted) {
+            EXPECT_EQ(parsed.type(), c.type);
+            EXPECT_DOUBLE_EQ(c.type == whole ? parsed.valueUint32() : parsed.valueDouble(), c.value);
+        } else {
+            EXPECT_TRUE(parsed.isEmpty());
+        }
+    }
+    double read = 0;
+    EXPECT_FALSE(String(L"nan").toDouble(read));
+    EXPECT_FALSE(String(L"inf").toDouble(read));
+}
+
+TEST_F(RuvoTest, ANumberReadAsAWholeNumberTakesTheNearestEnd)
+{
+    EXPECT_EQ(ruvo::Value::fromDouble(std::numeric_limits<double>::quiet_NaN()).valueUint32(), 0u);
+    EXPECT_EQ(ruvo::Value::fromDouble(-5.0).valueUint32(), 0u);
+    EXPECT_EQ(ruvo::Value::fromDouble(1e300).valueUint32(), 4294967295u);
+    EXPECT_EQ(ruvo::Value::fromDouble(4294967296.0).valueUint32(), 4294967295u);
+    EXPECT_EQ(ruvo::Value::fromDouble(60.9).valueUint32(), 60u);
+    EXPECT_EQ(ruvo::Value(String(L"0x10")).valueUint32(), 0u);
+    EXPECT_EQ(ruvo::Value(String(L"nan")).valueDouble(), 0.0);
+    // Written out in full, the largest double is still a number.
+    EXPECT_EQ(String::fromDouble(1e300, 1).length(), 303);
 }
 
 TEST_F(RuvoTest, PostedEventsKeepTheirVariablesAsTheyWereWhenPosted)

@@ -22,14 +22,6 @@ const std::vector<std::wstring> kChannels2To3Twice = {
     L"Channel 2 antenna TV", L"Channel 2 cable TV", L"Channel 3 antenna TV", L"Channel 3 cable TV",
 };
 
-std::string variable(const ruvo::Event *event, const char *name)
-{
-    ruvo::Value value;
-    if (!event || !event->variables().get(kel::String(name), value))
-        return "(unset)";
-    return sorvane::test::narrow(value.toKELString());
-}
-
 class TVTunerTest : public sorvane::test::TunerLabTest {
 protected:
     void SetUp() override
@@ -93,8 +85,8 @@ TEST_F(TVTunerTest, RangeWithoutSignalAsksAboutTheCableThenEndsWithNoSignalWithT
 
     EXPECT_EQ(e.getResult(), TestResult::NOSIGNAL());
     EXPECT_EQ(e.getErrorEvent(), sorvane::g_errorNoSignalWithTip);
-    EXPECT_EQ(variable(e.getErrorEvent(), "startchannel"), "2");
-    EXPECT_EQ(variable(e.getErrorEvent(), "endchannel"), "3");
+    EXPECT_EQ(sorvane::test::eventVariable(e.getErrorEvent(), "startchannel"), "2");
+    EXPECT_EQ(sorvane::test::eventVariable(e.getErrorEvent(), "endchannel"), "3");
     EXPECT_EQ(tunedChannels(kLabTVCard), kChannels2To3Twice);
     EXPECT_EQ(recorder().percentResets, 2);
     // Each pass counts from its first channel; past the last one the fraction exceeds 1.
@@ -215,18 +207,22 @@ TEST_F(TVTunerTest, ChannelOutsideTheLimitsIsABadParameter)
         const char *name;
         const char *value;
     };
-    for (const Case &c : {Case{1, 5, "TVStartChannel", "1"}, Case{2, 61, "TVEndChannel", "61"}}) {
-        SCOPED_TRACE(c.name);
+    // Whatever a caller sets, the scan ends: the extremes of the parameter's type are refused too.
+    for (const Case &c :
+         {Case{1, 5, "TVStartChannel", "1"}, Case{2, 61, "TVEndChannel", "61"}, Case{0, 60, "TVStartChannel", "0"},
+          Case{4294967295u, 4294967295u, "TVStartChannel", "4294967295"},
+          Case{2, 4294967295u, "TVEndChannel", "4294967295"}, Case{2147483648u, 2, "TVStartChannel", "2147483648"}}) {
+        SCOPED_TRACE(c.value);
         setTVRange(c.start, c.end);
 
         const CaptureException e = checkFails();
 
         EXPECT_EQ(e.getResult(), TestResult::BADPARAMS());
         EXPECT_EQ(e.getErrorEvent(), sorvane::g_badParametersRange);
-        EXPECT_EQ(variable(e.getErrorEvent(), "ParameterName"), c.name);
-        EXPECT_EQ(variable(e.getErrorEvent(), "ParameterValue"), c.value);
-        EXPECT_EQ(variable(e.getErrorEvent(), "RangeMin"), "2");
-        EXPECT_EQ(variable(e.getErrorEvent(), "RangeMax"), "60");
+        EXPECT_EQ(sorvane::test::eventVariable(e.getErrorEvent(), "ParameterName"), c.name);
+        EXPECT_EQ(sorvane::test::eventVariable(e.getErrorEvent(), "ParameterValue"), c.value);
+        EXPECT_EQ(sorvane::test::eventVariable(e.getErrorEvent(), "RangeMin"), "2");
+        EXPECT_EQ(sorvane::test::eventVariable(e.getErrorEvent(), "RangeMax"), "60");
     }
     EXPECT_TRUE(tunedChannels(kLabTVCard).empty());
     EXPECT_TRUE(recorder().prompts.empty());

@@ -14,6 +14,7 @@
 #include <dshow.h>
 #include <kel/String.h>
 #include <ruvo/DiagDevice.h>
+#include <ruvo/Event.h>
 #include <string>
 #include <vector>
 
@@ -44,6 +45,15 @@ inline std::vector<std::wstring> journalOf(const std::wstring &device, const std
 }
 
 // The channels tuned, as "Channel <n> antenna|cable TV|FM".
+// An event's variable as text, "(unset)" when the event does not carry it.
+inline std::string eventVariable(const ruvo::Event *event, const char *name)
+{
+    ruvo::Value value;
+    if (!event || !event->variables().get(kel::String(name), value))
+        return "(unset)";
+    return narrow(value.toKELString());
+}
+
 inline std::vector<std::wstring> tunedChannels(const std::wstring &device)
 {
     return journalOf(device, L"Channel ");

@@ -1,7 +1,9 @@
 #include "CommandContext.h"
 #include "CaptureClasses.h"
 #include "DeviceChooser.h"
+#include "DeviceIdentity.h"
 #include "DeviceRecords.h"
+#include "DeviceStopWait.h"
 #include "FailureExplanation.h"
 #include "LibraryErrors.h"
 #include "HostError.h"
@@ -65,19 +67,41 @@ ruvo::TestResult CommandContext::chooseCaptureDevice(ruvo::DiagDevice &chosen)
         webcam = webcam || device.deviceCapabilities().isCapable(ruvo::DeviceCapability::Webcam());
     const bool preferWebcam = m_options.device.empty() && webcam;
     if (!chooseDevice(preferWebcam ? ruvo::DeviceCapability::Webcam() : ruvo::DeviceCapability::VideoCapture(),
-                      preferWebcam ? L"webcam" : L"video capture device", chosen) ||
-        !canCapture(chosen))
+                      preferWebcam ? L"webcam" : L"video capture device", chosen))
         return ruvo::TestResult::NODEVICE();
-    return ruvo::TestResult::PASS();
+    return canCapture(chosen);
 }
 
-bool CommandContext::canCapture(const ruvo::DiagDevice &device)
+bool CommandContext::isDigitalTunerOnly(const ruvo::DiagDevice &device)
 {
-    if (device.deviceCapabilities().isCapable(ruvo::DeviceCapability::VideoCapture()))
+    const ruvo::DeviceCapability &capabilities = device.deviceCapabilities();
+    if (capabilities.isCapable(ruvo::DeviceCapability::Webcam()) ||
+        capabilities.isCapable(ruvo::DeviceCapability::AnalogTVTuner()))
+        return false;
+    if (capabilities.isCapable(ruvo::DeviceCapability::DigitalTVTuner()))
         return true;
+    for (const CaptureDevice &listed : captureDevices()) {
+        if (listed.name() == device.name())
+            return DeviceIdentity::kindOf(listed) == L"digital tuner";
+    }
+    return false;
+}
+
+ruvo::TestResult CommandContext::canCapture(const ruvo::DiagDevice &device)
+{
+    // A digital tuner delivers a transport stream, not pictures: the capture classes would
+    // fail on it in ways that read like a broken camera.
+    if (isDigitalTunerOnly(device)) {
+        say(device.name().wstr() + L" is a digital TV tuner, not a camera or video capture device: the digital "
+                                   L"scans atsc, clearqam, dvbt and ocur test it (`sorvane-diag list` shows each "
+                                   L"device's kind).");
+        return ruvo::TestResult::NOTSUPPORTED();
+    }
+    if (device.deviceCapabilities().isCapable(ruvo::DeviceCapability::VideoCapture()))
+        return ruvo::TestResult::PASS();
     say(device.name().wstr() + L" is listed, but Windows could not open it as a video capture device: it may "
                                L"have been unplugged (`sorvane-diag list --verbose` shows its record).");
-    return false;
+    return ruvo::TestResult::NODEVICE();
 }
 
 std::wstring CommandContext::windowTitle(const ruvo::DiagDevice &device)
@@ -90,11 +114,17 @@ ruvo::TestResult CommandContext::runTest(const std::wstring &phase, const std::f
     RunReport::Phase timing(m_report, phase);
     const size_t eventsBefore = m_report.eventCount();
     const size_t errorsBefore = LibraryErrors::count();
+    const long stoppingBefore = DeviceStopWait::notableSeconds();
     try {
         test();
+        DeviceStopWait::testEnded();
         m_terminal.finishProgress();
+        const long stopping = DeviceStopWait::notableSeconds() - stoppingBefore;
+        if (stopping > 0)
+            say(FailureExplanation::slowStop(stopping));
         return ruvo::TestResult::PASS();
     } catch (const CaptureException &failure) {
+        DeviceStopWait::testEnded();
         // A range scanned to its end without a signal is finished: its bar ends full, although
         // the library's last report is that of the last channel's start.
         if (failure.getResult() == ruvo::TestResult::NOSIGNAL()) {
@@ -107,9 +137,10 @@ ruvo::TestResult CommandContext::runTest(const std::wstring &phase, const std::f
             m_report.setErrorCode(failure.getErrorCode());
             m_terminal.line(L"Windows code " + HostError::describe(static_cast<HRESULT>(failure.getErrorCode())));
         }
-        const FailureExplanation::Facts facts = {failure.getResult(), m_report.eventsSince(eventsBefore),
-                                                 static_cast<long>(failure.getErrorCode()),
-                                                 LibraryErrors::since(errorsBefore), phase};
+        FailureExplanation::Facts facts = {failure.getResult(), m_report.eventsSince(eventsBefore),
+                                           static_cast<long>(failure.getErrorCode()),
+                                           LibraryErrors::since(errorsBefore), phase};
+        facts.stoppingSeconds = DeviceStopWait::notableSeconds() - stoppingBefore;
         const std::wstring explanation = FailureExplanation::of(facts);
         if (!explanation.empty())
             say(explanation);

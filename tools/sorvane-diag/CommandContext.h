@@ -34,9 +34,10 @@ public:
     // The device given by --device, or the first with `fitting`; `kind` names it for a
     // person ("webcam"). False, with the reason printed and reported, when there is none.
     bool chooseDevice(const ruvo::DeviceCapability &fitting, const std::wstring &kind, ruvo::DiagDevice &chosen);
-    // True when the library can capture video from `device`; otherwise false, with the
-    // reason said (a listed camera whose filter no longer binds has no capabilities).
-    bool canCapture(const ruvo::DiagDevice &device);
+    // PASS when the library can capture video from `device`; otherwise the result to end
+    // with, the reason said: NODEVICE for a listed camera whose filter no longer binds (it has
+    // no capabilities), NOTSUPPORTED for a digital tuner, naming the commands that fit it.
+    ruvo::TestResult canCapture(const ruvo::DiagDevice &device);
     // Any video capture device, for preview and recording. PASS when this build of the
     // library has the class that captures it, otherwise the result to end with.
     ruvo::TestResult chooseCaptureDevice(ruvo::DiagDevice &chosen);
@@ -56,6 +57,9 @@ public:
     static unsigned captureDelay();
 
 private:
+    // A digital TV tuner that is neither a camera nor an analog tuner card.
+    bool isDigitalTunerOnly(const ruvo::DiagDevice &device);
+
     const HostOptions &m_options;
     Terminal &m_terminal;
     RunReport &m_report;

@@ -11,6 +11,22 @@ namespace diag {
 
 std::wstring FailureExplanation::of(const Facts &facts)
 {
+    const std::wstring explanation = ofResult(facts);
+    if (facts.stoppingSeconds <= 0)
+        return explanation;
+    // The wait for the device to stop is part of how long the person waited for this result.
+    return (explanation.empty() ? std::wstring(L"What happened:") : explanation) + L" " +
+           slowStop(facts.stoppingSeconds);
+}
+
+std::wstring FailureExplanation::slowStop(long seconds)
+{
+    return L"Stopping the device then took " + std::to_wstring(seconds) +
+           L" s: its driver hangs when the capture stops (a second Ctrl+C quits without waiting for it).";
+}
+
+std::wstring FailureExplanation::ofResult(const Facts &facts)
+{
     if (posted(facts, "WarningDeviceNotFound"))
         return L"What happened: the device is listed but Windows could not open it" + codeText(facts.errorCode) +
                L"; it may have been unplugged. The library reports that as " + ResultCodes::name(facts.result) +

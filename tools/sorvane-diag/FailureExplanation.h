@@ -23,11 +23,17 @@ public:
         std::vector<std::wstring> libraryErrors;
         // What the test did: "capture", "preview", "recording" or "scan".
         std::wstring phase;
+        // How long the device took to stop, when that was long enough to tell (a driver that
+        // hangs in Stop); 0 otherwise.
+        long stoppingSeconds = 0;
     };
 
     static std::wstring of(const Facts &facts);
+    // "Stopping the device then took 120 s: its driver hangs when the capture stops."
+    static std::wstring slowStop(long seconds);
 
 private:
+    static std::wstring ofResult(const Facts &facts);
     static bool posted(const Facts &facts, const char *key);
     // The first library error line containing `part`; empty when none does.
     static std::wstring errorLine(const Facts &facts, const wchar_t *part);

@@ -153,7 +153,7 @@ bool HostApplication::writeReport(const HostOptions &options, Terminal &terminal
         return true;
     }
     try {
-        HostPaths::writeFile(HostPaths::absolute(options.jsonPath), json.data(), json.size());
+        HostPaths::replaceFile(HostPaths::absolute(options.jsonPath), json.data(), json.size());
         return true;
     } catch (const HostError &error) {
         terminal.problem(L"sorvane-diag: " + error.message());

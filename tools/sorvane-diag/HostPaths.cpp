@@ -9,7 +9,6 @@
 
 #include <cstdio>
 #include <cwchar>
-#include <memory>
 #include <vector>
 
 namespace sorvane {
@@ -46,9 +45,40 @@ void HostPaths::createFolder(const std::wstring &path)
 
 void HostPaths::writeFile(const std::wstring &path, const void *data, size_t size)
 {
-    std::unique_ptr<FILE, int (*)(FILE *)> file(_wfopen(path.c_str(), L"wb"), fclose);
-    if (!file || fwrite(data, 1, size, file.get()) != size)
+    FILE *file = _wfopen(path.c_str(), L"wb");
+    if (!file)
         throw HostError(L"Writing " + path + L" failed.");
+    const bool written = fwrite(data, 1, size, file) == size;
+    // The last bytes reach the disk only at the close, which may fail as well.
+    const bool closed = fclose(file) == 0;
+    if (!written || !closed)
+        throw HostError(L"Writing " + path + L" failed.");
+}
+
+void HostPaths::replaceFile(const std::wstring &path, const void *data, size_t size)
+{
+    // Written beside the file first and moved over it whole, so that a write cut short (a
+    // full disk, a forced quit) leaves the earlier file, never half of a new one.
+    const std::wstring partial = path + L".partial-" + std::to_wstring(GetCurrentProcessId());
+    try {
+        writeFile(partial, data, size);
+    } catch (const HostError &) {
+        DeleteFileW(partial.c_str());
+        throw HostError(L"Writing " + path + L" failed.");
+    }
+    if (!MoveFileExW(partial.c_str(), path.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) {
+        const DWORD error = GetLastError();
+        DeleteFileW(partial.c_str());
+        throw HostError(L"Replacing " + path, HRESULT_FROM_WIN32(error));
+    }
+}
+
+int64_t HostPaths::fileSize(const std::wstring &path)
+{
+    WIN32_FILE_ATTRIBUTE_DATA data;
+    if (!GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &data))
+        return -1;
+    return (static_cast<int64_t>(data.nFileSizeHigh) << 32) | data.nFileSizeLow;
 }
 
 std::wstring HostPaths::tempFolder()

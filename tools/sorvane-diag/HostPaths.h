@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 
 namespace sorvane {
@@ -15,6 +16,11 @@ public:
     static void createFolder(const std::wstring &path);
     // Writes the bytes as the whole file; throws HostError when it cannot.
     static void writeFile(const std::wstring &path, const void *data, size_t size);
+    // The same, but the file is replaced in one step: an earlier file stays whole until the
+    // new one is complete.
+    static void replaceFile(const std::wstring &path, const void *data, size_t size);
+    // The size of a file in bytes; -1 when it cannot be read.
+    static int64_t fileSize(const std::wstring &path);
     // The Windows temporary folder, with a trailing backslash.
     static std::wstring tempFolder();
     // "<temp>\sorvane-diag\<command>-20260121-141700", created new for a command's files

@@ -2,6 +2,7 @@
 #include "HostError.h"
 #include "LibraryErrors.h"
 #include "StopRequest.h"
+#include "Terminal.h"
 
 #include <ModuleRegistration.h>
 #include <ruvo/DiagModule.h>
@@ -13,7 +14,9 @@ namespace diag {
 
 HostSession::HostSession(Terminal &terminal, RunReport &report, bool interactive,
                          const StopRequest::QuitAction &beforeQuit)
-    : m_backend(terminal, report, interactive)
+    : m_backend(terminal, report, interactive), m_stopWait([&terminal](long seconds) {
+          terminal.progressNote(DeviceStopWait::note(seconds, StopRequest::requested()));
+      })
 {
     // The capture objects own windows and pump messages on this thread, as on a test
     // module's thread: a single-threaded apartment.
@@ -22,6 +25,7 @@ HostSession::HostSession(Terminal &terminal, RunReport &report, bool interactive
         throw HostError(L"Starting COM", hr);
     ruvo::DiagModule::setBackend(&m_backend);
     LibraryErrors::start();
+    LibraryErrors::setListener(&DeviceStopWait::libraryLine);
     sorvane::init();
     StopRequest::install(terminal, beforeQuit);
 }
@@ -29,6 +33,7 @@ HostSession::HostSession(Terminal &terminal, RunReport &report, bool interactive
 HostSession::~HostSession()
 {
     StopRequest::uninstall();
+    LibraryErrors::setListener(LibraryErrors::Listener());
     LibraryErrors::stop();
     ruvo::DiagModule::setBackend(nullptr);
     CoUninitialize();

@@ -1,7 +1,9 @@
 // The framework's side of one run, set up for the length of a scope: COM for this thread,
-// the terminal backend installed, the library registered, Ctrl+C turned into stop requests.
+// the terminal backend installed, the library registered, Ctrl+C turned into stop requests,
+// a device's slow stop shown on the bar.
 #pragma once
 
+#include "DeviceStopWait.h"
 #include "StopRequest.h"
 #include "TerminalBackend.h"
 
@@ -19,6 +21,7 @@ public:
 
 private:
     TerminalBackend m_backend;
+    DeviceStopWait m_stopWait;
 };
 
 } // namespace diag

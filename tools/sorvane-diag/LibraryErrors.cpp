@@ -18,6 +18,8 @@ namespace {
 
 std::mutex g_lock;
 std::vector<std::wstring> g_lines;
+std::mutex g_listenerLock;
+LibraryErrors::Listener g_listener;
 
 // "408 IMediaControl::Run() failed: ...\ngraph: ..." as "IMediaControl::Run() failed: ...".
 std::wstring firstLineWithoutNumber(const std::wstring &message)
@@ -73,6 +75,11 @@ bool isNotableDetail(const std::wstring &line)
 // Sees every line the library writes (the host admits them all): most are dropped unread.
 void keep(const kel::String &, int priority, const kel::String &message)
 {
+    {
+        std::lock_guard<std::mutex> hold(g_listenerLock);
+        if (g_listener)
+            g_listener(message.wstr());
+    }
     std::lock_guard<std::mutex> hold(g_lock);
     if (priority >= kel::LOG_ERROR || isNotableDetail(message.wstr()))
         g_lines.push_back(firstLineWithoutNumber(message.wstr()));
@@ -83,6 +90,12 @@ void keep(const kel::String &, int priority, const kel::String &message)
 void LibraryErrors::start()
 {
     kel::LogFactory::setSink(&keep);
+}
+
+void LibraryErrors::setListener(const Listener &listener)
+{
+    std::lock_guard<std::mutex> hold(g_listenerLock);
+    g_listener = listener;
 }
 
 void LibraryErrors::stop()

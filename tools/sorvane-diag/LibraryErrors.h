@@ -6,6 +6,7 @@
 // samples).
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -16,6 +17,9 @@ class LibraryErrors {
 public:
     // Starts keeping the lines (installs the log's observer); stop() ends it.
     static void start();
+    // Also hands every line the library writes, as written, to `listener` (none when empty).
+    typedef std::function<void(const std::wstring &)> Listener;
+    static void setListener(const Listener &listener);
     static void stop();
     static size_t count();
     // The lines from index `first` on, each its first line without the source line number.

@@ -1,6 +1,8 @@
 #include "OutputCheck.h"
+#include "CaptureClasses.h"
 #include "HostError.h"
 #include "HostPaths.h"
+#include "RecordCommand.h"
 #include "ScopedFind.h"
 #include "UsageError.h"
 
@@ -17,6 +19,8 @@ void OutputCheck::check(const HostOptions &options)
         checkFileFolder(options.logPath, L"--log");
     if (!options.outputFolder.empty())
         checkOutputFolder(HostPaths::absolute(options.outputFolder));
+    if (options.command == L"record")
+        checkRecording(options.recordingName.empty() ? RecordCommand::kDefaultName : options.recordingName);
 }
 
 void OutputCheck::checkFileFolder(const std::wstring &path, const std::wstring &option)
@@ -30,6 +34,43 @@ void OutputCheck::checkFileFolder(const std::wstring &path, const std::wstring &
         throw UsageError(L"The folder " + folder + L" for " + option + L" " + path + L" does not exist.");
     if (isFolder(full))
         throw UsageError(L"The " + option + L" file " + full + L" is a folder.");
+    const std::wstring problem = writeProblem(folder, full);
+    if (!problem.empty())
+        throw UsageError(L"Cannot write the " + option + L" file " + full + L": " + problem);
+}
+
+void OutputCheck::checkRecording(const std::wstring &name)
+{
+    const std::wstring path = CaptureClasses::recordingPath(name);
+    const std::wstring folder = path.substr(0, path.find_last_of(L"\\/") + 1);
+    const std::wstring problem = isFolder(folder) ? writeProblem(folder, path) : L"the folder does not exist.";
+    if (!problem.empty())
+        throw UsageError(L"Cannot write the recording " + path + L": " + problem);
+}
+
+std::wstring OutputCheck::writeProblem(const std::wstring &folder, const std::wstring &file)
+{
+    // An earlier file is replaced: it must take writing (not read-only, not held open).
+    if (GetFileAttributesW(file.c_str()) != INVALID_FILE_ATTRIBUTES) {
+        const HANDLE existing = CreateFileW(file.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                                            OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+        if (existing == INVALID_HANDLE_VALUE)
+            return HostError::describe(HRESULT_FROM_WIN32(GetLastError()));
+        CloseHandle(existing);
+    }
+    return probeFolder(folder);
+}
+
+std::wstring OutputCheck::probeFolder(const std::wstring &folder)
+{
+    // Writing a file is the only sure test of write access.
+    const std::wstring probe = HostPaths::join(folder, L"sorvane-diag-write-test.tmp");
+    const HANDLE file = CreateFileW(probe.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
+                                    FILE_ATTRIBUTE_TEMPORARY | FILE_FLAG_DELETE_ON_CLOSE, nullptr);
+    if (file == INVALID_HANDLE_VALUE)
+        return HostError::describe(HRESULT_FROM_WIN32(GetLastError()));
+    CloseHandle(file);
+    return std::wstring();
 }
 
 void OutputCheck::checkOutputFolder(const std::wstring &path)
@@ -45,14 +86,9 @@ void OutputCheck::checkOutputFolder(const std::wstring &path)
     } catch (const HostError &error) {
         throw UsageError(L"Cannot use the --out folder: " + error.message());
     }
-    // Writing a file is the only sure test of write access.
-    const std::wstring probe = HostPaths::join(path, L"sorvane-diag-write-test.tmp");
-    const HANDLE file = CreateFileW(probe.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
-                                    FILE_ATTRIBUTE_TEMPORARY | FILE_FLAG_DELETE_ON_CLOSE, nullptr);
-    if (file == INVALID_HANDLE_VALUE)
-        throw UsageError(L"Cannot write into the --out folder " + path + L": " +
-                         HostError::describe(HRESULT_FROM_WIN32(GetLastError())));
-    CloseHandle(file);
+    const std::wstring problem = probeFolder(path);
+    if (!problem.empty())
+        throw UsageError(L"Cannot write into the --out folder " + path + L": " + problem);
 }
 
 std::wstring OutputCheck::earlierFrame(const std::wstring &folder)

@@ -13,6 +13,10 @@ public:
     std::wstring help() const override;
     std::vector<std::wstring> ownOptions() const override;
     ruvo::TestResult run(CommandContext &context) override;
+
+private:
+    // Whether the library will ask in a message box if the preview passed ("Interactive").
+    static bool asksInABox();
 };
 
 } // namespace diag

@@ -3,6 +3,7 @@
 #include "CommandContext.h"
 #include "HostPaths.h"
 #include "PictureCheck.h"
+#include "RecordingSize.h"
 #include "RunReport.h"
 #include "Terminal.h"
 
@@ -12,6 +13,11 @@ namespace sorvane {
 namespace diag {
 
 const wchar_t *const RecordCommand::kDefaultName = L"sorvane-diag";
+
+namespace {
+// The library records for this long, whatever TestRunTime says.
+const double kSeconds = 3.0;
+} // namespace
 
 std::wstring RecordCommand::summary() const
 {
@@ -53,15 +59,19 @@ ruvo::TestResult RecordCommand::run(CommandContext &context)
         return ready;
 
     const std::wstring name = context.options().recordingName.empty() ? kDefaultName : context.options().recordingName;
-    context.terminal().line(L"Recording...");
+    const std::wstring path = CaptureClasses::recordingPath(name);
+    const std::wstring size = RecordingSize::estimate(device, kSeconds);
+    context.terminal().line(L"Recording about 3 s into " + path + (size.empty() ? L"" : L" (" + size + L")") + L"...");
     const ruvo::TestResult result = context.runTest(L"recording", [&] {
         CaptureClasses::captureToFile(device, CommandContext::windowTitle(device), CommandContext::captureDelay(),
                                       name);
     });
-    const std::wstring path = CaptureClasses::recordingPath(name);
     if (result == ruvo::TestResult::PASS() && kel::FileSystem::exists(kel::String(path))) {
         context.report().addFile(path, L"video");
-        context.terminal().line(L"Recorded " + HostPaths::shown(path));
+        // The size right after the Windows path, before the host system's path under Wine.
+        std::wstring shown = HostPaths::shown(path);
+        shown.insert(path.size(), L" (" + RecordingSize::bytesText(HostPaths::fileSize(path)) + L")");
+        context.terminal().line(L"Recorded " + shown);
     }
     return PictureCheck::judgeRecording(context, path, result);
 }

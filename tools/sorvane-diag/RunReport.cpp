@@ -1,4 +1,5 @@
 #include "RunReport.h"
+#include "HostPaths.h"
 #include "JsonWriter.h"
 #include "ResultCodes.h"
 
@@ -10,14 +11,6 @@ namespace sorvane {
 namespace diag {
 
 namespace {
-
-int64_t fileSize(const std::wstring &path)
-{
-    WIN32_FILE_ATTRIBUTE_DATA data;
-    if (!GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &data))
-        return -1;
-    return (static_cast<int64_t>(data.nFileSizeHigh) << 32) | data.nFileSizeLow;
-}
 
 void writeValue(JsonWriter &json, const ruvo::Value &value)
 {
@@ -51,6 +44,33 @@ void writeCapabilities(JsonWriter &json, const ruvo::DeviceCapability &capabilit
             json.value(part.trim().wstr());
     }
     json.endArray();
+}
+
+std::wstring forwardSlashes(std::wstring path)
+{
+    for (wchar_t &c : path) {
+        if (c == L'\\')
+            c = L'/';
+    }
+    return path;
+}
+
+// A source file of the library by its place in the project ("modules/src/.../Webcam.cpp"),
+// not by where the build machine kept the project (an absolute path, or one relative to the
+// build folder). The project's root is where this very file was compiled from.
+std::wstring projectPath(const std::wstring &file)
+{
+    std::wstring path = forwardSlashes(file);
+    const std::wstring own = forwardSlashes(kel::String(__FILE__).wstr());
+    const std::wstring ownPlace = L"tools/sorvane-diag/RunReport.cpp";
+    if (own.size() > ownPlace.size() && own.compare(own.size() - ownPlace.size(), ownPlace.size(), ownPlace) == 0) {
+        const std::wstring root = own.substr(0, own.size() - ownPlace.size());
+        if (path.compare(0, root.size(), root) == 0)
+            path = path.substr(root.size());
+    }
+    while (path.compare(0, 3, L"../") == 0 || path.compare(0, 2, L"./") == 0)
+        path = path.substr(path[1] == L'.' ? 3 : 2);
+    return path;
 }
 
 std::wstring hexCode(long code)
@@ -175,7 +195,7 @@ void RunReport::addPercentReset()
 void RunReport::addFile(const std::wstring &path, const std::wstring &kind)
 {
     const Hold hold(m_lock);
-    FileEntry entry = {path, kind, fileSize(path)};
+    FileEntry entry = {path, kind, HostPaths::fileSize(path)};
     m_fileEntries.push_back(entry);
     m_files.push_back(path);
 }
@@ -255,7 +275,7 @@ void RunReport::writeEvents(JsonWriter &json) const
             writeValue(json, event.variables.valueAt(i));
         }
         json.endObject();
-        json.field(L"source", event.file.wstr() + L":" + std::to_wstring(event.line));
+        json.field(L"source", projectPath(event.file.wstr()) + L":" + std::to_wstring(event.line));
         json.endObject();
     }
     json.endArray();

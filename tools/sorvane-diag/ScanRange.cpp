@@ -2,8 +2,6 @@
 
 #include <ruvo/DiagModule.h>
 
-#include <cwchar>
-
 namespace sorvane {
 namespace diag {
 
@@ -28,15 +26,21 @@ std::wstring ScanRange::frequencyProblem(const std::wstring &startKey, const std
         return std::wstring();
     const std::wstring allowed =
         L"the FM band is " + number(kLowestFmMHz, 1) + L" to " + number(kHighestFmMHz, 1) + L" MHz.";
-    if (start < kLowestFmMHz || start > kHighestFmMHz)
+    // Written so that a value that is no number at all (NaN) is outside too.
+    if (!inBand(start))
         return startKey + L" (" + number(start, 1) + L" MHz) is outside the FM band: " + allowed;
-    if (end < kLowestFmMHz || end > kHighestFmMHz)
+    if (!inBand(end))
         return endKey + L" (" + number(end, 1) + L" MHz) is outside the FM band: " + allowed;
     if (end < start)
         return endKey + L" (" + number(end, 1) + L" MHz) is below " + startKey + L" (" + number(start, 1) +
                L" MHz): the sweep goes up from the start, and the library would sweep the start frequency "
                L"alone. Give the lower frequency as the start.";
     return std::wstring();
+}
+
+bool ScanRange::inBand(double megahertz)
+{
+    return megahertz >= kLowestFmMHz && megahertz <= kHighestFmMHz;
 }
 
 bool ScanRange::read(const std::wstring &key, double &value)
@@ -51,9 +55,9 @@ bool ScanRange::read(const std::wstring &key, double &value)
 
 std::wstring ScanRange::number(double value, int decimals)
 {
-    wchar_t text[32];
-    swprintf(text, 32, L"%.*f", decimals, value);
-    return text;
+    // A value far outside any band is shown as 1e+300, not as its three hundred digits.
+    const bool sane = value > -1e9 && value < 1e9;
+    return kel::String::fromDouble(value, sane ? decimals : -1).wstr();
 }
 
 } // namespace diag

@@ -20,6 +20,7 @@ public:
     static std::wstring frequencyProblem(const std::wstring &startKey, const std::wstring &endKey);
 
 private:
+    static bool inBand(double megahertz);
     // False when the parameter is unset.
     static bool read(const std::wstring &key, double &value);
     static std::wstring number(double value, int decimals);

@@ -8,7 +8,7 @@ namespace diag {
 
 Terminal::Terminal(bool peopleOnStderr)
     : m_out(open(STD_OUTPUT_HANDLE)), m_err(open(STD_ERROR_HANDLE)), m_people(peopleOnStderr ? m_err : m_out),
-      m_barActive(false), m_barDrawn(false), m_percent(0), m_writtenPercent(-1)
+      m_barActive(false), m_barDrawn(false), m_questionOpen(false), m_percent(0), m_writtenPercent(-1)
 {
 }
 
@@ -57,23 +57,54 @@ void Terminal::drawBar()
     m_barDrawn = true;
 }
 
+bool Terminal::barShown() const
+{
+    return m_barActive && m_people.console && !m_questionOpen;
+}
+
 void Terminal::line(const std::wstring &text)
 {
     std::lock_guard<std::mutex> guard(m_lock);
     eraseBar();
     write(m_people, text + L"\n");
-    if (m_barActive && m_people.console)
+    if (barShown())
         drawBar();
 }
 
 void Terminal::problem(const std::wstring &text)
 {
     std::lock_guard<std::mutex> guard(m_lock);
-    if (m_people.handle == m_err.handle)
+    // Standard error and a bar on standard output may share one console: the problem starts
+    // on a line of its own, not behind the bar.
+    const bool sameScreen = m_people.handle == m_err.handle || (m_people.console && m_err.console);
+    if (sameScreen)
         eraseBar();
     write(m_err, text + L"\n");
-    if (m_barActive && m_people.console && m_people.handle == m_err.handle)
+    if (sameScreen && barShown())
         drawBar();
+}
+
+void Terminal::beginQuestion()
+{
+    std::lock_guard<std::mutex> guard(m_lock);
+    eraseBar();
+    m_questionOpen = true;
+}
+
+void Terminal::endQuestion()
+{
+    std::lock_guard<std::mutex> guard(m_lock);
+    m_questionOpen = false;
+}
+
+void Terminal::progressNote(const std::wstring &text)
+{
+    int percent = 0;
+    {
+        std::lock_guard<std::mutex> guard(m_lock);
+        percent = m_percent;
+    }
+    progress(percent, text);
 }
 
 void Terminal::progress(int percent, const std::wstring &text)
@@ -83,10 +114,12 @@ void Terminal::progress(int percent, const std::wstring &text)
     m_barActive = true;
     m_percent = percent;
     m_text = text;
-    if (m_people.console)
-        drawBar();
-    else if (newText && !text.empty())
+    if (m_people.console) {
+        if (barShown())
+            drawBar();
+    } else if (newText && !text.empty() && !m_questionOpen) {
         writeProgressLine();
+    }
 }
 
 void Terminal::writeProgressLine()
@@ -101,10 +134,10 @@ void Terminal::fillProgress()
     if (!m_barActive)
         return;
     m_percent = 100;
-    if (m_people.console)
+    if (barShown())
         drawBar();
     // Without a console a line is written per text; the last one may show less than the end.
-    else if (m_writtenPercent != 100)
+    else if (!m_people.console && m_writtenPercent != 100)
         writeProgressLine();
 }
 

@@ -21,10 +21,17 @@ public:
     // Always on standard error.
     void problem(const std::wstring &text);
     void progress(int percent, const std::wstring &text);
+    // The bar with a new text and the percentage it shows.
+    void progressNote(const std::wstring &text);
     // Shows the bar full: the work it measures ran to its end.
     void fillProgress();
     // Leaves the bar's last state on its own line.
     void finishProgress();
+    // While a question waits for its answer the bar is neither drawn nor redrawn, so that
+    // nothing is written over the question or the answer being typed; the bar's state is
+    // kept and shown again at its next change after the question.
+    void beginQuestion();
+    void endQuestion();
     // Bytes for machines, on standard output.
     void writeData(const std::string &utf8);
 
@@ -39,6 +46,8 @@ private:
     void eraseBar();
     void drawBar();
     void writeProgressLine();
+    // Whether the bar may be drawn on the console now.
+    bool barShown() const;
 
     std::mutex m_lock;
     Stream m_out;
@@ -46,6 +55,7 @@ private:
     Stream m_people;
     bool m_barActive;
     bool m_barDrawn;
+    bool m_questionOpen;
     int m_percent;
     // The percentage of the last progress line written when there is no console to redraw.
     int m_writtenPercent;

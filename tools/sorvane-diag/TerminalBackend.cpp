@@ -1,12 +1,9 @@
 #include "TerminalBackend.h"
-#include "PromptReader.h"
 #include "RunReport.h"
 #include "StopRequest.h"
 #include "Terminal.h"
 
 #include <ruvo/MessageBox2.h>
-
-#include <cwctype>
 
 namespace sorvane {
 namespace diag {
@@ -77,47 +74,34 @@ bool TerminalBackend::displayMessageBox(ruvo::MessageBox2 &box)
 {
     if (!m_interactive)
         return false;
+    std::vector<std::wstring> lines;
     const std::wstring title = box.title().toKELString().wstr();
     if (!title.empty())
-        m_terminal.line(L"Question: " + title);
-    m_terminal.line(box.text().toKELString().wstr());
-    m_terminal.line(L"Type r and Enter to retry, or a and Enter to abort the test.");
+        lines.push_back(L"Question: " + title);
+    lines.push_back(box.text().toKELString().wstr());
+    lines.push_back(L"Type r and Enter to retry, or a and Enter to abort the test.");
+    m_question.reset(new TerminalQuestion(m_terminal));
+    m_question->addAnswer(L"r", L"retry", RETRY_ANSWER);
+    m_question->addAnswer(L"a", L"abort", ABORT_ANSWER);
+    m_question->setStopAnswer(ABORT_ANSWER);
+    m_question->show(lines);
     return true;
 }
 
 bool TerminalBackend::waitMessageBox(ruvo::MessageBox2 &box, uint32_t milliseconds)
 {
-    std::wstring typed;
-    while (PromptReader::instance().readLine(typed, milliseconds)) {
-        int answer = 0;
-        if (parseAnswer(typed, answer)) {
-            box.setReturn(answer);
-            return true;
-        }
-        m_terminal.line(L"Please type r (retry) or a (abort).");
-    }
-    if (StopRequest::requested()) {
-        m_terminal.line(L"Stop requested: the question is answered with abort.");
-        box.setReturn(ABORT_ANSWER);
-        return true;
-    }
-    m_terminal.line(L"No answer: the test takes its default.");
-    return false;
-}
-
-bool TerminalBackend::parseAnswer(const std::wstring &typed, int &answer)
-{
-    std::wstring word;
-    for (const wchar_t c : typed) {
-        if (!iswspace(c))
-            word += static_cast<wchar_t>(towlower(c));
-    }
-    if (word == L"r" || word == L"retry")
-        answer = RETRY_ANSWER;
-    else if (word == L"a" || word == L"abort")
-        answer = ABORT_ANSWER;
-    else
+    if (!m_question)
         return false;
+    int answer = 0;
+    const TerminalQuestion::Outcome outcome = m_question->wait(milliseconds, answer);
+    m_question.reset();
+    if (outcome == TerminalQuestion::STOPPED)
+        m_terminal.line(L"Stop requested: the question is answered with abort.");
+    else if (outcome == TerminalQuestion::NO_ANSWER)
+        m_terminal.line(L"No answer: the test takes its default.");
+    if (outcome == TerminalQuestion::NO_ANSWER)
+        return false;
+    box.setReturn(answer);
     return true;
 }
 

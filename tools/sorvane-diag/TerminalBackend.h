@@ -3,9 +3,12 @@
 // asked at the prompt (only with --interactive). Everything is also kept for the report.
 #pragma once
 
+#include "TerminalQuestion.h"
 #include "WaitNote.h"
 
 #include <ruvo/DiagBackend.h>
+
+#include <memory>
 
 namespace sorvane {
 namespace diag {
@@ -32,8 +35,6 @@ public:
     bool waitMessageBox(ruvo::MessageBox2 &box, uint32_t milliseconds) override;
 
 private:
-    static bool parseAnswer(const std::wstring &typed, int &answer);
-
     Terminal &m_terminal;
     RunReport &m_report;
     bool m_interactive;
@@ -45,6 +46,8 @@ private:
     WaitNote m_wait;
     std::wstring m_note;
     int m_attempts;
+    // The question a message box asks, from its display to its answer.
+    std::unique_ptr<TerminalQuestion> m_question;
 };
 
 } // namespace diag

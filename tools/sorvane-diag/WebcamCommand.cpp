@@ -50,8 +50,11 @@ std::vector<std::wstring> WebcamCommand::ownOptions() const
 ruvo::TestResult WebcamCommand::run(CommandContext &context)
 {
     ruvo::DiagDevice device;
-    if (!context.chooseDevice(ruvo::DeviceCapability::Webcam(), L"webcam", device) || !context.canCapture(device))
+    if (!context.chooseDevice(ruvo::DeviceCapability::Webcam(), L"webcam", device))
         return ruvo::TestResult::NODEVICE();
+    const ruvo::TestResult capturable = context.canCapture(device);
+    if (capturable != ruvo::TestResult::PASS())
+        return capturable;
 
     const unsigned count = context.options().frames;
     context.terminal().line(L"Capturing " + std::to_wstring(count) + (count == 1 ? L" frame..." : L" frames..."));

@@ -61,8 +61,11 @@ public:
 
     std::string toUtf8() const;
     std::string toNarrow() const;
+    // The whole text (blanks around it aside) as a number, C's way: "0x1F" and "017" are
+    // hexadecimal and octal; false when it is not one.
     bool toInt(int64_t &out) const;
     bool toUInt(uint64_t &out) const;
+    // A finite number only: "nan", "inf" and values beyond a double's range are refused.
     bool toDouble(double &out) const;
 
     String &append(const String &other);

@@ -5,6 +5,7 @@
 #include <cwchar>
 #include <cwctype>
 #include <cstdio>
+#include <cmath>
 #include <cstdlib>
 
 namespace kel {
@@ -87,11 +88,14 @@ String String::fromUInt(uint64_t value)
 
 String String::fromDouble(double value, int decimals)
 {
-    wchar_t buffer[64];
-    if (decimals >= 0)
-        swprintf(buffer, 64, L"%.*f", decimals, value);
-    else
-        swprintf(buffer, 64, L"%g", value);
+    // Room for the largest double written out in full ("%.0f" of 1e308 has 309 digits).
+    const int kRoom = 512;
+    wchar_t buffer[kRoom];
+    const int written = decimals >= 0 ? swprintf(buffer, kRoom, L"%.*f", decimals < 100 ? decimals : 100, value)
+                                      : swprintf(buffer, kRoom, L"%g", value);
+    if (written < 0)
+        buffer[0] = L'\0';
+    buffer[kRoom - 1] = L'\0';
     return String(buffer);
 }
 
@@ -306,7 +310,8 @@ bool String::toDouble(double &out) const
         return false;
     wchar_t *end = nullptr;
     const double value = wcstod(text.c_str(), &end);
-    if (*end != 0)
+    // "nan", "inf" and numbers too large for a double are not numbers anyone can use.
+    if (*end != 0 || !std::isfinite(value))
         return false;
     out = value;
     return true;

@@ -2,6 +2,53 @@
 
 namespace ruvo {
 
+namespace {
+
+// Parameters are written in decimal: "010" is ten, and "0x3" is no number.
+bool parseWhole(const kel::String &text, uint64_t &out)
+{
+    const kel::String trimmed = text.trim();
+    if (trimmed.isEmpty() || trimmed.length() > 20)
+        return false;
+    uint64_t value = 0;
+    for (int i = 0; i < trimmed.length(); ++i) {
+        const wchar_t c = trimmed[i];
+        if (c < L'0' || c > L'9')
+            return false;
+        const uint64_t digit = static_cast<uint64_t>(c - L'0');
+        if (value > (UINT64_MAX - digit) / 10)
+            return false;
+        value = value * 10 + digit;
+    }
+    out = value;
+    return true;
+}
+
+// A finite decimal number ("88.1", "-2", "1e2"); not "nan", "inf" or "0x1p3".
+bool parseNumber(const kel::String &text, double &out)
+{
+    const kel::String trimmed = text.trim();
+    for (int i = 0; i < trimmed.length(); ++i) {
+        const wchar_t c = trimmed[i];
+        if (!((c >= L'0' && c <= L'9') || c == L'.' || c == L'-' || c == L'+' || c == L'e' || c == L'E'))
+            return false;
+    }
+    return trimmed.toDouble(out);
+}
+
+// A double as a whole number of the UINT32 range: the nearest end for values outside it
+// (NaN counts as 0), where a plain conversion would be undefined.
+uint32_t clampToUint32(double value)
+{
+    if (!(value > 0.0))
+        return 0;
+    if (value >= 4294967295.0)
+        return 0xFFFFFFFFu;
+    return static_cast<uint32_t>(value);
+}
+
+} // namespace
+
 Value::Value() : m_type(DataType::NONE), m_uint(0), m_bool(false), m_double(0.0) {}
 Value::Value(uint32_t value) : m_type(DataType::UINT32), m_uint(value), m_bool(false), m_double(0.0) {}
 Value::Value(const RuvoString &value) : Value(value.toKELString()) {}
@@ -44,10 +91,10 @@ uint32_t Value::valueUint32() const
     case DataType::BOOLEAN:
         return m_bool ? 1 : 0;
     case DataType::DOUBLE:
-        return m_double <= 0.0 ? 0 : static_cast<uint32_t>(m_double);
+        return clampToUint32(m_double);
     case DataType::STRING: {
         uint64_t parsed = 0;
-        return m_text.toUInt(parsed) ? static_cast<uint32_t>(parsed) : 0;
+        return parseWhole(m_text, parsed) && parsed <= 0xFFFFFFFFull ? static_cast<uint32_t>(parsed) : 0;
     }
     default:
         return 0;
@@ -83,7 +130,7 @@ double Value::valueDouble() const
         return m_bool ? 1.0 : 0.0;
     case DataType::STRING: {
         double parsed = 0.0;
-        return m_text.toDouble(parsed) ? parsed : 0.0;
+        return parseNumber(m_text, parsed) ? parsed : 0.0;
     }
     default:
         return 0.0;
@@ -116,7 +163,7 @@ bool Value::parse(DataType::Type type, const kel::String &text, Value &out)
     switch (type) {
     case DataType::UINT32: {
         uint64_t parsed = 0;
-        if (!text.toUInt(parsed) || parsed > 0xFFFFFFFFull)
+        if (!parseWhole(text, parsed) || parsed > 0xFFFFFFFFull)
             return false;
         out = Value(static_cast<uint32_t>(parsed));
         return true;
@@ -135,7 +182,7 @@ bool Value::parse(DataType::Type type, const kel::String &text, Value &out)
     }
     case DataType::DOUBLE: {
         double parsed = 0.0;
-        if (!text.toDouble(parsed))
+        if (!parseNumber(text, parsed))
             return false;
         out = fromDouble(parsed);
         return true;
@@ -156,7 +203,7 @@ const char *Value::typeName(DataType::Type type)
     case DataType::BOOLEAN:
         return "BOOLEAN (true or false)";
     case DataType::DOUBLE:
-        return "DOUBLE (a number)";
+        return "DOUBLE (a finite decimal number)";
     case DataType::STRING:
         return "STRING (text)";
     default:

@@ -28,6 +28,9 @@ const uint32_t kMaxTVChannel = 60;
 const double kFMStepMHz = 0.2;
 const double kFMTolerance = 0.00001;
 const double kHertzPerMHz = 1000000.0;
+// The sweep tunes whole hertz through an int: a frequency above this, below 0 or no number at
+// all cannot be tuned, and stepping from or towards it by a fifth of a megahertz might never end.
+const uint32_t kHighestTunableMHz = 2147;
 // The sweep waits this long before its first frequency, so that the graph can settle.
 const uint32_t kFMSettleDelay = 1000;
 // A refused tune is not retried at once.
@@ -105,14 +108,26 @@ void AnalogTuner::checkFMRadioSignal()
     setupDevice();
 
     FMSweep sweep;
-    sweep.start = g_FMRadioStartChannel->value().valueDouble();
-    sweep.end = g_FMRadioEndChannel->value().valueDouble();
+    sweep.start = frequencyFrom(g_FMRadioStartChannel);
+    sweep.end = frequencyFrom(g_FMRadioEndChannel);
     if (sweep.start > sweep.end)
         sweep.end = sweep.start;
     sweep.current = sweep.start;
     SORVANE_LOG_DETAIL("FM sweep from " << kel::String::fromDouble(sweep.start) << " to "
                                         << kel::String::fromDouble(sweep.end) << " MHz");
     run(boost::bind(&AnalogTuner::stepFMSweep, this, boost::ref(sweep)), true, true);
+}
+
+double AnalogTuner::frequencyFrom(ruvo::Parameter *parameter)
+{
+    const double megahertz = parameter->value().valueDouble();
+    if (megahertz >= 0.0 && megahertz <= kHighestTunableMHz)
+        return megahertz;
+    g_badParametersRange->setVariable("ParameterName", ruvo::Value(parameter->key()))
+        .setVariable("ParameterValue", ruvo::Value(kel::String::fromDouble(megahertz)))
+        .setVariable("RangeMin", ruvo::Value(uint32_t(0)))
+        .setVariable("RangeMax", ruvo::Value(kHighestTunableMHz));
+    THROW_ERROR(ruvo::TestResult::BADPARAMS(), 0, g_badParametersRange);
 }
 
 bool AnalogTuner::stepFMSweep(FMSweep &sweep)

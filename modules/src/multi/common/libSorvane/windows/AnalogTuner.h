@@ -50,6 +50,8 @@ private:
         double current;
     };
 
+    // The frequency in megahertz; BADPARAMS when it cannot be tuned.
+    static double frequencyFrom(ruvo::Parameter *parameter);
     bool stepFMSweep(FMSweep &sweep);
     void reportFMProgress(double megahertz);
     // Renders the first category and media type that renders completely; false when the
