@@ -1,20 +1,18 @@
-// One picture of the lab's MPEG-2 video elementary stream. It carries no coded macroblocks: a
-// sequence header (picture size, 29.97 frames per second), a picture header (I picture,
-// temporal reference) and user data naming the channel, the program and the frame number,
-// which the lab's decoder reads to paint the lab picture.
+// One picture of the lab's MPEG-2 video elementary stream (Main profile, 4:2:0, 29.97 frames
+// per second), which any MPEG-2 decoder decodes: a sequence header and its extension, an
+// I-picture header (temporal reference = frame number mod 1024) and its coding extension, user
+// data naming the channel, the program and the frame number, and the slices of the channel's
+// picture (ChannelPicture, coded by IntraPictureCoder). Every picture starts a sequence, so a
+// decoder may join the stream at any picture. The lab's own decoder reads the user data.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
 #include <vector>
 
-namespace lab {
+#include "broadcast/FrameLabel.h"
 
-struct FrameLabel {
-    int channel = 0;
-    int program = 0;
-    unsigned long frame = 0;
-};
+namespace lab {
 
 class MpegVideoFrame {
 public:
