@@ -20,6 +20,12 @@ void BitWriter::align()
     m_free = 0;
 }
 
+void BitWriter::append(const std::vector<std::uint8_t> &bytes)
+{
+    align();
+    m_out.insert(m_out.end(), bytes.begin(), bytes.end());
+}
+
 void BitWriter::startCode(std::uint8_t code)
 {
     align();

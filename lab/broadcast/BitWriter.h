@@ -17,6 +17,8 @@ public:
     void startCode(std::uint8_t code);
     // Zero bits up to the next byte boundary.
     void align();
+    // Whole bytes, after zero bits up to the next byte.
+    void append(const std::vector<std::uint8_t> &bytes);
 
 private:
     std::vector<std::uint8_t> &m_out;

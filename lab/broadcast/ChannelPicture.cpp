@@ -3,8 +3,8 @@
 namespace lab {
 
 ChannelPicture::ChannelPicture(int width, int height, const FrameLabel &label)
-    : m_width(width), m_height(height), m_bands{label.frame, static_cast<unsigned long>(label.channel),
-                                                static_cast<unsigned long>(label.program)}
+    : m_width(width), m_height(height), m_label(label), m_bands{label.frame, static_cast<unsigned long>(label.channel),
+                                                                static_cast<unsigned long>(label.program)}
 {
 }
 

@@ -12,10 +12,14 @@ namespace lab {
 
 class ChannelPicture {
 public:
+    // Only the rows above this one (the frame number's band) change from frame to frame.
+    static const int kChangingRows = kMarkCell;
+
     ChannelPicture(int width, int height, const FrameLabel &label);
 
     int width() const { return m_width; }
     int height() const { return m_height; }
+    const FrameLabel &label() const { return m_label; }
     Rgb at(int x, int y) const;
 
 private:
@@ -23,6 +27,7 @@ private:
 
     const int m_width;
     const int m_height;
+    const FrameLabel m_label;
     const unsigned long m_bands[3];
 };
 

@@ -46,10 +46,24 @@ int sizeOf(int difference)
 
 void IntraPictureCoder::code(const ChannelPicture &picture, BitWriter &out)
 {
-    const int rows = (picture.height() + 15) / 16;
-    for (int row = 0; row < rows; ++row)
+    const int changing = (ChannelPicture::kChangingRows + 15) / 16;
+    for (int row = 0; row < changing && row * 16 < picture.height(); ++row)
         slice(picture, row, out);
-    out.align();
+    out.append(stillSlices(picture, changing));
+}
+
+const std::vector<std::uint8_t> &IntraPictureCoder::stillSlices(const ChannelPicture &picture, int firstRow)
+{
+    const StillKey key = {picture.width(), picture.height(), picture.label().channel, picture.label().program};
+    const auto found = m_still.find(key);
+    if (found != m_still.end())
+        return found->second;
+    std::vector<std::uint8_t> &slices = m_still[key];
+    BitWriter bits(slices);
+    const int rows = (picture.height() + 15) / 16;
+    for (int row = firstRow; row < rows; ++row)
+        slice(picture, row, bits);
+    return slices;
 }
 
 IntraPictureCoder::Means IntraPictureCoder::macroblockMeans(const ChannelPicture &picture, int left, int top)

@@ -5,7 +5,6 @@
 #include <string>
 
 #include "broadcast/BitWriter.h"
-#include "broadcast/IntraPictureCoder.h"
 
 namespace lab {
 
@@ -110,7 +109,7 @@ std::vector<std::uint8_t> MpegVideoFrame::build(int width, int height, const Fra
                   label.program, label.frame);
     for (const char *c = text; *c; ++c)
         bits.put(static_cast<std::uint8_t>(*c), 8);
-    IntraPictureCoder::code(ChannelPicture(width, height, label), bits);
+    m_coder.code(ChannelPicture(width, height, label), bits);
     return out;
 }
 

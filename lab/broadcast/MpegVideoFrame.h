@@ -11,15 +11,19 @@
 #include <vector>
 
 #include "broadcast/FrameLabel.h"
+#include "broadcast/IntraPictureCoder.h"
 
 namespace lab {
 
 class MpegVideoFrame {
 public:
-    static std::vector<std::uint8_t> build(int width, int height, const FrameLabel &label);
+    std::vector<std::uint8_t> build(int width, int height, const FrameLabel &label);
     // Reads the label (and the sequence header's size when there is one) from elementary-stream
     // bytes; false when no lab user data is there.
     static bool read(const std::uint8_t *data, std::size_t length, FrameLabel &label, int &width, int &height);
+
+private:
+    IntraPictureCoder m_coder;
 };
 
 } // namespace lab

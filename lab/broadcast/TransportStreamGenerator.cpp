@@ -122,8 +122,8 @@ void TransportStreamGenerator::queuePictures(double seconds)
             continue;
         std::vector<std::uint8_t> picture;
         if (video->type == 0x02) {
-            picture = MpegVideoFrame::build(m_multiplex.width, m_multiplex.height,
-                                            FrameLabel{m_multiplex.channel, program.number, m_frame});
+            picture = m_pictures.build(m_multiplex.width, m_multiplex.height,
+                                       FrameLabel{m_multiplex.channel, program.number, m_frame});
         } else {
             picture = {0x00, 0x00, 0x00, 0x01, 0x09, 0xF0}; // an access unit delimiter
         }

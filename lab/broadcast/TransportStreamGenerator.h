@@ -10,6 +10,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "broadcast/MpegVideoFrame.h"
 #include "broadcast/Multiplex.h"
 #include "broadcast/TsPacketizer.h"
 
@@ -39,6 +40,7 @@ private:
     const long m_bitsPerSecond;
     StreamFaults m_faults;
     TsPacketizer m_packetizer;
+    MpegVideoFrame m_pictures;
     std::vector<std::uint8_t> m_queue;
     std::size_t m_queueRead = 0;
     unsigned long long m_slot = 0;

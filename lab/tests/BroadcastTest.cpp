@@ -189,8 +189,9 @@ TEST(BroadcastTest, PcrTellsWhenItsPacketArrives)
 TEST(BroadcastTest, PicturesCoverThePictureInSlices)
 {
     const lab::FrameLabel label{9, 3, 1234};
+    lab::MpegVideoFrame pictures;
     for (const auto &size : std::vector<std::pair<int, int>>{{320, 240}, {100, 50}, {16, 16}}) {
-        const std::vector<std::uint8_t> picture = lab::MpegVideoFrame::build(size.first, size.second, label);
+        const std::vector<std::uint8_t> picture = pictures.build(size.first, size.second, label);
         std::map<int, int> startCodes;
         for (size_t i = 0; i + 3 < picture.size(); ++i) {
             if (picture[i] == 0 && picture[i + 1] == 0 && picture[i + 2] == 1)
