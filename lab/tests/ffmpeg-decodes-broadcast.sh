@@ -64,7 +64,7 @@ marks() {
 }
 
 check_clear() {
-    local file=$1 network=$2 channel=$3 number=$4 faults=$5 path=$work/$1
+    local file=$1 network=$2 channel=$3 number=$4 faults=$5 path=$work/$1 failed_before=$failures
     local errors video audio expected_audio video_streams audio_streams first last count
     errors=$(ffmpeg -nostdin -v error -i "$path" -f null - 2>&1)
     [ -z "$errors" ] || fail "$file" "FFmpeg reported: $(echo "$errors" | head -3)"
@@ -87,7 +87,8 @@ check_clear() {
         $1 != first + NR - 1 || $2 != c || $3 != p { bad = 1; print "picture " NR ": " $0 }
         END { exit bad }' >"$work/$file.marks-wrong" ||
         fail "$file" "pictures whose marks are not frame n, channel $channel, program $number: $(head -3 "$work/$file.marks-wrong")"
-    echo "$file: no error; video $video, audio $audio; $count pictures marked frames $first-$last, channel $channel, program $number"
+    [ $failures -ne "$failed_before" ] ||
+        echo "$file: no error; video $video, audio $audio; $count pictures marked frames $first-$last, channel $channel, program $number"
 }
 
 while read -r file network channel number faults; do
