@@ -72,7 +72,7 @@ grep -E '^(path|instance) = ' lab/lab.conf | cut -d' ' -f3- | while IFS= read -r
 done
 # The lab's broadcast, as its generator emits it, when the lab's portable broadcast code is here.
 if [ -f lab/broadcast/TransportStreamGenerator.cpp ]; then
-    extra=(-Ilab)
+    extra=(-Ilab -Ilab/include)
     build "$fuzz_dir/bin/labseeds" fuzz/LabSeedGenerator.cpp lab/broadcast/*.cpp
     "$fuzz_dir/bin/labseeds" lab/broadcast.conf "$fuzz_dir/seeds"
 fi

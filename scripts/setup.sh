@@ -10,6 +10,8 @@ missing=()
 packages+=(nlohmann-json3-dev libstb-dev)
 # One code style for the whole tree, checked by scripts/check-format.sh.
 packages+=(clang-format)
+# A real decoder for the lab's broadcast (LabBroadcastFfmpegTest).
+packages+=(ffmpeg)
 for package in "${packages[@]}"; do
     dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q "install ok installed" || missing+=("$package")
 done

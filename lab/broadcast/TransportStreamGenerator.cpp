@@ -1,5 +1,6 @@
 #include "broadcast/TransportStreamGenerator.h"
 
+#include "broadcast/AudioFrame.h"
 #include "broadcast/MpegVideoFrame.h"
 #include "broadcast/PsiTables.h"
 
@@ -9,9 +10,7 @@ namespace {
 
 const double kTablePeriod = 0.1;
 const double kPicturePeriod = 1001.0 / 30000.0;
-const double kAudioPeriod = 0.032;
 const double kPresentationDelay = 0.2; // PTS runs this far ahead of the PCR
-const std::size_t kAudioFrameBytes = 96;
 // Below this the programs' own packets would outgrow the packet slots.
 const long kMinimumBitRate = 1000000;
 
@@ -41,24 +40,21 @@ std::vector<std::uint8_t> pesPacket(int streamId, double seconds, const std::vec
     return pes;
 }
 
-std::vector<std::uint8_t> audioFrame(int streamType)
+// The audio coding of the multiplex: that of its first audio stream.
+int audioType(const Multiplex &multiplex)
 {
-    std::vector<std::uint8_t> frame(kAudioFrameBytes, 0x00);
-    if (streamType == 0x81) { // AC-3 sync word
-        frame[0] = 0x0B;
-        frame[1] = 0x77;
-    } else { // MPEG-1 layer II frame sync
-        frame[0] = 0xFF;
-        frame[1] = 0xFD;
+    for (const Program &program : multiplex.programs) {
+        if (const ElementaryStream *audio = program.firstOf(StreamKind::Audio))
+            return audio->type;
     }
-    return frame;
+    return AudioFrame::kAc3;
 }
 
 } // namespace
 
 TransportStreamGenerator::TransportStreamGenerator(const Multiplex &multiplex, long bitsPerSecond)
     : m_multiplex(multiplex), m_bitsPerSecond(bitsPerSecond > kMinimumBitRate ? bitsPerSecond : kMinimumBitRate),
-      m_faults(multiplex.faults)
+      m_faults(multiplex.faults), m_audioPeriod(AudioFrame::period(audioType(multiplex)))
 {
 }
 
@@ -81,12 +77,12 @@ void TransportStreamGenerator::generate(std::size_t slots, std::vector<std::uint
         if (m_faults.silence || m_faults.syncLoss) {
             // The programs go on behind the fault: their packets are lost, not postponed.
             std::vector<std::uint8_t> lost;
-            emitPacket(lost);
+            emitPacket(seconds, lost);
             if (m_faults.syncLoss)
                 emitNoise(out);
             continue;
         }
-        emitPacket(out);
+        emitPacket(seconds, out);
     }
 }
 
@@ -96,14 +92,15 @@ void TransportStreamGenerator::queueDue(double seconds)
         queueTables();
         m_nextTables += kTablePeriod;
     }
+    // Presentation times follow the nominal cadence, not the packet slot that came due.
     if (seconds >= m_nextPicture) {
-        queuePictures(seconds);
+        queuePictures(m_nextPicture);
         m_nextPicture += kPicturePeriod;
         ++m_frame;
     }
     if (seconds >= m_nextAudio) {
-        queueAudio(seconds);
-        m_nextAudio += kAudioPeriod;
+        queueAudio(m_nextAudio);
+        m_nextAudio += m_audioPeriod;
     }
 }
 
@@ -119,19 +116,19 @@ void TransportStreamGenerator::queueTables()
 
 void TransportStreamGenerator::queuePictures(double seconds)
 {
-    const long long pcr = static_cast<long long>(seconds * 27000000.0);
     for (const Program &program : m_multiplex.programs) {
         const ElementaryStream *video = program.firstOf(StreamKind::Video);
         if (!video)
             continue;
         std::vector<std::uint8_t> picture;
         if (video->type == 0x02) {
-            picture = MpegVideoFrame::build(m_multiplex.width, m_multiplex.height,
-                                            FrameLabel{m_multiplex.channel, program.number, m_frame});
+            picture = m_pictures.build(m_multiplex.width, m_multiplex.height,
+                                       FrameLabel{m_multiplex.channel, program.number, m_frame});
         } else {
             picture = {0x00, 0x00, 0x00, 0x01, 0x09, 0xF0}; // an access unit delimiter
         }
-        m_packetizer.pes(video->pid, pesPacket(0xE0, seconds, picture), pcr, isScrambled(program), m_queue);
+        // The PCR field is filled in when its packet leaves (emitPacket).
+        m_packetizer.pes(video->pid, pesPacket(0xE0, seconds, picture), 0, isScrambled(program), m_queue);
     }
 }
 
@@ -141,19 +138,21 @@ void TransportStreamGenerator::queueAudio(double seconds)
         for (const ElementaryStream &stream : program.streams) {
             if (stream.kind != StreamKind::Audio)
                 continue;
-            const int streamId = stream.type == 0x81 ? 0xBD : 0xC0;
-            m_packetizer.pes(stream.pid, pesPacket(streamId, seconds, audioFrame(stream.type)), -1,
+            m_packetizer.pes(stream.pid,
+                             pesPacket(AudioFrame::streamId(stream.type), seconds, AudioFrame::tone(stream.type)), -1,
                              isScrambled(program), m_queue);
         }
     }
 }
 
-void TransportStreamGenerator::emitPacket(std::vector<std::uint8_t> &out)
+void TransportStreamGenerator::emitPacket(double seconds, std::vector<std::uint8_t> &out)
 {
     const std::size_t start = out.size();
     if (m_queueRead < m_queue.size()) {
         out.insert(out.end(), m_queue.begin() + static_cast<std::ptrdiff_t>(m_queueRead),
                    m_queue.begin() + static_cast<std::ptrdiff_t>(m_queueRead + TsPacketizer::kPacketSize));
+        // A PCR tells the time its packet arrives.
+        TsPacketizer::stampPcr(&out[start], static_cast<long long>(seconds * 27000000.0));
         m_queueRead += TsPacketizer::kPacketSize;
         if (m_queueRead == m_queue.size()) {
             m_queue.clear();

@@ -7,16 +7,18 @@ namespace {
 const std::size_t kPayloadRoom = TsPacketizer::kPacketSize - 4;
 const std::size_t kPcrFieldSize = 8; // length, flags, 6 bytes of PCR
 
-void appendPcr(long long pcr, std::vector<std::uint8_t> &out)
+const std::size_t kPcrOffset = 6; // header, adaptation_field_length, flags
+
+void writePcr(long long pcr, std::uint8_t *field)
 {
     const unsigned long long base = static_cast<unsigned long long>(pcr / 300) & 0x1FFFFFFFFull;
     const unsigned extension = static_cast<unsigned>(pcr % 300);
-    out.push_back(static_cast<std::uint8_t>(base >> 25));
-    out.push_back(static_cast<std::uint8_t>(base >> 17));
-    out.push_back(static_cast<std::uint8_t>(base >> 9));
-    out.push_back(static_cast<std::uint8_t>(base >> 1));
-    out.push_back(static_cast<std::uint8_t>(((base & 1u) << 7) | 0x7Eu | (extension >> 8)));
-    out.push_back(static_cast<std::uint8_t>(extension & 0xFFu));
+    field[0] = static_cast<std::uint8_t>(base >> 25);
+    field[1] = static_cast<std::uint8_t>(base >> 17);
+    field[2] = static_cast<std::uint8_t>(base >> 9);
+    field[3] = static_cast<std::uint8_t>(base >> 1);
+    field[4] = static_cast<std::uint8_t>(((base & 1u) << 7) | 0x7Eu | (extension >> 8));
+    field[5] = static_cast<std::uint8_t>(extension & 0xFFu);
 }
 
 } // namespace
@@ -45,9 +47,9 @@ void TsPacketizer::packet(const PacketSpec &header, const std::uint8_t *payload,
         out.push_back(static_cast<std::uint8_t>(adaptation - 1));
         if (adaptation > 1) {
             out.push_back(header.pcr >= 0 ? 0x10 : 0x00);
-            if (header.pcr >= 0)
-                appendPcr(header.pcr, out);
             out.resize(start + 4 + adaptation, 0xFF);
+            if (header.pcr >= 0)
+                writePcr(header.pcr, &out[start + kPcrOffset]);
         }
     }
     for (std::size_t i = 0; i < length; ++i) {
@@ -97,6 +99,15 @@ void TsPacketizer::nullPacket(std::vector<std::uint8_t> &out)
     out.push_back(static_cast<std::uint8_t>(kNullPid & 0xFF));
     out.push_back(0x10);
     out.resize(start + kPacketSize, 0xFF);
+}
+
+bool TsPacketizer::stampPcr(std::uint8_t *packet, long long pcr)
+{
+    const bool adaptation = (packet[3] & 0x20) != 0;
+    if (!adaptation || packet[4] < 7 || !(packet[5] & 0x10))
+        return false;
+    writePcr(pcr, packet + kPcrOffset);
+    return true;
 }
 
 } // namespace lab

@@ -22,6 +22,8 @@ public:
     void pes(int pid, const std::vector<std::uint8_t> &pes, long long pcr, bool scrambled,
              std::vector<std::uint8_t> &out);
     static void nullPacket(std::vector<std::uint8_t> &out);
+    // Writes pcr into the PCR field of a packet that has one; false when it has none.
+    static bool stampPcr(std::uint8_t *packet, long long pcr);
 
 private:
     struct PacketSpec {

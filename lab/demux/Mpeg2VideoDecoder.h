@@ -2,7 +2,8 @@
 // takes MPEG-2 video (FORMAT_MPEG2Video) and gives RGB32 or RGB24 of the connected picture
 // size, which Wine's video renderer takes. It decodes the lab's own pictures only: from each
 // picture's user data it paints the lab picture of that frame number with the channel and
-// program bands of lab/ChannelMark.h; anything else is dropped. Registered with merit, so
+// program bands of lab/ChannelMark.h (the same marks the picture's coded slices show a real
+// decoder, lab/broadcast/MpegVideoFrame.h); anything else is dropped. Registered with merit, so
 // intelligent connect puts it behind a demultiplexer's video pin.
 #pragma once
 

@@ -1,6 +1,7 @@
 // The portable broadcast code on its own: the description file's reader, the CRC-32 of the
 // tables, the transport-stream generator with its faults, and the demultiplexing that takes the
-// stream apart again (across arbitrary sample boundaries).
+// stream apart again (across arbitrary sample boundaries). That FFmpeg decodes the stream is
+// LabBroadcastFfmpegTest's (lab/tests/ffmpeg-decodes-broadcast.sh).
 #include <windows.h>
 
 #include <cstdint>
@@ -122,10 +123,13 @@ TEST(BroadcastTest, GeneratedStreamKeepsSyncCountersAndPace)
     ASSERT_EQ(slots * 188, bytes.size());
     std::map<int, int> counters;
     std::map<int, int> packetsPerPid;
+    std::map<int, int> unitsPerPid;
     for (size_t offset = 0; offset < bytes.size(); offset += 188) {
         ASSERT_EQ(0x47, bytes[offset]);
         const int pid = ((bytes[offset + 1] & 0x1F) << 8) | bytes[offset + 2];
         ++packetsPerPid[pid];
+        if (bytes[offset + 1] & 0x40)
+            ++unitsPerPid[pid];
         if (pid == 0x1FFF)
             continue;
         const int counter = bytes[offset + 3] & 0x0F;
@@ -136,9 +140,81 @@ TEST(BroadcastTest, GeneratedStreamKeepsSyncCountersAndPace)
     }
     EXPECT_EQ(10, packetsPerPid[0]);     // a PAT every 100 ms
     EXPECT_EQ(10, packetsPerPid[0x40]);  // and each PMT
-    EXPECT_EQ(30, packetsPerPid[0x41]);  // a picture every 1/29.97 s, one packet each
-    EXPECT_EQ(32, packetsPerPid[0x44]);  // an audio frame every 32 ms
+    EXPECT_EQ(30, unitsPerPid[0x41]);    // a picture every 1/29.97 s
+    EXPECT_GT(packetsPerPid[0x41], 30);  // each a coded picture of several packets
+    EXPECT_EQ(32, unitsPerPid[0x44]);    // an AC-3 frame every 32 ms
+    EXPECT_EQ(32, packetsPerPid[0x44]);  // in one packet each
     EXPECT_GT(packetsPerPid[0x1FFF], 0); // the rest is stuffing
+}
+
+TEST(BroadcastTest, AudioFollowsTheNetworksCoding)
+{
+    const lab::Multiplex multiplex = parseOne("[dvb-t]\nchannel = 21\nfrequency = 474000\n"
+                                              "program = 0x1001 pmt=0x100 video=0x101 audio=0x102\n");
+    const std::vector<std::uint8_t> bytes = generate(multiplex, kBitRate / (188 * 8));
+    int frames = 0;
+    for (size_t offset = 0; offset < bytes.size(); offset += 188) {
+        const int pid = ((bytes[offset + 1] & 0x1F) << 8) | bytes[offset + 2];
+        if (pid != 0x102 || !(bytes[offset + 1] & 0x40))
+            continue;
+        ++frames;
+        const size_t pes = offset + 4 + ((bytes[offset + 3] & 0x20) ? 1 + bytes[offset + 4] : 0);
+        EXPECT_EQ(0xC0, bytes[pes + 3]); // an MPEG audio stream
+        const size_t frame = pes + 9 + bytes[pes + 8];
+        EXPECT_EQ(0xFF, bytes[frame]); // MPEG-1 layer II, 48 kHz
+        EXPECT_EQ(0xFD, bytes[frame + 1]);
+    }
+    EXPECT_EQ(42, frames); // a layer II frame every 24 ms
+}
+
+TEST(BroadcastTest, PcrTellsWhenItsPacketArrives)
+{
+    const lab::Multiplex multiplex = parseOne(kTwoPrograms);
+    const std::vector<std::uint8_t> bytes = generate(multiplex, 3000);
+    int pcrs = 0;
+    for (size_t offset = 0; offset < bytes.size(); offset += 188) {
+        const std::uint8_t *p = bytes.data() + offset;
+        if (!(p[3] & 0x20) || p[4] < 7 || !(p[5] & 0x10))
+            continue;
+        ++pcrs;
+        const long long base =
+            (static_cast<long long>(p[6]) << 25) | (p[7] << 17) | (p[8] << 9) | (p[9] << 1) | (p[10] >> 7);
+        const long long pcr = base * 300 + (((p[10] & 1) << 8) | p[11]);
+        const long long arrival = static_cast<long long>(offset / 188) * 188 * 8 * 27000000LL / kBitRate;
+        EXPECT_NEAR(static_cast<double>(arrival), static_cast<double>(pcr), 300.0) << "packet " << offset / 188;
+    }
+    EXPECT_GT(pcrs, 20);
+}
+
+TEST(BroadcastTest, PicturesCoverThePictureInSlices)
+{
+    const lab::FrameLabel label{9, 3, 1234};
+    lab::MpegVideoFrame pictures;
+    for (const auto &size : std::vector<std::pair<int, int>>{{320, 240}, {100, 50}, {16, 16}}) {
+        const std::vector<std::uint8_t> picture = pictures.build(size.first, size.second, label);
+        std::map<int, int> startCodes;
+        for (size_t i = 0; i + 3 < picture.size(); ++i) {
+            if (picture[i] == 0 && picture[i + 1] == 0 && picture[i + 2] == 1)
+                ++startCodes[picture[i + 3]];
+        }
+        EXPECT_EQ(1, startCodes[0xB3]); // sequence header
+        EXPECT_EQ(2, startCodes[0xB5]); // its extension, the picture coding extension
+        EXPECT_EQ(1, startCodes[0x00]); // picture
+        EXPECT_EQ(1, startCodes[0xB2]); // user data
+        const int rows = (size.second + 15) / 16;
+        for (int row = 1; row <= rows; ++row)
+            EXPECT_EQ(1, startCodes[row]) << "slice " << row;
+        EXPECT_EQ(0, startCodes[rows + 1]);
+        lab::FrameLabel read;
+        int width = 0;
+        int height = 0;
+        ASSERT_TRUE(lab::MpegVideoFrame::read(picture.data(), picture.size(), read, width, height));
+        EXPECT_EQ(size.first, width);
+        EXPECT_EQ(size.second, height);
+        EXPECT_EQ(9, read.channel);
+        EXPECT_EQ(3, read.program);
+        EXPECT_EQ(1234u, read.frame);
+    }
 }
 
 TEST(BroadcastTest, GeneratorFaults)

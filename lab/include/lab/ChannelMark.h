@@ -8,9 +8,6 @@
 
 namespace lab {
 
-const int kChannelBand = 1;
-const int kProgramBand = 2;
-
 inline bool readChannelNumber(const FrameView &frame, unsigned long &channel)
 {
     return readMarkBand(frame, kChannelBand, channel);

@@ -12,36 +12,9 @@
 
 #include <windows.h>
 
+#include "lab/MarkLayout.h"
+
 namespace lab {
-
-const int kMarkCell = 16;
-const int kMarkSyncCells = 2;
-
-inline int markBits(int width)
-{
-    const int bits = width / kMarkCell - kMarkSyncCells;
-    return bits > 24 ? 24 : bits;
-}
-
-inline bool markCellWhite(unsigned long frame, int cell)
-{
-    if (cell < kMarkSyncCells)
-        return cell == 0;
-    return ((frame >> (cell - kMarkSyncCells)) & 1u) != 0;
-}
-
-struct Rgb {
-    BYTE r;
-    BYTE g;
-    BYTE b;
-};
-
-inline Rgb barColour(int x, int width)
-{
-    static const Rgb bars[8] = {{255, 255, 255}, {255, 255, 0}, {0, 255, 255}, {0, 255, 0},
-                                {255, 0, 255},   {255, 0, 0},   {0, 0, 255},   {0, 0, 0}};
-    return bars[(x * 8) / width];
-}
 
 enum class PixelLayout { Rgb24, Rgb32, Yuy2, Uyvy };
 
