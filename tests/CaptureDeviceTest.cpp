@@ -5,6 +5,7 @@
 
 #include <CaptureDevice.h>
 #include <SetupApiDevice.h>
+#include <kel/LogFactory.h>
 #include <lab/LabControl.h>
 
 #include <string>
@@ -140,12 +141,71 @@ TEST_F(CaptureDeviceTest, AllClassesAndAllEnumeratorsHoldTheLabDevicesWithTheirD
     EXPECT_FALSE(webcam->driverDate().isEmpty());
     EXPECT_TRUE(webcam->driverInfFile().toLower().endsWith(text(L".inf"))) << webcam->driverInfFile().toUtf8();
 
+    // Asked for every class and enumerator, a record takes the ones the device reports.
+    EXPECT_EQ(webcam->deviceType(), SetupApiDevType::IMAGE());
+    EXPECT_EQ(webcam->enumeratorType(), SetupApiEnumType::USB());
+    EXPECT_TRUE(log().contains(text(L"470 Found driver info")));
+
+    // Without a friendly name the device description names the device; the driver's date is
+    // the user's short date.
+    const SetupApiDevice *camera = findRecord(records, L"USB\\VID_046D&PID_0825&MI_00\\7&1A2B&0&0000");
+    ASSERT_NE(camera, nullptr);
+    EXPECT_EQ(camera->name(), text(L"Logitech HD Webcam C270"));
+    EXPECT_TRUE(log().contains(text(L"406 SetupApiProperty: DescName: Logitech HD Webcam C270")));
+    SYSTEMTIME date = {};
+    date.wYear = 2015;
+    date.wMonth = 4;
+    date.wDay = 6;
+    wchar_t shortDate[64] = L"";
+    ASSERT_GT(GetDateFormatW(LOCALE_USER_DEFAULT, DATE_SHORTDATE, &date, nullptr, shortDate, 64), 0);
+    EXPECT_EQ(camera->driverDate(), text(shortDate));
+    EXPECT_EQ(camera->driverVersion(), text(L"13.80.853.0"));
+
     const SetupApiDevice *tuner =
         findRecord(records, L"PCI\\VEN_14F1&DEV_8800&SUBSYS_88010070&REV_05\\4&2F6A4BD6&0&2008");
     ASSERT_NE(tuner, nullptr);
+    EXPECT_EQ(tuner->deviceType(), SetupApiDevType::MEDIA());
+    EXPECT_EQ(tuner->enumeratorType(), SetupApiEnumType::PCI());
     EXPECT_FALSE(tuner->driverProvider().isEmpty());
     EXPECT_FALSE(tuner->driverVersion().isEmpty());
     EXPECT_TRUE(tuner->driverInfFile().toLower().endsWith(text(L".inf"))) << tuner->driverInfFile().toUtf8();
+}
+
+// Ordinary users log less than detail: the merge then looks records up by instance ID instead of
+// walking (and logging) every device, and must give the same devices.
+TEST_F(CaptureDeviceTest, TheMergeGivesTheSameDevicesWhateverIsLogged)
+{
+    kel::Array<CaptureDevice> logged;
+    CaptureDevice::enumerateDevices(logged);
+    ASSERT_TRUE(log().contains(text(L"deviceInstanceId match")));
+    // Media devices on PCI, then on USB, then imaging devices on PCI, then on USB.
+    std::vector<std::string> passes;
+    for (const sorvane::test::LogCapture::Line &line : log().find(text(L"116 Enumerating Devices with Type ")))
+        passes.push_back(line.message.toUtf8());
+    EXPECT_EQ(passes, (std::vector<std::string>{"116 Enumerating Devices with Type MEDIA : PCI",
+                                                "116 Enumerating Devices with Type MEDIA : USB",
+                                                "116 Enumerating Devices with Type IMAGE : PCI",
+                                                "116 Enumerating Devices with Type IMAGE : USB"}));
+
+    const int priority = kel::LogFactory::getPriority();
+    kel::LogFactory::setPriority(kel::LOG_INFO);
+    kel::Array<CaptureDevice> quiet;
+    CaptureDevice::enumerateDevices(quiet);
+    kel::LogFactory::setPriority(priority);
+
+    ASSERT_EQ(quiet.size(), logged.size());
+    int withRecords = 0;
+    for (int i = 0; i < quiet.size(); ++i) {
+        SCOPED_TRACE(logged[i].name().toUtf8());
+        EXPECT_EQ(quiet[i].guid(), logged[i].guid());
+        EXPECT_EQ(quiet[i].monikers().size(), logged[i].monikers().size());
+        ASSERT_EQ(quiet[i].setupApiDevices().size(), logged[i].setupApiDevices().size());
+        for (int r = 0; r < quiet[i].setupApiDevices().size(); ++r)
+            EXPECT_EQ(quiet[i].setupApiDevices()[r].toString(), logged[i].setupApiDevices()[r].toString());
+        withRecords += quiet[i].setupApiDevices().isEmpty() ? 0 : 1;
+    }
+    // The lab's cameras and cards all have their SetupAPI record.
+    EXPECT_GE(withRecords, 10);
 }
 
 TEST_F(CaptureDeviceTest, AnUnsetEnumeratorIsRefusedBeforeSetupApiIsAsked)
@@ -173,7 +233,20 @@ TEST_F(CaptureDeviceTest, AnEmptyRecordPrintsEveryLabel)
               std::string::npos)
         << formatted;
 
+    // A device prints its records' own formatted text, not how many it has.
+    kel::Array<CaptureDevice> devices;
+    CaptureDevice::enumerateDevices(devices);
+    const CaptureDevice *webcam = findByName(devices, L"Lab Webcam RGB24");
+    ASSERT_NE(webcam, nullptr);
+    ASSERT_EQ(webcam->monikers().size(), 1);
+    ASSERT_FALSE(webcam->setupApiDevices().isEmpty());
+    const std::string printed = webcam->toString().toUtf8();
+    EXPECT_NE(printed.find(webcam->monikers()[0].toFormattedString(text(L"    ")).toUtf8()), std::string::npos);
+    EXPECT_NE(printed.find(webcam->setupApiDevices()[0].toFormattedString(text(L"    ")).toUtf8()), std::string::npos);
+    EXPECT_EQ(printed.find("Monikers: 1"), std::string::npos);
+
     const CaptureDevice none;
+    EXPECT_NE(none.toString().toUtf8().find("Monikers:\n    None"), std::string::npos);
     EXPECT_TRUE(none.guid().isEmpty());
     EXPECT_TRUE(none.name().isEmpty());
     EXPECT_TRUE(none.deviceType().isEmpty());

@@ -1,6 +1,7 @@
 // DirectShow monikers end to end: the lab's video inputs with their identities and probed
 // capabilities, and monikers of a category of the test's own for the cases the lab's
 // description does not hold (software filters, OpenCable receivers, a crowded category).
+#include "AssertionCatcher.h"
 #include "LabTest.h"
 #include "ScopedMonikers.h"
 
@@ -188,6 +189,22 @@ TEST_F(DSMonikerTest, AnEmptyCategoryAddsNothing)
         text(L"136 DirectShow Device Enumerator is null.  Usually means no devices of this type on the system.")));
 }
 
+// An unset stream type names no category; the null one the enumerator is then asked for is not
+// empty under Wine, and each of its monikers stops at create's own check, the only hard stop
+// (here caught and continued past).
+TEST_F(DSMonikerTest, AnUnsetStreamTypeStopsOnlyAtCreate)
+{
+    sorvane::test::AssertionCatcher assertions;
+    kel::Array<DSMoniker> found;
+    DSMoniker::enumerateMonikers(found, CaptureStreamType::NOTSET());
+    EXPECT_TRUE(log().contains(text(L"127 Enumerating NotSet Monikers")));
+    EXPECT_EQ(static_cast<int>(assertions.assertions().size()), found.size());
+    for (const sorvane::test::AssertionCatcher::Assertion &assertion : assertions.assertions()) {
+        EXPECT_EQ(assertion.expression, "!type.isPlaceHolder()");
+        EXPECT_NE(assertion.file.find("DSMoniker"), std::string::npos) << assertion.file;
+    }
+}
+
 TEST_F(DSMonikerTest, SoftwareFiltersGetASyntheticIdentityByPosition)
 {
     ASSERT_TRUE(own.add({L"Own Software Source A", L"", L"", L""}));
@@ -213,6 +230,33 @@ TEST_F(DSMonikerTest, SoftwareFiltersGetASyntheticIdentityByPosition)
     EXPECT_EQ(usb->capabilities().size(), 0);
     EXPECT_TRUE(usb->filterDriverName().isEmpty());
     EXPECT_TRUE(log().contains(text(L"RegOpenKey DevicePath: ")));
+}
+
+TEST_F(DSMonikerTest, AFilterWithoutClassOrServerPathHasNoDriverFile)
+{
+    // A class registered without its server's path.
+    const wchar_t serverless[] = L"{5B1F3A7E-2C44-4D19-9E0B-7A6C3D2E1F08}";
+    const std::wstring classKey = std::wstring(L"Software\\Classes\\CLSID\\") + serverless;
+    HKEY server = nullptr;
+    ASSERT_EQ(RegCreateKeyExW(HKEY_LOCAL_MACHINE, (classKey + L"\\InprocServer32").c_str(), 0, nullptr, 0, KEY_WRITE,
+                              nullptr, &server, nullptr),
+              ERROR_SUCCESS);
+    RegCloseKey(server);
+    const wchar_t path[] = L"\\\\?\\usb#vid_1234&pid_5679#5&2#{65e8773d-8f56-11d0-a3b9-00a0c9223196}\\global";
+    ASSERT_TRUE(own.add({L"Own Classless Source", path, ScopedMonikers::kNoClass, L""}));
+    ASSERT_TRUE(own.add({L"Own Serverless Source", path, serverless, L""}));
+    const kel::Array<DSMoniker> found = ownMonikers(L"Analog");
+    RegDeleteTreeW(HKEY_LOCAL_MACHINE, classKey.c_str());
+
+    const DSMoniker *classless = findByName(found, L"Own Classless Source");
+    ASSERT_NE(classless, nullptr);
+    EXPECT_TRUE(classless->clsid().isEmpty());
+    EXPECT_TRUE(classless->filterDriverName().isEmpty());
+    EXPECT_TRUE(log().contains(text(L"Get FilterDriverName failed due to empty CLSID")));
+    const DSMoniker *unreadable = findByName(found, L"Own Serverless Source");
+    ASSERT_NE(unreadable, nullptr);
+    EXPECT_TRUE(unreadable->filterDriverName().isEmpty());
+    EXPECT_TRUE(log().contains(text(L"RegQueryValueEx DevicePath failed: ")));
 }
 
 TEST_F(DSMonikerTest, OpenCableReceiversAreDigitalTunersWithoutAProbe)

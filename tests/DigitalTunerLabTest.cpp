@@ -4,8 +4,10 @@
 #include "CountryDialogDriver.h"
 #include "LabTest.h"
 #include "LabDeviceRecord.h"
-#include "ManualClock.h"
 #include "Outcome.h"
+#include "RefusedClass.h"
+#include "SampleGrabberFault.h"
+#include "StreamPacedClock.h"
 #include "TunerLab.h"
 
 #include <ATSCTuner.h>
@@ -18,6 +20,7 @@
 #include <lab/LabControl.h>
 
 #include <algorithm>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -57,10 +60,12 @@ protected:
         for (const wchar_t *device : {kQamTuner, kDvbtTuner, kDtmbTuner, kOcurTuner, kProvider, kSpaces}) {
             lab::clearJournal(device);
         }
-        // The lab's cards stream in real time: a quarter of every sleep really passes.
-        clock.realShare(25);
         setParameter("CheckTVCable", ruvo::Value::fromBool(false));
     }
+
+    // For scans decided by the statistics or failing before the stream matters: sleeps return
+    // at once instead of waiting for the stream.
+    void streamNotNeeded() { kel::Clock::setManualSleepObserver(nullptr, nullptr); }
 
     void setRange(uint32_t start, uint32_t end)
     {
@@ -76,7 +81,7 @@ protected:
         return outcomeOf([&] { Tuner(record, kel::String(L"Digital lab test")).checkTVSignal(); });
     }
 
-    sorvane::test::ManualClock clock;
+    sorvane::test::StreamPacedClock clock;
     lab::DeviceOverride spaces{kSpaces};
     lab::DeviceOverride provider{kProvider};
 };
@@ -156,7 +161,10 @@ TEST_F(DigitalTunerLabTest, DVBTCountryGermanyGivesItsChannels)
     EXPECT_EQ(scan<sorvane::DVBTuner>(kDvbtTuner).getResult(), TestResult::PASS());
     EXPECT_EQ(journalOf(kProvider, L"CountryCode "), (std::vector<std::wstring>{L"CountryCode 49"}));
     EXPECT_TRUE(contains(journalOf(kDvbtTuner, L"Tune "), L"Tune 474000 kHz"));
-    EXPECT_TRUE(log().contains(L"Set DVB-T Channel Range: 1-"));
+    // Germany: VHF channels 5 to 12 and UHF 21 to 69, channel 1 of the scan being VHF 5.
+    EXPECT_TRUE(log().contains(L"Set DVB-T Channel Range: 1-57"));
+    EXPECT_EQ(journalOf(kProvider, L"DefaultFrequencyMapping "),
+              (std::vector<std::wstring>{L"DefaultFrequencyMapping 49 57"}));
 }
 
 TEST_F(DigitalTunerLabTest, DVBTCountryFromTheUserOrNone)
@@ -201,18 +209,20 @@ TEST_F(DigitalTunerLabTest, DVBTSetUpFailuresThroughLabFaults)
         EXPECT_EQ(e.getResult(), TestResult::FAIL()) << row.key;
         EXPECT_EQ(e.getErrorEvent(), sorvane::g_errorCreatingFilterGraph) << row.key;
         EXPECT_TRUE(log().contains(row.logged)) << row.key;
+        if (std::wstring(row.key) == L"fault.get_DefaultFrequencyMapping") {
+            EXPECT_EQ(e.getErrorCode(), static_cast<long>(E_OUTOFMEMORY));
+        }
     }
 }
 
 TEST_F(DigitalTunerLabTest, DVBTDemultiplexerFailures)
 {
     setParameter("Country", ruvo::Value(kel::String(L"de")));
-    // Connecting and the graph's own rendering enumerate the pins first; the DVB-T tuner's
-    // enumeration comes after the tuning space, a few enumerations later.
+    // The DVB-T tuner lists the demultiplexer's pins right after setting the system type.
     {
         lab::clearJournal(kDemux);
-        lab::DeviceOverride demux(kDemux, L"fault.EnumPins", L"0x8000FFFF");
-        demux.set(L"fault.EnumPins.skip", L"4");
+        lab::clearJournal(kSpaces);
+        lab::DeviceOverride demux(kDemux, L"fault.EnumPins.afterSystemType", L"0x8000FFFF");
         const CaptureException e = scan<sorvane::DVBTuner>(kDvbtTuner);
         EXPECT_EQ(e.getResult(), TestResult::FAIL());
         EXPECT_EQ(e.getErrorEvent(), sorvane::g_errorCreatingFilterGraph);
@@ -315,6 +325,405 @@ TEST_F(DigitalTunerLabTest, DVBTStreamQualityOf51IsASignalAnd50DefersToTheStatis
     tuner.set(L"fault.errors", L"50");
     EXPECT_EQ(scan<sorvane::DVBTuner>(kDvbtTuner).getResult(), TestResult::NOSIGNAL());
     EXPECT_TRUE(log().contains(L"Signal Quality: 50"));
+}
+
+} // namespace
+
+namespace {
+
+using sorvane::test::FaultySampleGrabber;
+using sorvane::test::RefusedClass;
+using sorvane::test::SampleGrabberFault;
+using sorvane::test::StreamPacedClock;
+
+const wchar_t kQamReceiver[] = L"Lab ATSC QAM Receiver";
+
+// The test thread's apartment, entered before a class is refused on it; the library's own
+// initialisation then joins it.
+struct Apartment {
+    Apartment() { CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED); }
+    ~Apartment() { CoUninitialize(); }
+};
+
+// One row's fault: a COM class refused on the test's apartment (as when Windows cannot load the
+// component), or a lab override, for the life of the row.
+class RowFault {
+public:
+    RowFault(const CLSID *refused, const wchar_t *device, const wchar_t *key, const wchar_t *value)
+    {
+        if (refused)
+            m_refusal.reset(new RefusedClass(*refused, REGDB_E_CLASSNOTREG));
+        if (device)
+            m_override.reset(new lab::DeviceOverride(device, key, value));
+    }
+
+private:
+    Apartment m_apartment;
+    std::unique_ptr<RefusedClass> m_refusal;
+    std::unique_ptr<lab::DeviceOverride> m_override;
+};
+
+size_t logged(const sorvane::test::LogCapture &log, const wchar_t *text)
+{
+    return log.find(kel::String(text)).size();
+}
+
+// True when a line containing `later` was logged after the last line containing `first`.
+bool loggedAfter(const sorvane::test::LogCapture &log, const wchar_t *first, const wchar_t *later)
+{
+    const std::vector<sorvane::test::LogCapture::Line> lines = log.lines();
+    size_t last = lines.size();
+    for (size_t i = 0; i < lines.size(); ++i) {
+        if (lines[i].message.contains(kel::String(first)))
+            last = i;
+    }
+    for (size_t i = last + 1; i < lines.size(); ++i) {
+        if (lines[i].message.contains(kel::String(later)))
+            return true;
+    }
+    return false;
+}
+
+TEST_F(DigitalTunerLabTest, EveryGraphBuildingFailureIsAFailWithItsLine)
+{
+    streamNotNeeded();
+    struct Row {
+        const char *what;
+        const wchar_t *device;
+        const wchar_t *key;
+        const wchar_t *value;
+        const CLSID *refused;
+        const wchar_t *logged;
+        long code;
+    };
+    const Row rows[] = {
+        {"no generic network provider", nullptr, nullptr, nullptr, &CLSID_NetworkProvider,
+         L"unable to instantiate CLSID_NetworkProvider", 0},
+        {"provider without ITuner", kProvider, L"fault.ITuner", L"yes", nullptr,
+         L"Cannot get a Tuner interface from the Network Provider filter", 0},
+        {"tuner does not bind", kQamTuner, L"fault.bind", L"0x80070005", nullptr, L"loadFilter(TUNER) failed", 0},
+        {"no demultiplexer", nullptr, nullptr, nullptr, &CLSID_MPEG2Demultiplexer, L"Unable to create an MPEG2 demux: ",
+         static_cast<long>(REGDB_E_CLASSNOTREG)},
+        {"receiver output refused", kQamReceiver, L"fault.output", L"yes", nullptr,
+         L"Cannot connect ReceiverFilter to the SampleGrabber", 0},
+        {"demultiplexer input refused", kDemux, L"fault.connect", L"yes", nullptr,
+         L"Cannot connect SampleGrabber to the mpeg demux", 0},
+        {"tuning spaces not listed", kProvider, L"fault.EnumTuningSpaces", L"0x80004005", nullptr,
+         L"IEnumTuningSpaces::EnumTuningSpaces failed: ", static_cast<long>(E_FAIL)},
+    };
+    setRange(2, 2);
+    for (const Row &row : rows) {
+        SCOPED_TRACE(row.what);
+        const RowFault fault(row.refused, row.device, row.key, row.value);
+        const size_t before = logged(log(), row.logged);
+        const CaptureException e = scan<sorvane::ClearQAMTuner>(kQamTuner);
+        EXPECT_EQ(e.getResult(), TestResult::FAIL());
+        EXPECT_EQ(e.getErrorEvent(), sorvane::g_errorCreatingFilterGraph);
+        EXPECT_EQ(e.getErrorCode(), row.code);
+        EXPECT_EQ(logged(log(), row.logged), before + 1);
+    }
+
+    // Without a sample grabber the receiver feeds the demultiplexer itself.
+    lab::DeviceOverride demux(kDemux, L"fault.connect", L"yes");
+    setRange(8, 8);
+    const CaptureException e = scan<sorvane::ATSCTuner>(kQamTuner);
+    EXPECT_EQ(e.getResult(), TestResult::FAIL());
+    EXPECT_TRUE(log().contains(L"Cannot connect ReceiverFilter to the MPEG2 Demux"));
+}
+
+TEST_F(DigitalTunerLabTest, AFilterTheGraphRefusesOrWillNotGiveBackEndsTheSearch)
+{
+    streamNotNeeded();
+    setRange(2, 2);
+    {
+        lab::DeviceOverride receiver(kQamReceiver, L"fault.join", L"0x80004005");
+        EXPECT_EQ(scan<sorvane::ClearQAMTuner>(kQamTuner).getResult(), TestResult::FAIL());
+        EXPECT_TRUE(log().contains(L"addFilter failed: "));
+        EXPECT_TRUE(log().contains(L"loadFilter(RECEIVER) failed"));
+        // No further receiver is looked at.
+        EXPECT_FALSE(loggedAfter(log(), L"addFilter failed: ", L"Guids this:"));
+        EXPECT_FALSE(loggedAfter(log(), L"addFilter failed: ", L"Didn't find filter"));
+    }
+    {
+        // The receiver does not take the tuner's stream and cannot be taken out again.
+        lab::DeviceOverride receiver(kQamReceiver, L"fault.connect", L"yes");
+        receiver.set(L"fault.leave", L"0x80004005");
+        EXPECT_EQ(scan<sorvane::ClearQAMTuner>(kQamTuner).getResult(), TestResult::FAIL());
+        EXPECT_TRUE(log().contains(L"IGraphBuilder::RemoveFilter(filter) failed: "));
+        EXPECT_FALSE(loggedAfter(log(), L"IGraphBuilder::RemoveFilter(filter) failed: ", L"Guids this:"));
+        EXPECT_FALSE(loggedAfter(log(), L"IGraphBuilder::RemoveFilter(filter) failed: ", L"Didn't find filter"));
+    }
+}
+
+TEST_F(DigitalTunerLabTest, ClearQAMCallbackRefusedAndWaitsOnTheClock)
+{
+    setRange(2, 2);
+    {
+        const Apartment apartment;
+        SampleGrabberFault refusal(FaultySampleGrabber::SET_CALLBACK, E_FAIL);
+        ASSERT_TRUE(refusal.active());
+        const CaptureException e = scan<sorvane::ClearQAMTuner>(kQamTuner);
+        EXPECT_EQ(e.getResult(), TestResult::FAIL());
+        EXPECT_TRUE(log().contains(L"ISampleGrabber::SetCallback failed: "));
+        EXPECT_FALSE(log().contains(L"checkCurrentChannel"));
+    }
+
+    // The graph settles for 1000 ms, the tune for 1000 ms, then 500 ms of stream are collected.
+    kel::Clock::clearRecordedSleeps();
+    EXPECT_EQ(scan<sorvane::ClearQAMTuner>(kQamTuner).getResult(), TestResult::PASS());
+    const std::vector<uint32_t> sleeps = clock.sleeps();
+    ASSERT_GE(sleeps.size(), 3u);
+    EXPECT_EQ(std::vector<uint32_t>(sleeps.begin(), sleeps.begin() + 3), (std::vector<uint32_t>{1000, 1000, 500}));
+
+    // A tune that fails moves on to the next channel without a wait or a look at the stream.
+    lab::DeviceOverride refused(kProvider, L"fault.put_TuneRequest", L"0x80004005");
+    setRange(2, 4);
+    kel::Clock::clearRecordedSleeps();
+    const size_t before = logged(log(), L"put_TuneRequest failed: ");
+    EXPECT_EQ(scan<sorvane::ClearQAMTuner>(kQamTuner).getResult(), TestResult::NOSIGNAL());
+    // Three channels, two attempts.
+    EXPECT_EQ(logged(log(), L"put_TuneRequest failed: "), before + 6);
+    for (uint32_t sleep : clock.sleeps())
+        EXPECT_NE(sleep, 500u);
+}
+
+TEST_F(DigitalTunerLabTest, SignalDecisionWithFailedTopologyReads)
+{
+    streamNotNeeded();
+    setParameter("Country", ruvo::Value(kel::String(L"de")));
+    setRange(9, 9);
+    lab::DeviceOverride tuner(kDvbtTuner);
+    // Every packet in error: the stream's quality is 0 and the statistics decide.
+    tuner.set(L"fault.errors", L"100").set(L"signal.locked", L"1").set(L"signal.present", L"1");
+    tuner.set(L"signal.quality", L"80");
+    // A failed quality, lock or presence read ends the decision at the first node that has
+    // statistics: one failure a question, although both nodes have them.
+    const struct {
+        const wchar_t *key;
+        const wchar_t *logged;
+    } reads[] = {
+        {L"fault.get_SignalQuality", L"Topo sig qual failed: "},
+        {L"fault.get_SignalLocked", L"Topo sig lock failed: "},
+        {L"fault.get_SignalPresent", L"Topo sig present failed: "},
+    };
+    for (const auto &read : reads) {
+        SCOPED_TRACE(kel::String(read.key).toUtf8());
+        lab::DeviceOverride fault(kDvbtTuner, read.key, L"0x80004005");
+        const size_t asked = logged(log(), L"Getting nodes types");
+        const size_t failed = logged(log(), read.logged);
+        EXPECT_EQ(scan<sorvane::DVBTuner>(kDvbtTuner).getResult(), TestResult::NOSIGNAL());
+        EXPECT_GT(logged(log(), L"Getting nodes types"), asked);
+        EXPECT_EQ(logged(log(), read.logged) - failed, logged(log(), L"Getting nodes types") - asked);
+    }
+    // Strength and sample time are only logged.
+    lab::DeviceOverride strength(kDvbtTuner, L"fault.get_SignalStrength", L"0x80004005");
+    strength.set(L"fault.get_SampleTime", L"0x80004005");
+    EXPECT_EQ(scan<sorvane::DVBTuner>(kDvbtTuner).getResult(), TestResult::PASS());
+    EXPECT_TRUE(log().contains(L"Topo sig strength failed: "));
+    EXPECT_TRUE(log().contains(L"Topo sample time failed: "));
+}
+
+TEST_F(DigitalTunerLabTest, OcurWithoutTheMinorChannelTechniqueAsksTheStatistics)
+{
+    streamNotNeeded();
+    setRange(2, 2);
+    lab::DeviceOverride tuner(kOcurTuner, L"signal.present", L"0");
+    struct Row {
+        const char *what;
+        const wchar_t *technique; // null: unset
+        const wchar_t *faultKey;
+        TestResult result;
+    };
+    const Row rows[] = {
+        {"unset, no signal", nullptr, nullptr, TestResult::NOSIGNAL()},
+        {"false, no signal", L"false", nullptr, TestResult::NOSIGNAL()},
+        {"statistics unreadable", nullptr, L"fault.get_SignalPresent", TestResult::NOSIGNAL()},
+    };
+    for (const Row &row : rows) {
+        SCOPED_TRACE(row.what);
+        ruvo::DiagModule::unsetAllParameters();
+        setParameter("CheckTVCable", ruvo::Value::fromBool(false));
+        setRange(2, 2);
+        if (row.technique)
+            setParameter("UseMinorChannelTechnique", ruvo::Value::fromBool(false));
+        std::unique_ptr<lab::DeviceOverride> fault;
+        if (row.faultKey)
+            fault.reset(new lab::DeviceOverride(kOcurTuner, row.faultKey, L"0x80004005"));
+        EXPECT_EQ(scan<sorvane::OcurTuner>(kOcurTuner).getResult(), row.result);
+    }
+    EXPECT_FALSE(log().contains(L"Trying minor channel method"));
+    EXPECT_TRUE(log().contains(L"Checking SigStats for signal present"));
+    tuner.set(L"signal.present", L"1");
+    EXPECT_EQ(scan<sorvane::OcurTuner>(kOcurTuner).getResult(), TestResult::PASS());
+
+    // The minor-channel technique without a tune request to read: no signal.
+    tuner.set(L"signal.present", L"1");
+    setParameter("UseMinorChannelTechnique", ruvo::Value::fromBool(true));
+    lab::DeviceOverride noRequest(kProvider, L"fault.get_TuneRequest", L"0x80004005");
+    EXPECT_EQ(scan<sorvane::OcurTuner>(kOcurTuner).getResult(), TestResult::NOSIGNAL());
+    EXPECT_TRUE(log().contains(L"Trying minor channel method"));
+}
+
+TEST_F(DigitalTunerLabTest, DVBTRangeFromTheCountryNarrowedByTheParameters)
+{
+    streamNotNeeded();
+    // Germany: VHF channels 5 to 12 and UHF 21 to 69, 57 channels.
+    setParameter("Country", ruvo::Value(kel::String(L"de")));
+    lab::DeviceOverride silent(kDvbtTuner, L"fault.silence", L"yes");
+    silent.set(L"signal.present", L"0").set(L"signal.locked", L"0").set(L"signal.quality", L"0");
+    struct Row {
+        const char *what;
+        int start; // 0: unset
+        int end;
+        const wchar_t *channels;
+    };
+    const Row rows[] = {
+        {"none set", 0, 0, L"channels 1 to 57"},
+        {"start set", 50, 0, L"channels 50 to 57"},
+        {"end set", 0, 3, L"channels 1 to 3"},
+        {"both set", 4, 6, L"channels 4 to 6"},
+    };
+    for (const Row &row : rows) {
+        SCOPED_TRACE(row.what);
+        ruvo::DiagModule::unsetAllParameters();
+        setParameter("CheckTVCable", ruvo::Value::fromBool(false));
+        setParameter("Country", ruvo::Value(kel::String(L"de")));
+        if (row.start)
+            setParameter("DigitalStartChannel", ruvo::Value(static_cast<uint32_t>(row.start)));
+        if (row.end)
+            setParameter("DigitalEndChannel", ruvo::Value(static_cast<uint32_t>(row.end)));
+        EXPECT_EQ(scan<sorvane::DVBTuner>(kDvbtTuner).getResult(), TestResult::NOSIGNAL());
+        EXPECT_TRUE(log().contains(L"Set DVB-T Channel Range: 1-57"));
+        EXPECT_TRUE(log().contains(row.channels));
+    }
+
+    // A start beyond the country's last channel is refused, naming the country's range.
+    ruvo::DiagModule::unsetAllParameters();
+    setParameter("Country", ruvo::Value(kel::String(L"de")));
+    setParameter("DigitalStartChannel", ruvo::Value(58u));
+    const CaptureException beyond = scan<sorvane::DVBTuner>(kDvbtTuner);
+    EXPECT_EQ(beyond.getResult(), TestResult::BADPARAMS());
+    EXPECT_EQ(beyond.getErrorEvent(), sorvane::g_badParametersRange);
+
+    // A provider that knows no frequency of the country leaves nothing to scan.
+    ruvo::DiagModule::unsetAllParameters();
+    setParameter("CheckTVCable", ruvo::Value::fromBool(false));
+    setParameter("Country", ruvo::Value(kel::String(L"de")));
+    lab::DeviceOverride empty(kProvider, L"fault.frequencies", L"0");
+    lab::clearJournal(kDvbtTuner);
+    EXPECT_EQ(scan<sorvane::DVBTuner>(kDvbtTuner).getResult(), TestResult::NOSIGNAL());
+    EXPECT_TRUE(log().contains(L"Set DVB-T Channel Range: 1-0"));
+    EXPECT_TRUE(journalOf(kDvbtTuner, L"Tune ").empty());
+}
+
+TEST_F(DigitalTunerLabTest, DVBTProviderMissingAndCountriesReportedTwice)
+{
+    setParameter("Country", ruvo::Value(kel::String(L"de")));
+    {
+        const Apartment apartment;
+        RefusedClass noProvider(CLSID_DVBTNetworkProvider, REGDB_E_CLASSNOTREG);
+        const CaptureException e = scan<sorvane::DVBTuner>(kDvbtTuner);
+        EXPECT_EQ(e.getResult(), TestResult::FAIL());
+        EXPECT_EQ(e.getErrorEvent(), sorvane::g_errorCreatingFilterGraph);
+        EXPECT_TRUE(log().contains(L"IBaseFilter::CoCreateInstance DVBT Network Provider failed: "));
+    }
+    // The dialog offers the countries the provider reports, each once.
+    setParameter("Country", ruvo::Value(kel::String(L"UserDefined")));
+    recorder().setPromptEnabled(true);
+    lab::DeviceOverride codes(kProvider, L"country-codes", L"49, 44, 49, 44");
+    sorvane::test::CountryDialogDriver driver(L"");
+    EXPECT_EQ(scan<sorvane::DVBTuner>(kDvbtTuner).getResult(), TestResult::USERABORTED());
+    EXPECT_EQ(driver.items().size(), 2u);
+}
+
+TEST_F(DigitalTunerLabTest, DTMBTuneFailuresAreNoSignalWithoutASettleWait)
+{
+    streamNotNeeded();
+    setRange(24, 24);
+    struct Row {
+        const char *what;
+        const wchar_t *device;
+        const wchar_t *key;
+        const CLSID *refused;
+        const wchar_t *logged;
+    };
+    const Row rows[] = {
+        {"tune request", kSpaces, L"fault.CreateTuneRequest", nullptr,
+         L"ERROR: tuneToChannel()/CreateTuneRequest failed: "},
+        {"locator", nullptr, nullptr, &CLSID_DVBTLocator, L"ERROR: tuneToChannel()/CoCreateInstance failed: "},
+        {"provider", kProvider, L"fault.put_TuneRequest", nullptr, L"ERROR: tuneToChannel()/put_TuneRequest failed: "},
+    };
+    for (const Row &row : rows) {
+        SCOPED_TRACE(row.what);
+        const RowFault fault(row.refused, row.device, row.key, L"0x80004005");
+        kel::Clock::clearRecordedSleeps();
+        EXPECT_EQ(scan<sorvane::DVBTuner>(kDtmbTuner).getResult(), TestResult::NOSIGNAL());
+        EXPECT_TRUE(log().contains(row.logged));
+        // Only the graph's settling, once an attempt; no tune settles.
+        EXPECT_EQ(clock.sleeps(), (std::vector<uint32_t>{1000, 1000}));
+    }
+}
+
+TEST_F(DigitalTunerLabTest, DTMBIsFoundByTheTunerFilterName)
+{
+    // The framework names the device without DTMB; its tuner filter has it.
+    ruvo::DiagDevice record = bdaDevice(kDtmbTuner);
+    record = ruvo::DiagDevice(kel::String(L"Digital stick"), record.description(), record.osLocator(),
+                              record.deviceCapabilities());
+    setRange(25, 25);
+    EXPECT_EQ(
+        outcomeOf([&] { sorvane::DVBTuner(record, kel::String(L"Digital lab test")).checkTVSignal(); }).getResult(),
+        TestResult::PASS());
+    EXPECT_TRUE(log().contains(L"***filterIsDTMB()--filter name = Lab DTMB Tuner"));
+    EXPECT_TRUE(log().contains(L"DTMB tuner detected.  Setting channel range: 13-56"));
+}
+
+} // namespace
+
+namespace {
+
+// An ATSC tuner that also asks the tuner filter's name to be the framework's DigitalFriendlyName.
+class NamedATSCTuner : public sorvane::ATSCTuner {
+public:
+    NamedATSCTuner(const ruvo::DiagDevice &record, const kel::String &title) : ATSCTuner(record, title) {}
+
+protected:
+    void setupDevice() override
+    {
+        static const wchar_t *const atsc[] = {L"ATSC"};
+        doSetupDevice(true, true, true);
+        chooseTuningSpace(atsc, 1);
+    }
+};
+
+TEST_F(DigitalTunerLabTest, TheTunerFilterMustCarryTheDigitalFriendlyNameWhenAsked)
+{
+    streamNotNeeded();
+    setRange(8, 8);
+    const ruvo::DiagDevice found = bdaDevice(kQamTuner);
+    ruvo::DiagDevice renamed = found;
+    renamed.setProperty("DigitalFriendlyName", ruvo::Value(kel::String(L"Other Tuner")));
+    const ruvo::DiagDevice unnamed(found.name(), found.description(), found.osLocator(), found.deviceCapabilities());
+    const struct {
+        const char *what;
+        const ruvo::DiagDevice *record;
+        const wchar_t *logged;
+    } rows[] = {
+        {"another name", &renamed,
+         L"Mismatching name while enumerating: looking for \"Other Tuner\" , but found: \"Lab ATSC QAM Tuner\""},
+        {"no name", &unnamed, L"The DigitalFriendlyName property is required, but wasn't found"},
+    };
+    for (const auto &row : rows) {
+        SCOPED_TRACE(row.what);
+        const CaptureException e =
+            outcomeOf([&] { NamedATSCTuner(*row.record, kel::String(L"Digital lab test")).checkTVSignal(); });
+        EXPECT_EQ(e.getResult(), TestResult::FAIL());
+        EXPECT_TRUE(log().contains(row.logged));
+        EXPECT_TRUE(log().contains(L"loadFilter(TUNER) failed"));
+    }
+    // With its own name the tuner is found.
+    EXPECT_EQ(outcomeOf([&] { NamedATSCTuner(found, kel::String(L"Digital lab test")).checkTVSignal(); }).getResult(),
+              TestResult::PASS());
 }
 
 } // namespace

@@ -7,7 +7,6 @@
 
 #include <ATSCTuner.h>
 #include <ClearQAMTuner.h>
-#include <CountryCodeManager.h>
 #include <DVBTuner.h>
 #include <ModuleRegistration.h>
 #include <OcurTuner.h>
@@ -41,20 +40,6 @@ public:
             m_supportedCountryCodes.add(code);
     }
 };
-
-// The country the library should find from the user's Windows location, or -1.
-int locationCountry()
-{
-    const GEOID location = GetUserGeoID(GEOCLASS_NATION);
-    if (location == GEOID_NOT_AVAILABLE)
-        return -1;
-    wchar_t text[8] = L"";
-    if (GetGeoInfoW(location, GEO_ISO2, text, 8, 0) <= 0)
-        return -1;
-    const sorvane::CountryCodeManager table;
-    const sorvane::CountryCode *record = table.countryCodeByString(kel::String(text).toLower());
-    return record ? record->countryCode() : -1;
-}
 
 class DigitalTunerTest : public sorvane::test::FrameworkTest {
 protected:
@@ -90,14 +75,6 @@ TEST_F(DigitalTunerTest, CountryParameterNamesTheCountryInAnyCase)
     EXPECT_EQ(tuner.country(), 49);
     setParameter("Country", ruvo::Value(kel::String(L"gb")));
     EXPECT_EQ(tuner.country(), 44);
-}
-
-TEST_F(DigitalTunerTest, UnknownCountryFallsBackToTheWindowsLocationWithoutADialog)
-{
-    DVBTProbe tuner(device(L"Lab DVB-T", DeviceCapability::VideoCapture() | DeviceCapability::DigitalTVTuner()));
-    recorder().setPromptEnabled(false);
-    setParameter("Country", ruvo::Value(kel::String(L"Atlantis")));
-    EXPECT_EQ(tuner.country(), locationCountry());
 }
 
 TEST_F(DigitalTunerTest, UserDefinedOrEmptyCountryAsksTheUserAmongTheSupportedCountries)

@@ -97,7 +97,9 @@ TEST_F(TransportStreamTest, SignalQualityScoresWholePacketsAndFindsLostSync)
     Bytes two = packets(2);
     two[188] = 0x46;
     EXPECT_EQ(Mpeg2StreamAnalyzer::signalQuality(two.data(), static_cast<int>(two.size())), -1);
-    EXPECT_TRUE(log().contains(L"Out of Sync"));
+    ASSERT_FALSE(log().find(L"Out of Sync").empty());
+    // The analyzer is one of the capture classes, not a helper.
+    EXPECT_EQ(log().find(L"Out of Sync").front().category, kel::String(L"libSorvane.Capture"));
 
     Bytes ten;
     for (int i = 0; i < 10; ++i) {
@@ -262,18 +264,54 @@ TEST_F(TransportStreamTest, ClearProgramSearchFollowsPointerFieldsAndLostPackets
     EXPECT_EQ(search(lost.addPayload(kVideoPid, false).addPayload(kAudioPid, false)), -1);
 }
 
-TEST_F(TransportStreamTest, ClearProgramSearchSurvivesArbitraryBytes)
+TEST_F(TransportStreamTest, ClearProgramSearchIgnoresDamagedPayloadsButNotDamagedTables)
 {
+    // The tables (PAT, two PMTs) fill the first three packets; the programs' packets follow.
+    TsStreamBuilder stream = twoPrograms(false);
+    for (int i = 0; i < 6; ++i)
+        stream.addPayload(kVideoPid, false).addPayload(kAudioPid, false);
+    const Bytes clean = stream.bytes();
+    ASSERT_EQ(search(stream), 3);
+
     std::mt19937 random(1234);
-    for (int round = 0; round < 200; ++round) {
-        TsStreamBuilder stream = twoPrograms(false);
-        Bytes bytes = stream.bytes();
-        for (int flips = 0; flips < 30; ++flips)
-            bytes[random() % bytes.size()] = static_cast<uint8_t>(random());
+    for (int round = 0; round < 100; ++round) {
+        Bytes bytes = clean;
+        // Any byte after the header of any packet after the tables.
+        for (int flips = 0; flips < 30; ++flips) {
+            const size_t packet = 3 + random() % (bytes.size() / 188 - 3);
+            bytes[packet * 188 + 4 + random() % 184] = static_cast<uint8_t>(random());
+        }
         BlockSource source(bytes);
-        const int answer = ClearProgramSearch::processTransportStream(source);
-        EXPECT_TRUE(answer == -1 || answer >= 1) << answer;
+        EXPECT_EQ(ClearProgramSearch::processTransportStream(source), 3) << round;
     }
+
+    // A damaged PAT fails its CRC: no program is known, none is clear.
+    Bytes badPat = clean;
+    badPat[10] ^= 0xFF;
+    BlockSource noPat(badPat);
+    EXPECT_EQ(ClearProgramSearch::processTransportStream(noPat), -1);
+
+    // A damaged first PMT: only the second program is described, and it is clear.
+    Bytes badPmt = clean;
+    badPmt[188 + 12] ^= 0xFF;
+    BlockSource secondOnly(badPmt);
+    EXPECT_EQ(ClearProgramSearch::processTransportStream(secondOnly), 4);
+}
+
+TEST_F(TransportStreamTest, PacketBufferDropsSamplesOnceFull)
+{
+    CComPtr<SampleCallback> buffer(new SampleCallback);
+    const long chunk = 8 * 1024 * 1024;
+    std::vector<BYTE> bytes(static_cast<size_t>(chunk), 0x47);
+    // 24 chunks fit; a 25th would fill the buffer to the last byte, which is not allowed.
+    for (int i = 0; i < 25; ++i)
+        EXPECT_EQ(buffer->BufferCB(0.0, bytes.data(), chunk), S_OK);
+    EXPECT_EQ(buffer->bytesReceived(), 24 * chunk);
+    EXPECT_EQ(buffer->BufferCB(0.0, bytes.data(), chunk - 1), S_OK);
+    EXPECT_EQ(buffer->bytesReceived(), SampleCallback::kCapacity - 1);
+    EXPECT_EQ(buffer->BufferCB(0.0, bytes.data(), 1), S_OK);
+    EXPECT_EQ(buffer->bytesReceived(), SampleCallback::kCapacity - 1);
+    EXPECT_TRUE(log().contains(L"BufferCB sees 1 bytes"));
 }
 
 sorvane::StreamHealth health(const TsStreamBuilder &stream, double durationMs)
@@ -366,11 +404,17 @@ TEST_F(TransportStreamTest, ChannelPlans)
     EXPECT_EQ(dtmb[25], 610000u);
     EXPECT_EQ(dtmb[56], 858000u);
 
-    EXPECT_EQ(sorvane::ATSCChannelPlan::frequencyKHz(2), 57000u);
-    EXPECT_EQ(sorvane::ATSCChannelPlan::frequencyKHz(6), 85000u);
-    EXPECT_EQ(sorvane::ATSCChannelPlan::frequencyKHz(7), 177000u);
-    EXPECT_EQ(sorvane::ATSCChannelPlan::frequencyKHz(14), 473000u);
-    EXPECT_EQ(sorvane::ATSCChannelPlan::frequencyKHz(69), 803000u);
+    // The US television channels, 6 MHz wide, by their lower band edges (47 CFR 73.603):
+    // 2 at 54 MHz, 5 at 76 MHz after the 72-76 MHz gap, 7 at 174 MHz, 14 at 470 MHz; the plan
+    // gives each channel's centre.
+    const struct {
+        int channel;
+        uint32_t lowerEdgeKHz;
+    } edges[] = {{2, 54000},   {3, 60000},   {4, 66000},   {5, 76000},   {6, 82000},   {7, 174000},
+                 {10, 192000}, {13, 210000}, {14, 470000}, {37, 608000}, {51, 692000}, {69, 800000}};
+    for (const auto &edge : edges)
+        EXPECT_EQ(sorvane::ATSCChannelPlan::frequencyKHz(edge.channel), edge.lowerEdgeKHz + 3000) << edge.channel;
+    EXPECT_EQ(sorvane::ATSCChannelPlan::frequencyKHz(1), 0u);
     EXPECT_EQ(sorvane::ATSCChannelPlan::frequencyKHz(70), 0u);
 }
 

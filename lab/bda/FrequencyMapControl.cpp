@@ -127,6 +127,10 @@ STDMETHODIMP FrequencyMapControl::get_DefaultFrequencyMapping(ULONG countryCode,
         m_device->record(entry + L" failed", E_INVALIDARG);
         return E_INVALIDARG;
     }
+    // A provider that knows only part of the country's plan, or none of it.
+    const long long limit = m_device->integer(L"fault.frequencies", -1);
+    if (limit >= 0 && static_cast<size_t>(limit) < table.size())
+        table.resize(static_cast<size_t>(limit));
     hr = handOut(table, count, list);
     if (SUCCEEDED(hr))
         m_device->record(entry + L" " + std::to_wstring(table.size()));
@@ -140,7 +144,11 @@ STDMETHODIMP FrequencyMapControl::get_CountryCodeList(ULONG *count, ULONG **list
     HRESULT hr = fault(L"get_CountryCodeList", L"CountryCodeList");
     if (FAILED(hr))
         return hr;
-    const std::vector<unsigned long> codes = DvbtFrequencyPlan::countryCodes();
+    std::vector<unsigned long> codes = DvbtFrequencyPlan::countryCodes();
+    // A provider may report a code more than once.
+    const std::vector<long long> reported = m_device->integers(L"country-codes");
+    if (!reported.empty())
+        codes.assign(reported.begin(), reported.end());
     hr = handOut(codes, count, list);
     if (SUCCEEDED(hr))
         m_device->record(L"CountryCodeList " + std::to_wstring(codes.size()));

@@ -63,7 +63,7 @@ BasePin *NetworkProvider::pin(int index)
 
 void *NetworkProvider::queryExtra(REFIID iid)
 {
-    if (IsEqualIID(iid, __uuidof(ITuner)))
+    if (IsEqualIID(iid, __uuidof(ITuner)) && !DeviceRegistry::device(kDeviceName)->flag(L"fault.ITuner"))
         return static_cast<ITuner *>(&m_tuner);
     // Only the DVB-T provider keeps frequency tables, and a provider without them can be asked for.
     if (IsEqualIID(iid, __uuidof(IFrequencyMap)) && m_kind == ProviderKind::Dvbt &&

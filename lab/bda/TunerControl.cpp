@@ -108,8 +108,13 @@ STDMETHODIMP TunerControl::get_TuneRequest(ITuneRequest **request)
 {
     if (!request)
         return E_POINTER;
-    std::lock_guard<std::mutex> guard(m_lock);
     *request = nullptr;
+    const HRESULT fault = m_device->hresult(L"fault.get_TuneRequest");
+    if (FAILED(fault)) {
+        m_device->record(L"get_TuneRequest failed", fault);
+        return fault;
+    }
+    std::lock_guard<std::mutex> guard(m_lock);
     return m_request ? m_request->Clone(request) : E_FAIL;
 }
 

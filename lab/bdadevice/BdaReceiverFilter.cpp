@@ -36,8 +36,9 @@ BasePin *BdaReceiverFilter::pin(int index)
     return index == 1 ? &m_output : nullptr;
 }
 
-HRESULT BdaReceiverFilter::configure(const std::shared_ptr<DeviceState> &)
+HRESULT BdaReceiverFilter::configure(const std::shared_ptr<DeviceState> &device)
 {
+    m_input.useDevice(device);
     return S_OK;
 }
 

@@ -69,8 +69,9 @@ void *BdaTunerFilter::queryExtra(REFIID iid)
     return DeviceFilter::queryExtra(iid);
 }
 
-HRESULT BdaTunerFilter::configure(const std::shared_ptr<DeviceState> &)
+HRESULT BdaTunerFilter::configure(const std::shared_ptr<DeviceState> &device)
 {
+    m_antenna.useDevice(device);
     return S_OK;
 }
 

@@ -12,8 +12,19 @@ LinkInputPin::LinkInputPin(BaseFilter &filter, const std::wstring &name, const G
 {
 }
 
+void LinkInputPin::useDevice(const std::shared_ptr<DeviceState> &device)
+{
+    std::lock_guard<std::recursive_mutex> guard(m_filter.lock());
+    m_device = device;
+}
+
 HRESULT LinkInputPin::checkMediaType(const AM_MEDIA_TYPE &type)
 {
+    {
+        std::lock_guard<std::recursive_mutex> guard(m_filter.lock());
+        if (m_device && m_device->flag(L"fault.connect"))
+            return S_FALSE;
+    }
     if (!IsEqualGUID(type.majortype, m_majorType))
         return S_FALSE;
     if (m_subTypes.empty())

@@ -4,8 +4,10 @@
 // listed subtypes (none listed: any) and drops whatever it is sent.
 #pragma once
 
+#include <memory>
 #include <vector>
 
+#include "common/DeviceState.h"
 #include "common/InputPin.h"
 
 namespace lab {
@@ -19,6 +21,8 @@ public:
 
     // The filter upstream of the connection, or null.
     CComPtr<IBaseFilter> upstreamFilter();
+    // The device whose fault.connect makes this input take no connection.
+    void useDevice(const std::shared_ptr<DeviceState> &device);
 
 protected:
     HRESULT receive(IMediaSample *) override { return S_OK; }
@@ -26,6 +30,7 @@ protected:
 private:
     const GUID m_majorType;
     const std::vector<GUID> m_subTypes;
+    std::shared_ptr<DeviceState> m_device;
 };
 
 } // namespace lab

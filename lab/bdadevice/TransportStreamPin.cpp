@@ -1,5 +1,6 @@
 #include "bdadevice/TransportStreamPin.h"
 
+#include <atomic>
 #include <cstring>
 #include <uuids.h>
 
@@ -15,6 +16,15 @@ namespace {
 const long kDefaultBitRate = 19392658;
 const long kDefaultPacketsPerSample = 312;
 const long kMaxPacketsPerSample = 4096;
+
+std::atomic<long long> s_periodsBegun{0};
+std::atomic<long> s_streamsRunning{0};
+
+// Counts a stream as running for the life of its streaming loop.
+struct RunningStream {
+    RunningStream() { ++s_streamsRunning; }
+    ~RunningStream() { --s_streamsRunning; }
+};
 
 MediaType transportType(const GUID &subType)
 {
@@ -51,6 +61,8 @@ std::vector<MediaType> TransportStreamPin::mediaTypes()
 
 HRESULT TransportStreamPin::checkMediaType(const AM_MEDIA_TYPE &type)
 {
+    if (m_feed.streamDevice()->flag(L"fault.output"))
+        return S_FALSE;
     return bda::acceptsTransportStream(type);
 }
 
@@ -64,6 +76,16 @@ TransportStreamPin::Rate TransportStreamPin::rateOf(const DeviceState &device)
     if (rate.packetsPerSample < 1 || rate.packetsPerSample > kMaxPacketsPerSample)
         rate.packetsPerSample = kDefaultPacketsPerSample;
     return rate;
+}
+
+long long TransportStreamPin::periodsBegun()
+{
+    return s_periodsBegun.load();
+}
+
+long TransportStreamPin::streamsRunning()
+{
+    return s_streamsRunning.load();
 }
 
 long TransportStreamPin::bufferSize()
@@ -85,7 +107,10 @@ void TransportStreamPin::stream(HANDLE stopEvent)
     bool discontinuity = true;
     long long delivered = 0;
     std::vector<unsigned char> bytes;
+    const RunningStream running;
     for (unsigned long sample = 0; pace.waitFor(sample, stopEvent); ++sample) {
+        // A period begins when the one before has delivered all it had.
+        ++s_periodsBegun;
         if (!delivering() || !source)
             continue;
         TunedSignal signal;

@@ -28,6 +28,11 @@ public:
     std::vector<MediaType> mediaTypes() override;
     HRESULT checkMediaType(const AM_MEDIA_TYPE &type) override;
 
+    // Sample periods begun by every transport stream of the process, and how many streams run:
+    // a test on a manual clock waits for periods to pass instead of for real time.
+    static long long periodsBegun();
+    static long streamsRunning();
+
 protected:
     long bufferSize() override;
     bool canStream() override { return isConnected() && m_feed.streams(); }

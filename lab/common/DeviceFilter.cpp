@@ -36,6 +36,27 @@ STDMETHODIMP DeviceFilter::Load(IPropertyBag *bag, IErrorLog *)
     return useDevice(device);
 }
 
+STDMETHODIMP DeviceFilter::JoinFilterGraph(IFilterGraph *graph, LPCWSTR name)
+{
+    std::shared_ptr<DeviceState> device;
+    {
+        std::lock_guard<std::recursive_mutex> guard(lock());
+        device = m_device;
+        if (!graph && m_leaveRefused)
+            device.reset();
+        else if (!graph)
+            m_leaveRefused = FAILED(device->hresult(L"fault.leave"));
+    }
+    if (device) {
+        const HRESULT refused = device->hresult(graph ? L"fault.join" : L"fault.leave");
+        if (FAILED(refused)) {
+            device->record(graph ? L"Join failed" : L"Leave failed", refused);
+            return refused;
+        }
+    }
+    return BaseFilter::JoinFilterGraph(graph, name);
+}
+
 STDMETHODIMP DeviceFilter::Save(IPropertyBag *, BOOL, BOOL)
 {
     return E_NOTIMPL;

@@ -26,6 +26,9 @@ public:
     STDMETHODIMP_(ULONG) AddRef() override { return BaseFilter::AddRef(); }
     STDMETHODIMP_(ULONG) Release() override { return BaseFilter::Release(); }
     STDMETHODIMP GetClassID(CLSID *clsid) override { return BaseFilter::GetClassID(clsid); }
+    // fault.join refuses every graph (its AddFilter fails); fault.leave refuses the first
+    // removal only, so that the graph can still let go of the filter when it is released.
+    STDMETHODIMP JoinFilterGraph(IFilterGraph *graph, LPCWSTR name) override;
 
     // IPersistPropertyBag
     STDMETHODIMP InitNew() override;
@@ -47,6 +50,7 @@ protected:
 
 private:
     std::shared_ptr<DeviceState> m_device;
+    bool m_leaveRefused = false;
 };
 
 } // namespace lab

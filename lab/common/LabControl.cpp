@@ -4,6 +4,7 @@
 #include <cwchar>
 
 #include "common/DeviceRegistry.h"
+#include "bdadevice/TransportStreamPin.h"
 #include "common/LabModule.h"
 
 namespace {
@@ -62,6 +63,16 @@ LAB_API void WINAPI LabClearJournal(const wchar_t *device)
 LAB_API long long WINAPI LabSamplesDelivered(const wchar_t *device)
 {
     return device ? lab::DeviceRegistry::device(device)->delivered() : 0;
+}
+
+LAB_API long long WINAPI LabTransportPeriods()
+{
+    return lab::TransportStreamPin::periodsBegun();
+}
+
+LAB_API long WINAPI LabTransportStreams()
+{
+    return lab::TransportStreamPin::streamsRunning();
 }
 
 LAB_API long WINAPI LabLiveObjects()

@@ -3,6 +3,7 @@
 #include <uuids.h>
 
 #include "bdadevice/TransportStreamType.h"
+#include "common/DeviceRegistry.h"
 #include "demux/Mpeg2Demultiplexer.h"
 
 namespace lab {
@@ -11,6 +12,8 @@ DemuxInputPin::DemuxInputPin(Mpeg2Demultiplexer &demux) : InputPin(demux, L"MPEG
 
 HRESULT DemuxInputPin::checkMediaType(const AM_MEDIA_TYPE &type)
 {
+    if (DeviceRegistry::device(Mpeg2Demultiplexer::kDeviceName)->flag(L"fault.connect"))
+        return S_FALSE;
     return bda::acceptsTransportStream(type);
 }
 

@@ -5,6 +5,7 @@
 #include <uuids.h>
 
 #include "common/ClassRegistry.h"
+#include "bda/TuningSpaceCatalog.h"
 #include "common/DeviceRegistry.h"
 
 namespace lab {
@@ -38,17 +39,25 @@ Mpeg2Demultiplexer::Mpeg2Demultiplexer()
 
 STDMETHODIMP Mpeg2Demultiplexer::EnumPins(IEnumPins **pins)
 {
-    const HRESULT fault = m_device->hresult(L"fault.EnumPins");
+    HRESULT fault = m_device->hresult(L"fault.EnumPins");
+    if (SUCCEEDED(fault) && dvbSystemTypePut())
+        fault = m_device->hresult(L"fault.EnumPins.afterSystemType");
     if (FAILED(fault)) {
-        std::lock_guard<std::recursive_mutex> guard(lock());
-        if (m_enumerations++ >= m_device->integer(L"fault.EnumPins.skip", 0)) {
-            if (pins)
-                *pins = nullptr;
-            m_device->record(L"EnumPins failed", fault);
-            return fault;
-        }
+        if (pins)
+            *pins = nullptr;
+        m_device->record(L"EnumPins failed", fault);
+        return fault;
     }
     return BaseFilter::EnumPins(pins);
+}
+
+bool Mpeg2Demultiplexer::dvbSystemTypePut()
+{
+    for (const std::wstring &entry : DeviceRegistry::device(TuningSpaceCatalog::kDeviceName)->journal()) {
+        if (entry.compare(0, 11, L"SystemType ") == 0)
+            return true;
+    }
+    return false;
 }
 
 MediaType Mpeg2Demultiplexer::videoType(bool unrenderable)

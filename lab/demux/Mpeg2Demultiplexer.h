@@ -8,8 +8,12 @@
 // The video and audio pins carry the first clear program of the stream's tables (see
 // TransportStreamDemux); no PID mapping interface is offered. Samples carry no time stamps.
 // Faults (overrides under the name "MPEG-2 Demultiplexer", read when the filter is created):
-//   fault.EnumPins = HRESULT      EnumPins fails with it, after fault.EnumPins.skip calls
-//                                 (default 0) succeeded
+//   fault.EnumPins = HRESULT      EnumPins fails with it
+//   fault.EnumPins.afterSystemType = HRESULT
+//                                 EnumPins fails with it once a DVB tuning space's system type
+//                                 was put (journal of "System Tuning Spaces"): the DVB-T tuner's
+//                                 pass over the rendered demultiplexer's pins, which follows it
+//   fault.connect = yes           the input pin takes no connection
 //   fault.video = yes             the video pin offers a subtype no decoder or renderer takes
 #pragma once
 
@@ -46,6 +50,8 @@ protected:
     HRESULT onPause(bool fromStopped) override;
 
 private:
+    // A DVB tuning space's system type was put since the tuning spaces' journal was cleared.
+    static bool dvbSystemTypePut();
     static MediaType videoType(bool unrenderable);
     static MediaType audioType();
     static MediaType sectionsType();
@@ -59,7 +65,6 @@ private:
     TransportStreamDemux m_demux;
     bool m_discontinuity = true;
     std::shared_ptr<DeviceState> m_device;
-    long long m_enumerations = 0; // guarded by lock()
 };
 
 } // namespace lab

@@ -20,8 +20,6 @@ public:
         return std::vector<uint32_t>(recorded.begin(), recorded.end());
     }
     void advance(uint64_t ms) { kel::Clock::advanceMilliseconds(ms); }
-    // Each sleep also waits this share of its length in real time, for devices that stream.
-    void realShare(uint32_t percent) { kel::Clock::setManualRealShare(percent); }
 };
 
 } // namespace test

@@ -42,7 +42,8 @@ bool ScopedMonikers::add(const Moniker &moniker)
         return false;
     m_added.push_back(moniker.name);
     bool written = setText(key, L"FriendlyName", moniker.name);
-    written = setText(key, L"CLSID", moniker.clsid.empty() ? kUnregisteredClass : moniker.clsid) && written;
+    if (moniker.clsid != kNoClass)
+        written = setText(key, L"CLSID", moniker.clsid.empty() ? kUnregisteredClass : moniker.clsid) && written;
     if (!moniker.devicePath.empty())
         written = setText(key, L"DevicePath", moniker.devicePath) && written;
     if (!moniker.description.empty())

@@ -14,10 +14,12 @@ namespace test {
 
 class ScopedMonikers {
 public:
+    static constexpr const wchar_t *kNoClass = L"-";
+
     struct Moniker {
         std::wstring name;        // the instance key's name and "FriendlyName"
         std::wstring devicePath;  // "DevicePath"; none when empty
-        std::wstring clsid;       // "CLSID"; a class nobody registered when empty
+        std::wstring clsid;       // "CLSID"; a class nobody registered when empty, none when kNoClass
         std::wstring description; // "Description"; none when empty
     };
 

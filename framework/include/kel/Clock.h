@@ -23,6 +23,11 @@ public:
     // (0, the default, returns at once), so that threads fed in real time (a device's
     // stream) deliver while the clock jumps. Reset when the manual clock is switched.
     static void setManualRealShare(uint32_t percent);
+    // On the manual clock, called on the sleeping thread after each sleep was recorded, with
+    // its length: a test waits there for what the sleep is meant to let happen (a device's
+    // stream arriving) rather than for a share of real time. Reset when the clock is switched.
+    typedef void (*SleepObserver)(uint32_t milliseconds, void *context);
+    static void setManualSleepObserver(SleepObserver observer, void *context);
 };
 
 } // namespace kel

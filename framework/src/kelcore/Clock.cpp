@@ -12,6 +12,8 @@ struct ClockState {
     bool manual = false;
     uint64_t manualMicros = 0;
     uint32_t realSharePercent = 0;
+    Clock::SleepObserver observer = nullptr;
+    void *observerContext = nullptr;
     Array<uint32_t> sleeps;
 };
 
@@ -52,6 +54,8 @@ void Clock::useManualClock(bool manual)
         s.manualMicros = realMicroseconds();
     s.manual = manual;
     s.realSharePercent = 0;
+    s.observer = nullptr;
+    s.observerContext = nullptr;
     s.sleeps.clear();
 }
 
@@ -90,11 +94,19 @@ void Clock::setManualRealShare(uint32_t percent)
     s.realSharePercent = percent;
 }
 
+void Clock::setManualSleepObserver(SleepObserver observer, void *context)
+{
+    ClockState &s = state();
+    mutex::scoped_lock guard(s.lock);
+    s.observer = observer;
+    s.observerContext = context;
+}
+
 namespace detail {
 
 // Called by System::mssleep: true when the manual clock took the sleep; realMs is the part
-// of it to wait in real time.
-bool sleepOnManualClock(uint32_t milliseconds, uint32_t &realMs)
+// of it to wait in real time, and the observer (if any) is to be called outside the lock.
+bool sleepOnManualClock(uint32_t milliseconds, uint32_t &realMs, Clock::SleepObserver &observer, void *&context)
 {
     ClockState &s = state();
     mutex::scoped_lock guard(s.lock);
@@ -103,6 +115,8 @@ bool sleepOnManualClock(uint32_t milliseconds, uint32_t &realMs)
     s.sleeps.add(milliseconds);
     s.manualMicros += static_cast<uint64_t>(milliseconds) * 1000;
     realMs = static_cast<uint32_t>(static_cast<uint64_t>(milliseconds) * s.realSharePercent / 100);
+    observer = s.observer;
+    context = s.observerContext;
     return true;
 }
 

@@ -77,6 +77,10 @@ LAB_API void WINAPI LabClearJournal(const wchar_t *device);
 // Samples delivered by the device since its journal was last cleared.
 LAB_API long long WINAPI LabSamplesDelivered(const wchar_t *device);
 
+// Sample periods begun by all transport streams of the process, and how many streams run.
+LAB_API long long WINAPI LabTransportPeriods();
+LAB_API long WINAPI LabTransportStreams();
+
 // Lab COM objects alive in the process (filters with their pins, enumerators, samples ...).
 LAB_API long WINAPI LabLiveObjects();
 // Lab streaming threads still running.

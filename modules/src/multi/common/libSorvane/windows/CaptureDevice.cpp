@@ -369,8 +369,9 @@ kel::String CaptureDevice::toString() const
             text += L", ";
         text += values[i];
     }
-    text += L", Monikers: " + kel::String::fromInt(m_monikers.size());
-    text += L", Setup API Devices: " + kel::String::fromInt(m_setupApiDevices.size());
+    const kel::String deeper(kDeeperIndent);
+    text += L", Monikers:\n" + recordsText(m_monikers, deeper);
+    text += L"\nSetup API Devices:\n" + recordsText(m_setupApiDevices, deeper);
     return text;
 }
 

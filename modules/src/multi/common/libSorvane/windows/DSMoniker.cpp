@@ -154,7 +154,10 @@ void DSMoniker::enumerateMonikersOfType(const CaptureStreamType &streamType, ICr
     MONIKER_LOG(127, "Enumerating " << streamType.name() << " Monikers");
     MONIKER_LOG(129, "ICreateDevEnum::CreateClassEnumerator " << streamType.name());
     CComPtr<IEnumMoniker> enumerator;
-    const HRESULT hr = deviceEnumerator->CreateClassEnumerator(streamType.classId(), &enumerator, 0);
+    // A placeholder names no category: asked for the null one, the enumerator finds nothing,
+    // and only create() insists on a real type.
+    const GUID category = streamType.isPlaceHolder() ? GUID_NULL : streamType.classId();
+    const HRESULT hr = deviceEnumerator->CreateClassEnumerator(category, &enumerator, 0);
     if (FAILED(hr)) {
         SORVANE_LOG_NUMBERED(kel::LOG_ERROR, 133, "Creating video input device iterator failed: " << hrText(hr));
         return;

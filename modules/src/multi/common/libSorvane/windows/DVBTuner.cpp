@@ -215,7 +215,8 @@ void DVBTuner::setupCountry()
     for (ULONG i = 0; frequencies && i < count; ++i)
         list.add(static_cast<uint32_t>(frequencies.get()[i]));
     const int loaded = m_guideStore.loadGuideData(country, list);
-    const uint32_t last = loaded > 1 ? static_cast<uint32_t>(loaded - 1) : 1;
+    // A map of one channel or none leaves the range 1 to 0: nothing to scan.
+    const uint32_t last = loaded > 0 ? static_cast<uint32_t>(loaded - 1) : 0;
     setChannelRange(1, last);
     SORVANE_LOG_DETAIL("Set DVB-T Channel Range: 1-" << last);
 }
@@ -382,14 +383,17 @@ bool DVBTuner::checkCurrentChannel()
     return checkChannel(static_cast<int>(m_currentChannel), 0, 0);
 }
 
+// The range is the country's (or the DTMB plan's); a channel parameter that is set narrows it
+// and is checked against it, one that is not leaves that end where the plan puts it.
 void DVBTuner::initializeChannelIteration()
 {
-    if (g_digitalStartChannel->isset() || g_digitalEndChannel->isset()) {
-        DigitalTuner::initializeChannelIteration();
-        return;
-    }
-    m_startChannel = m_minChannel;
-    m_endChannel = m_maxChannel;
+    SORVANE_TRACE();
+    const bool startSet = g_digitalStartChannel->isset();
+    const bool endSet = g_digitalEndChannel->isset();
+    m_startChannel = startSet ? channelFrom(g_digitalStartChannel) : m_minChannel;
+    m_endChannel = endSet ? channelFrom(g_digitalEndChannel) : m_maxChannel;
+    if ((startSet || endSet) && m_endChannel < m_startChannel)
+        THROW_ERROR(TestResult::BADPARAMS(), 0, nullptr);
     m_currentChannel = m_startChannel;
     SORVANE_LOG_DETAIL("channels " << m_startChannel << " to " << m_endChannel);
 }

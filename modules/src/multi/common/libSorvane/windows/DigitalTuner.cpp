@@ -212,12 +212,14 @@ bool DigitalTuner::loadFilter(const GUID &category, CComPtr<IBaseFilter> &out, C
             hr = moniker->BindToObject(nullptr, nullptr, IID_PPV_ARGS(&filter));
             if (FAILED(hr)) {
                 SORVANE_LOG_ERROR("IMoniker::BindToObject failed: " << hrText(hr));
-            } else if (addAndConnect(filter, friendlyName, connectTo, isUpstream)) {
+            } else if (addAndConnect(filter, friendlyName, connectTo, isUpstream, failed)) {
                 out = filter;
                 SORVANE_LOG_DETAIL("Found filter"
                                    << "\ngraph:\n"
                                    << graphText());
                 return true;
+            } else if (failed) {
+                return false;
             }
         }
         moniker.Release();
@@ -265,11 +267,12 @@ bool DigitalTuner::monikerMatches(IMoniker *moniker, bool matchDevice, bool cons
 }
 
 bool DigitalTuner::addAndConnect(CComPtr<IBaseFilter> filter, const kel::String &name, CComPtr<IBaseFilter> connectTo,
-                                 bool isUpstream)
+                                 bool isUpstream, bool &failed)
 {
     HRESULT hr = m_graphManager->AddFilter(filter, name.c_str());
     if (FAILED(hr)) {
         SORVANE_LOG_ERROR("addFilter failed: " << hrText(hr));
+        failed = true;
         return false;
     }
     SORVANE_LOG_DETAIL("loadFilter adds " << name << "\ngraph:\n" << graphText());
@@ -283,8 +286,10 @@ bool DigitalTuner::addAndConnect(CComPtr<IBaseFilter> filter, const kel::String 
     if (connected)
         return true;
     hr = m_graphManager->RemoveFilter(filter);
-    if (FAILED(hr))
+    if (FAILED(hr)) {
         SORVANE_LOG_ERROR("IGraphBuilder::RemoveFilter(filter) failed: " << hrText(hr));
+        failed = true;
+    }
     return false;
 }
 
@@ -470,14 +475,15 @@ bool DigitalTuner::topologySignal(IBDA_Topology *topology)
         SORVANE_LOG_ERROR("getSignalStrength::Cannot get node types: " << hrText(hr));
         return false;
     }
-    for (ULONG i = 0; i < count && i < kMaxNodes; ++i) {
-        if (nodeSignal(topology, nodeTypes[i]))
+    bool failed = false;
+    for (ULONG i = 0; i < count && i < kMaxNodes && !failed; ++i) {
+        if (nodeSignal(topology, nodeTypes[i], failed))
             return true;
     }
     return false;
 }
 
-bool DigitalTuner::nodeSignal(IBDA_Topology *topology, ULONG nodeType)
+bool DigitalTuner::nodeSignal(IBDA_Topology *topology, ULONG nodeType, bool &failed)
 {
     SORVANE_LOG_DETAIL("Getting node ifaces");
     GUID interfaces[kMaxNodes] = {};
@@ -506,18 +512,21 @@ bool DigitalTuner::nodeSignal(IBDA_Topology *topology, ULONG nodeType)
         HRESULT hr = statistics->get_SignalQuality(&quality);
         if (FAILED(hr)) {
             SORVANE_LOG_ERROR("Topo sig qual failed: " << hrText(hr));
+            failed = true;
             return false;
         }
         SORVANE_LOG_DETAIL("Topo sig qual: " << static_cast<long>(quality));
         hr = statistics->get_SignalLocked(&locked);
         if (FAILED(hr)) {
             SORVANE_LOG_ERROR("Topo sig lock failed: " << hrText(hr));
+            failed = true;
             return false;
         }
         SORVANE_LOG_DETAIL("Topo sig lock: " << static_cast<int>(locked));
         hr = statistics->get_SignalPresent(&present);
         if (FAILED(hr)) {
             SORVANE_LOG_ERROR("Topo sig present failed: " << hrText(hr));
+            failed = true;
             return false;
         }
         SORVANE_LOG_DETAIL("Topo sig present: " << static_cast<int>(present));

@@ -57,10 +57,12 @@ private:
     // One moniker of the category: its filter when it is the framework's device.
     bool monikerMatches(IMoniker *moniker, bool matchDevice, bool considerFriendlyName, const kel::String &wantedName,
                         kel::String &friendlyName, bool &failed);
+    // `failed` ends the moniker search: the graph refused the filter or would not give it back.
     bool addAndConnect(CComPtr<IBaseFilter> filter, const kel::String &name, CComPtr<IBaseFilter> connectTo,
-                       bool isUpstream);
+                       bool isUpstream, bool &failed);
     bool topologySignal(IBDA_Topology *topology);
-    bool nodeSignal(IBDA_Topology *topology, ULONG nodeType);
+    // `failed` ends the topology search: a node's quality, lock or presence could not be read.
+    bool nodeSignal(IBDA_Topology *topology, ULONG nodeType, bool &failed);
     bool connectPins(IPin *upstreamPin, IBaseFilter *downstream);
     kel::String graphText() const;
 };

@@ -3,7 +3,7 @@
 #include "HexDump.h"
 #include "TsQualityScan.h"
 
-SORVANE_LOG_CATEGORY(SORVANE_UTIL_CATEGORY)
+SORVANE_LOG_CATEGORY(SORVANE_CAPTURE_CATEGORY)
 
 namespace sorvane {
 

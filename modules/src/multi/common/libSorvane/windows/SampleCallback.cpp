@@ -24,11 +24,16 @@ SampleCallback::~SampleCallback()
     SORVANE_LOG_DETAIL("~SampleCallback");
 }
 
-STDMETHODIMP SampleCallback::QueryInterface(REFIID, void **object)
+STDMETHODIMP SampleCallback::QueryInterface(REFIID iid, void **object)
 {
     if (!object)
         return E_POINTER;
+    if (iid != __uuidof(IUnknown) && iid != __uuidof(ISampleGrabberCB)) {
+        *object = nullptr;
+        return E_NOINTERFACE;
+    }
     *object = static_cast<ISampleGrabberCB *>(this);
+    AddRef();
     return S_OK;
 }
 

@@ -22,8 +22,7 @@ public:
     // Made on the heap with a reference count of 0; Release of the last reference deletes it.
     SampleCallback();
 
-    // Answers every interface with itself and takes no reference: the grabber is its only
-    // client and never asks for anything else.
+    // IUnknown and ISampleGrabberCB, each with a reference taken; nothing else.
     STDMETHODIMP QueryInterface(REFIID iid, void **object) override;
     STDMETHODIMP_(ULONG) AddRef() override;
     STDMETHODIMP_(ULONG) Release() override;

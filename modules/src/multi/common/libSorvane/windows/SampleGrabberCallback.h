@@ -20,8 +20,7 @@ public:
 
     SampleGrabberCallback(uint64_t captureDelay, uint64_t wantedFrames);
 
-    // Answers every interface with itself and takes no reference: the grabber is its only
-    // client and never asks for anything else.
+    // IUnknown and ISampleGrabberCB, each with a reference taken; nothing else.
     STDMETHODIMP QueryInterface(REFIID iid, void **object) override;
     STDMETHODIMP_(ULONG) AddRef() override;
     STDMETHODIMP_(ULONG) Release() override;

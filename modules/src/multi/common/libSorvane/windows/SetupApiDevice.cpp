@@ -277,21 +277,19 @@ bool SetupApiDevice::getSetupApiProperty(HDEVINFO deviceInfoSet, SP_DEVINFO_DATA
                                          const kel::String &keyName, kel::String &out)
 {
     DWORD required = 0;
-    if (SetupDiGetDeviceRegistryPropertyW(deviceInfoSet, &deviceInfoData, property, nullptr, nullptr, 0, &required) ||
-        GetLastError() != ERROR_INSUFFICIENT_BUFFER) {
-        // Success without a buffer would mean an empty value; both it and a failure give no text.
-        out = kel::String();
-        return false;
+    out = kel::String();
+    // A property that fits in no buffer at all is an empty value, and read.
+    if (!SetupDiGetDeviceRegistryPropertyW(deviceInfoSet, &deviceInfoData, property, nullptr, nullptr, 0, &required)) {
+        if (GetLastError() != ERROR_INSUFFICIENT_BUFFER)
+            return false;
+        // Two more zero bytes keep the text terminated whatever the registry holds.
+        LocalMemory buffer(required + sizeof(wchar_t));
+        if (!buffer.size() || !SetupDiGetDeviceRegistryPropertyW(deviceInfoSet, &deviceInfoData, property, nullptr,
+                                                                 buffer.as<BYTE>(), required, nullptr))
+            return false;
+        // A multi-string gives its first string.
+        out = kel::String(buffer.as<wchar_t>());
     }
-    // Two more zero bytes keep the text terminated whatever the registry holds.
-    LocalMemory buffer(required + sizeof(wchar_t));
-    if (!buffer.size() || !SetupDiGetDeviceRegistryPropertyW(deviceInfoSet, &deviceInfoData, property, nullptr,
-                                                             buffer.as<BYTE>(), required, nullptr)) {
-        out = kel::String();
-        return false;
-    }
-    // A multi-string gives its first string.
-    out = kel::String(buffer.as<wchar_t>());
     SETUPAPI_LOG(406, "SetupApiProperty: " << keyName << ": " << out);
     return true;
 }

@@ -49,9 +49,10 @@ protected:
     ruvo::Parameter *m_startChannelParam;
     ruvo::Parameter *m_endChannelParam;
 
-private:
     // The channel number a parameter names, checked against the tuner's limits.
     uint32_t channelFrom(ruvo::Parameter *parameter) const;
+
+private:
     void runOneAttempt();
     // Asks the user to check the cable before the second attempt; false means abort.
     bool userWantsRetry();
