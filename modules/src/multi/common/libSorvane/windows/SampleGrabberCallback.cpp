@@ -22,16 +22,11 @@ SampleGrabberCallback::~SampleGrabberCallback()
     SORVANE_LOG_DETAIL("~SampleGrabberCallback");
 }
 
-STDMETHODIMP SampleGrabberCallback::QueryInterface(REFIID iid, void **object)
+STDMETHODIMP SampleGrabberCallback::QueryInterface(REFIID, void **object)
 {
     if (!object)
         return E_POINTER;
-    if (iid != __uuidof(IUnknown) && iid != __uuidof(ISampleGrabberCB)) {
-        *object = nullptr;
-        return E_NOINTERFACE;
-    }
     *object = static_cast<ISampleGrabberCB *>(this);
-    AddRef();
     return S_OK;
 }
 

@@ -20,7 +20,8 @@ public:
 
     SampleGrabberCallback(uint64_t captureDelay, uint64_t wantedFrames);
 
-    // IUnknown and ISampleGrabberCB, each with a reference taken; nothing else.
+    // Answers every interface with itself and takes no reference: the grabber is its only
+    // client and never asks for anything else.
     STDMETHODIMP QueryInterface(REFIID iid, void **object) override;
     STDMETHODIMP_(ULONG) AddRef() override;
     STDMETHODIMP_(ULONG) Release() override;
