@@ -16,6 +16,8 @@ namespace {
 
 std::mutex g_lock;
 std::vector<std::wstring> g_lines;
+std::vector<std::wstring> g_activities;
+std::wstring g_activity;
 
 // "408 IMediaControl::Run() failed: ...\ngraph: ..." as "IMediaControl::Run() failed: ...".
 std::wstring firstLineWithoutNumber(const std::wstring &message)
@@ -47,8 +49,11 @@ struct NotableDetail {
     const wchar_t *part;
     bool once;
 };
-const NotableDetail kNotableDetails[] = {
-    {L" second timeout hit", false}, {L"Unable to capture ", false}, {L"GetActualDataLength returned <= 0.", true}};
+const NotableDetail kNotableDetails[] = {{L" second timeout hit", false},
+                                         {L"Unable to capture ", false},
+                                         {L"GetActualDataLength returned <= 0.", true},
+                                         {L"No packets, no transport stream on this channel", false},
+                                         {L"no clear programs found", false}};
 
 bool isNotableDetail(const std::wstring &line)
 {
@@ -72,8 +77,10 @@ bool isNotableDetail(const std::wstring &line)
 void keep(const kel::String &, int priority, const kel::String &message)
 {
     std::lock_guard<std::mutex> hold(g_lock);
-    if (priority >= kel::LOG_ERROR || isNotableDetail(message.wstr()))
+    if (priority >= kel::LOG_ERROR || isNotableDetail(message.wstr())) {
         g_lines.push_back(firstLineWithoutNumber(message.wstr()));
+        g_activities.push_back(g_activity);
+    }
 }
 
 } // namespace
@@ -100,6 +107,20 @@ std::vector<std::wstring> LibraryErrors::since(size_t first)
     if (first >= g_lines.size())
         return std::vector<std::wstring>();
     return std::vector<std::wstring>(g_lines.begin() + static_cast<std::ptrdiff_t>(first), g_lines.end());
+}
+
+std::vector<std::wstring> LibraryErrors::activitiesSince(size_t first)
+{
+    std::lock_guard<std::mutex> hold(g_lock);
+    if (first >= g_activities.size())
+        return std::vector<std::wstring>();
+    return std::vector<std::wstring>(g_activities.begin() + static_cast<std::ptrdiff_t>(first), g_activities.end());
+}
+
+void LibraryErrors::setActivity(const std::wstring &text)
+{
+    std::lock_guard<std::mutex> hold(g_lock);
+    g_activity = text;
 }
 
 } // namespace diag
