@@ -190,11 +190,22 @@ bool DigitalScanCommand::chooseTuner(CommandContext &context, ruvo::DiagDevice &
     if (!context.options().device.empty())
         return context.chooseDevice(fitting(), kind(), device);
     const CaptureClasses::DigitalKind wanted = m_kind;
-    if (context.chooseDevice([wanted](const ruvo::DiagDevice &candidate) { return isOfKind(wanted, candidate); },
-                             kind(), L" by its name", device))
+    // DVB-T itself before its Chinese variant: a person asking for `dvbt` means DVB-T first.
+    bool dvbtAlone = false;
+    for (const ruvo::DiagDevice &candidate : context.devices())
+        dvbtAlone = dvbtAlone || (isOfKind(wanted, candidate) && !isDTMB(candidate));
+    const auto fits = [wanted, dvbtAlone](const ruvo::DiagDevice &candidate) {
+        return isOfKind(wanted, candidate) && !(dvbtAlone && isDTMB(candidate));
+    };
+    if (context.chooseDevice(fits, kind(), L" by its name", device))
         return true;
     sayNoneOfKind(context);
     return false;
+}
+
+bool DigitalScanCommand::isDTMB(const ruvo::DiagDevice &device)
+{
+    return mentions(device.name().toLower().wstr(), {L"dtmb", L"dmb-th", L"dmbth"});
 }
 
 void DigitalScanCommand::sayNoneOfKind(CommandContext &context) const
@@ -236,8 +247,8 @@ ruvo::TestResult DigitalScanCommand::prepare(CommandContext &context, const ruvo
         return ruvo::TestResult::BADPARAMS();
     }
     // A DTMB tuner has its own channels; the library asks for no country then.
-    const bool dtmb = mentions(device.name().toLower().wstr(), {L"dtmb", L"dmb-th", L"dmbth"});
-    if (dtmb || !CountryParameter::leftToLibrary() || !context.options().interactive || VisibleDesktop::present())
+    if (isDTMB(device) || !CountryParameter::leftToLibrary() || !context.options().interactive ||
+        VisibleDesktop::present())
         return ruvo::TestResult::PASS();
     return CountryParameter::askAtTerminal(context);
 }

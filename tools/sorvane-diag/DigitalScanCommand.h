@@ -24,6 +24,8 @@ public:
     // DTMB tuner for DVBT, an OpenCable receiver for OCUR, an ATSC tuner for ATSC, a cable
     // (QAM) tuner for CLEARQAM).
     static bool isOfKind(CaptureClasses::DigitalKind kind, const ruvo::DiagDevice &device);
+    // The name says DTMB (DMB-TH): the library scans that device on the DTMB plan.
+    static bool isDTMB(const ruvo::DiagDevice &device);
 
 protected:
     ruvo::DeviceCapability fitting() const override { return ruvo::DeviceCapability::DigitalTVTuner(); }
