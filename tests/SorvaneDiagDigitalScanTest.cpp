@@ -28,7 +28,7 @@ struct HostRun {
 };
 
 HostRun host(const ScratchFolder &folder, const std::wstring &name, std::vector<std::wstring> arguments,
-         const std::string &input = std::string())
+             const std::string &input = std::string())
 {
     arguments.push_back(L"--json");
     arguments.push_back(folder.file(name + L".json"));
@@ -67,7 +67,8 @@ TEST(SorvaneDiagDigitalScanTest, EachCommandTakesATunerOfItsOwnKind)
     const Case cases[] = {
         {L"atsc", 8, 8, {}, "Lab ATSC QAM Tuner", "(the first ATSC tuner by its name"},
         {L"clearqam", 2, 2, {}, "Lab ATSC QAM Tuner", "(the first Clear QAM tuner by its name"},
-        {L"dvbt", 9, 9, {L"--set", L"Country=DE"}, "Lab DVB-T Tuner", "(the first DVB-T or DTMB tuner by its name"},
+        // A DVB-T tuner is preferred to the DTMB tuner listed before it; the stick comes first.
+        {L"dvbt", 9, 9, {L"--set", L"Country=DE"}, "Lab DVB-T Stick", "(the first DVB-T or DTMB tuner by its name"},
         {L"ocur", 2, 2, {}, "Lab OpenCable Tuner", "(the first OpenCable receiver by its name"},
     };
     for (const Case &c : cases) {
@@ -185,7 +186,8 @@ TEST(SorvaneDiagDigitalScanTest, TheCountryIsFilledInCheckedAndExplained)
     EXPECT_TRUE(contains(name.outcome.out, "--set Country=DE")) << name.outcome.out;
     EXPECT_FALSE(contains(name.outcome.out, "0x80070057")) << name.outcome.out;
 
-    const HostRun unknown = host(folder, L"unknown", {L"dvbt", L"-d", L"Lab DVB-T Tuner", L"--set", L"Country=Atlantis"});
+    const HostRun unknown =
+        host(folder, L"unknown", {L"dvbt", L"-d", L"Lab DVB-T Tuner", L"--set", L"Country=Atlantis"});
     EXPECT_EQ(kBadParams, unknown.outcome.exitCode) << unknown.outcome.out << unknown.outcome.err;
     EXPECT_TRUE(contains(unknown.outcome.out, "two-letter code")) << unknown.outcome.out;
 
@@ -244,7 +246,8 @@ TEST(SorvaneDiagDigitalScanTest, TheOpenCableReceiverFindsCableChannelTwo)
 TEST(SorvaneDiagDigitalScanTest, DigitalFaultsAreExplainedByWhatTheLibrarySaw)
 {
     ScratchFolder folder(L"sorvane-diag-digital-scan");
-    const HostRun scrambled = host(folder, L"scrambled", with(range(L"clearqam", 3, 3), {L"-d", L"Lab ATSC QAM Tuner"}));
+    const HostRun scrambled =
+        host(folder, L"scrambled", with(range(L"clearqam", 3, 3), {L"-d", L"Lab ATSC QAM Tuner"}));
     EXPECT_EQ(kNoSignal, scrambled.outcome.exitCode) << scrambled.outcome.out << scrambled.outcome.err;
     EXPECT_TRUE(contains(scrambled.outcome.out,
                          "channel 3: a transport stream arrived, but the library found no program in the clear"))
@@ -287,8 +290,8 @@ TEST(SorvaneDiagDigitalScanTest, KeepTsWritesTheScannedStream)
 
     const std::wstring last = folder.file(L"last.ts");
     const HostRun none = host(folder, L"keeplast",
-                          with(range(L"dvbt", 10, 10), {L"-d", L"Lab DVB-T Tuner", L"--set", L"Country=DE", L"--set",
-                                                        L"CheckTVCable=false", L"--keep-ts", last}));
+                              with(range(L"dvbt", 10, 10), {L"-d", L"Lab DVB-T Tuner", L"--set", L"Country=DE",
+                                                            L"--set", L"CheckTVCable=false", L"--keep-ts", last}));
     EXPECT_EQ(kNoSignal, none.outcome.exitCode) << none.outcome.out << none.outcome.err;
     EXPECT_TRUE(contains(none.outcome.out, "of the last channel tried")) << none.outcome.out;
 
