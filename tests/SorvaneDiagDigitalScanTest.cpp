@@ -191,6 +191,11 @@ TEST(SorvaneDiagDigitalScanTest, TheCountryIsFilledInCheckedAndExplained)
     EXPECT_EQ(kBadParams, unknown.outcome.exitCode) << unknown.outcome.out << unknown.outcome.err;
     EXPECT_TRUE(contains(unknown.outcome.out, "two-letter code")) << unknown.outcome.out;
 
+    // A country the network provider has no channels for would fail to build the graph.
+    const HostRun unlisted = host(folder, L"unlisted", {L"dvbt", L"-d", L"Lab DVB-T Tuner", L"--set", L"Country=us"});
+    EXPECT_EQ(kBadParams, unlisted.outcome.exitCode) << unlisted.outcome.out << unlisted.outcome.err;
+    EXPECT_TRUE(contains(unlisted.outcome.out, "has no channel list for it")) << unlisted.outcome.out;
+
     const HostProgram::Outcome help = HostProgram::run({L"dvbt", L"--help"});
     EXPECT_TRUE(contains(help.out, "two-letter country code")) << help.out;
 }

@@ -6,6 +6,12 @@
 #include <CountryCodeManager.h>
 #include <ModuleRegistration.h>
 
+#include <atlbase.h>
+#include <bdaiface.h>
+#include <uuids.h>
+
+#include <algorithm>
+
 namespace sorvane {
 namespace diag {
 
@@ -16,6 +22,33 @@ const wchar_t *const kUserDefined = L"UserDefined";
 std::wstring upper(const kel::String &text)
 {
     return text.toUpper().wstr();
+}
+
+// The country codes whose channels the system's DVB-T network provider knows, as the library
+// lists them in its dialog; empty when the provider cannot say.
+std::vector<int> providerCountryCodes()
+{
+    std::vector<int> codes;
+    const HRESULT init = CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+    {
+        CComPtr<IFrequencyMap> map;
+        ULONG count = 0;
+        ULONG *list = nullptr;
+        if (SUCCEEDED(map.CoCreateInstance(CLSID_DVBTNetworkProvider, nullptr, CLSCTX_INPROC_SERVER)) &&
+            SUCCEEDED(map->get_CountryCodeList(&count, &list)) && list) {
+            for (ULONG i = 0; i < count; ++i)
+                codes.push_back(static_cast<int>(list[i]));
+        }
+        CoTaskMemFree(list);
+    }
+    if (SUCCEEDED(init))
+        CoUninitialize();
+    return codes;
+}
+
+bool provided(const std::vector<int> &codes, int code)
+{
+    return codes.empty() || std::find(codes.begin(), codes.end(), code) != codes.end();
 }
 
 } // namespace
@@ -36,8 +69,13 @@ std::wstring CountryParameter::problem()
     if (leftToLibrary())
         return std::wstring();
     const CountryCodeManager table;
-    if (table.countryCodeByString(kel::String(value()).toLower()))
+    const CountryCode *known = table.countryCodeByString(kel::String(value()).toLower());
+    if (known && provided(providerCountryCodes(), known->countryCode()))
         return std::wstring();
+    if (known)
+        return L"The country " + upper(known->key()) + L" (" + known->name().wstr() +
+               L") was not accepted: this system's DVB-T network provider has no channel list for it, so the "
+               L"scan could not tune. --interactive lists the countries it has.";
     const std::wstring named = codeForName(value());
     const CountryCode *country = named.empty() ? nullptr : table.countryCodeByString(kel::String(named).toLower());
     const std::wstring hint = country ? L" (for " + country->name().wstr() + L": --set Country=" + named + L")"
@@ -55,9 +93,12 @@ std::wstring CountryParameter::howToChoose()
 std::vector<TerminalChoice::Option> CountryParameter::countries()
 {
     const CountryCodeManager table;
+    const std::vector<int> codes = providerCountryCodes();
     std::vector<TerminalChoice::Option> options;
     for (int i = 0; i < table.countryCodeCount(); ++i) {
         const CountryCode *country = table.countryCodeAtIndex(i);
+        if (!provided(codes, country->countryCode()))
+            continue;
         TerminalChoice::Option option = {upper(country->key()), country->name().wstr()};
         options.push_back(option);
     }
@@ -67,7 +108,13 @@ std::vector<TerminalChoice::Option> CountryParameter::countries()
 std::wstring CountryParameter::codeForName(const std::wstring &name)
 {
     std::wstring problem;
-    const std::vector<TerminalChoice::Option> options = countries();
+    const CountryCodeManager table;
+    std::vector<TerminalChoice::Option> options;
+    for (int i = 0; i < table.countryCodeCount(); ++i) {
+        const TerminalChoice::Option option = {upper(table.countryCodeAtIndex(i)->key()),
+                                               table.countryCodeAtIndex(i)->name().wstr()};
+        options.push_back(option);
+    }
     const int index = TerminalChoice::match(options, name, problem);
     return index < 0 ? std::wstring() : options[static_cast<size_t>(index)].code;
 }
@@ -76,11 +123,12 @@ ruvo::TestResult CountryParameter::askAtTerminal(CommandContext &context)
 {
     context.terminal().line(L"The library would ask for the country in a window, but there is no display to "
                             L"show it in: choose the country here.");
-    TerminalChoice choice(context.terminal(), countries());
+    const std::vector<TerminalChoice::Option> options = countries();
+    TerminalChoice choice(context.terminal(), options);
     size_t chosen = 0;
     switch (choice.ask(L"Type the country's code or name, then Enter (Ctrl+C stops):", chosen)) {
     case TerminalChoice::Outcome::CHOSEN:
-        set(context, countries()[chosen].code);
+        set(context, options[chosen].code);
         return ruvo::TestResult::PASS();
     case TerminalChoice::Outcome::STOPPED:
         context.say(L"Stopped before a country was chosen: the scan did not run.");

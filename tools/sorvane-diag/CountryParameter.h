@@ -21,11 +21,13 @@ public:
     static std::wstring value();
     // True when the library will look for a country itself (unset, empty or "UserDefined").
     static bool leftToLibrary();
-    // Why the value set cannot be used; empty when it can.
+    // Why the value set cannot be used (not a country's code, or a country the DVB-T network
+    // provider has no channels for); empty when it can.
     static std::wstring problem();
     // How a person chooses a country, as a sentence.
     static std::wstring howToChoose();
-    // The countries, by their two-letter code in capitals.
+    // The countries whose channels the DVB-T network provider knows, by their two-letter code
+    // in capitals (all of them when it cannot say).
     static std::vector<TerminalChoice::Option> countries();
     // Asks at the terminal and sets the parameter: PASS, USERABORTED on Ctrl+C, MISCONFIGURED
     // when the input ends without an answer.
