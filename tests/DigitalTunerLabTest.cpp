@@ -248,6 +248,20 @@ TEST_F(DigitalTunerLabTest, ATSCTunesThePhysicalChannelAt8VSB)
     EXPECT_FALSE(log().contains(L"add filter SampleGrabber"));
 }
 
+// An OpenCable receiver is asked for the channel by number alone: its channel map, not the
+// terrestrial ATSC plan (57000 kHz for channel 2, 8-VSB), places cable channel 2 at its
+// standard-plan carrier with QAM, where the device's own statistics find the signal.
+TEST_F(DigitalTunerLabTest, OcurIsTunedByChannelNumberAndFindsCableChannelTwo)
+{
+    setRange(2, 2);
+    EXPECT_EQ(scan<sorvane::OcurTuner>(kOcurTuner).getResult(), TestResult::PASS());
+    const std::vector<std::wstring> tunes = journalOf(kOcurTuner, L"Tune ");
+    ASSERT_FALSE(tunes.empty());
+    EXPECT_EQ(tunes.front().find(L"Tune 55250 kHz 256QAM"), 0u) << tunes.front();
+    EXPECT_TRUE(contains(journalOf(kProvider, L"TuneRequest "), L"channel 2 minor 1"));
+    EXPECT_FALSE(log().contains(L"Trying minor channel method"));
+}
+
 TEST_F(DigitalTunerLabTest, OcurMinorChannelTechnique)
 {
     setParameter("UseMinorChannelTechnique", ruvo::Value::fromBool(true));

@@ -61,33 +61,61 @@ void CaptureClasses::checkFMRadioSignal(const ruvo::DiagDevice &device, const st
 
 namespace {
 
-template <class Tuner>
-CaptureClasses::StreamReport scanWith(const ruvo::DiagDevice &device, const std::wstring &title)
+// The highest channel number a DVB-T country list or the DTMB plan uses, with room to spare.
+const int kHighestListedChannel = 200;
+
+void readStream(const DigitalTuner &tuner, CaptureClasses::StreamReport &report)
 {
-    Tuner tuner(device, kel::String(title));
-    tuner.checkTVSignal();
-    CaptureClasses::StreamReport report;
     report.health = tuner.streamHealth();
     report.quality = tuner.streamQuality();
-    return report;
+    report.bytes = tuner.channelStream().bytes();
+    report.fromFoundChannel = tuner.channelStream().found();
+    report.durationMs = tuner.channelStream().durationMs();
+}
+
+void readChannels(const DigitalTuner &, CaptureClasses::StreamReport &) {}
+
+void readChannels(const DVBTuner &tuner, CaptureClasses::StreamReport &report)
+{
+    report.isDTMB = tuner.isDTMB();
+    report.channelFrequencies.clear();
+    for (int channel = 0; channel <= kHighestListedChannel; ++channel)
+        report.channelFrequencies.push_back(tuner.channelFrequencyKHz(channel));
+}
+
+// The tuner has cleaned up (and kept its stream) when checkTVSignal returns or throws.
+template <class Tuner>
+void scanWith(const ruvo::DiagDevice &device, const std::wstring &title, CaptureClasses::StreamReport &report)
+{
+    Tuner tuner(device, kel::String(title));
+    try {
+        tuner.checkTVSignal();
+    } catch (...) {
+        readStream(tuner, report);
+        readChannels(tuner, report);
+        throw;
+    }
+    readStream(tuner, report);
+    readChannels(tuner, report);
 }
 
 } // namespace
 
-CaptureClasses::StreamReport CaptureClasses::checkDigitalTVSignal(DigitalKind kind, const ruvo::DiagDevice &device,
-                                                                  const std::wstring &title)
+void CaptureClasses::checkDigitalTVSignal(DigitalKind kind, const ruvo::DiagDevice &device, const std::wstring &title,
+                                          StreamReport &report)
 {
+    report = StreamReport();
     switch (kind) {
     case DigitalKind::ATSC:
-        return scanWith<ATSCTuner>(device, title);
+        return scanWith<ATSCTuner>(device, title, report);
     case DigitalKind::CLEARQAM:
-        return scanWith<ClearQAMTuner>(device, title);
+        return scanWith<ClearQAMTuner>(device, title, report);
     case DigitalKind::DVBT:
-        return scanWith<DVBTuner>(device, title);
+        return scanWith<DVBTuner>(device, title, report);
     case DigitalKind::OCUR:
         break;
     }
-    return scanWith<OcurTuner>(device, title);
+    scanWith<OcurTuner>(device, title, report);
 }
 
 std::wstring CaptureClasses::recordingPath(const std::wstring &fileName)

@@ -8,7 +8,9 @@
 #include <StreamHealth.h>
 #include <ruvo/DiagDevice.h>
 
+#include <cstdint>
 #include <string>
+#include <vector>
 
 namespace sorvane {
 namespace diag {
@@ -29,13 +31,22 @@ public:
 
     // The digital tuners, in the order of the host's commands.
     enum class DigitalKind { ATSC, CLEARQAM, DVBT, OCUR };
-    // The transport stream of the channel a digital scan found.
+    // The transport stream a digital scan ended on: the channel it found, or the last one it
+    // tried; and where the scan's channels are.
     struct StreamReport {
         StreamHealth health;
         int quality = 0;
+        // The stream's bytes as the library received them (none without a sample grabber).
+        std::vector<unsigned char> bytes;
+        bool fromFoundChannel = false;
+        double durationMs = 0.0;
+        // DVB-T and DTMB: the frequency in kHz of each channel number the scan used (0 where none).
+        std::vector<uint32_t> channelFrequencies;
+        bool isDTMB = false;
     };
-    static StreamReport checkDigitalTVSignal(DigitalKind kind, const ruvo::DiagDevice &device,
-                                             const std::wstring &title);
+    // Fills `report` whether the scan passes or throws.
+    static void checkDigitalTVSignal(DigitalKind kind, const ruvo::DiagDevice &device, const std::wstring &title,
+                                     StreamReport &report);
 
     // Where captureToFile leaves its recording: "<temp>\<fileName>.avi".
     static std::wstring recordingPath(const std::wstring &fileName);

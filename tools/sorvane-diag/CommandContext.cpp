@@ -44,7 +44,15 @@ const kel::Array<CaptureDevice> &CommandContext::captureDevices()
 bool CommandContext::chooseDevice(const ruvo::DeviceCapability &fitting, const std::wstring &kind,
                                   ruvo::DiagDevice &chosen)
 {
-    const DeviceChooser::Choice choice = DeviceChooser::choose(devices(), m_options.device, fitting, kind);
+    return chooseDevice(
+        [fitting](const ruvo::DiagDevice &device) { return device.deviceCapabilities().isCapable(fitting); }, kind,
+        std::wstring(), chosen);
+}
+
+bool CommandContext::chooseDevice(const std::function<bool(const ruvo::DiagDevice &)> &fits, const std::wstring &kind,
+                                  const std::wstring &how, ruvo::DiagDevice &chosen)
+{
+    const DeviceChooser::Choice choice = DeviceChooser::choose(devices(), m_options.device, fits, kind);
     if (choice.ambiguous)
         throw UsageError(choice.problem);
     if (choice.index < 0) {
@@ -53,7 +61,8 @@ bool CommandContext::chooseDevice(const ruvo::DeviceCapability &fitting, const s
     }
     chosen = m_devices[choice.index];
     m_report.setDevice(chosen, choice.index);
-    const std::wstring why = m_options.device.empty() ? L" (the first " + kind + L"; --device chooses another)" : L"";
+    const std::wstring why =
+        m_options.device.empty() ? L" (the first " + kind + how + L"; --device chooses another)" : L"";
     m_terminal.line(L"Device " + std::to_wstring(choice.index) + L": " + chosen.name().wstr() + why);
     return true;
 }
@@ -141,6 +150,7 @@ ruvo::TestResult CommandContext::runTest(const std::wstring &phase, const std::f
                                            static_cast<long>(failure.getErrorCode()),
                                            LibraryErrors::since(errorsBefore), phase};
         facts.stoppingSeconds = DeviceStopWait::notableSeconds() - stoppingBefore;
+        facts.activities = LibraryErrors::activitiesSince(errorsBefore);
         const std::wstring explanation = FailureExplanation::of(facts);
         if (!explanation.empty())
             say(explanation);

@@ -34,6 +34,10 @@ public:
     // The device given by --device, or the first with `fitting`; `kind` names it for a
     // person ("webcam"). False, with the reason printed and reported, when there is none.
     bool chooseDevice(const ruvo::DeviceCapability &fitting, const std::wstring &kind, ruvo::DiagDevice &chosen);
+    // The same, with what fits decided by `fits`; `how` says why the default fits ("by its
+    // name"), empty for nothing.
+    bool chooseDevice(const std::function<bool(const ruvo::DiagDevice &)> &fits, const std::wstring &kind,
+                      const std::wstring &how, ruvo::DiagDevice &chosen);
     // PASS when the library can capture video from `device`; otherwise the result to end
     // with, the reason said: NODEVICE for a listed camera whose filter no longer binds (it has
     // no capabilities), NOTSUPPORTED for a digital tuner, naming the commands that fit it.

@@ -100,6 +100,13 @@ void applyName(HostOptions &options, const std::wstring &value)
     options.recordingName = value;
 }
 
+void applyKeepTs(HostOptions &options, const std::wstring &value)
+{
+    if (value.empty())
+        throw UsageError(L"--keep-ts takes the name of the .ts file to write.");
+    options.keepTsPath = value;
+}
+
 void applyVerbose(HostOptions &options, const std::wstring &)
 {
     options.verbose = true;
@@ -118,6 +125,7 @@ const OptionSpec kOptions[] = {
     {L"--name", nullptr, true, applyName},
     {L"--strict", nullptr, false, applyFlag},
     {L"--verbose", L"-v", false, applyVerbose},
+    {L"--keep-ts", nullptr, true, applyKeepTs},
 };
 
 const OptionSpec *findOption(const std::wstring &name)

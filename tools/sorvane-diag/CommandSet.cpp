@@ -55,6 +55,8 @@ std::wstring CommandSet::help() const
     }
     text += L"\nOptions of every command:\n" + CommandLine::commonOptionsHelp();
     text += L"\nParameters (--set KEY=VALUE; keys are case-sensitive):\n" + ParameterSettings::declaredHelp();
+    text += L"Country takes a country's two-letter code in any case (DE, us), or UserDefined to choose\n"
+            L"from a list with --interactive.\n";
     text += L"\nExit status:\n" + ResultCodes::table();
     return text;
 }

@@ -34,10 +34,18 @@ DeviceChooser::Choice DeviceChooser::none(const std::wstring &problem)
 DeviceChooser::Choice DeviceChooser::choose(const std::vector<ruvo::DiagDevice> &devices, const std::wstring &selector,
                                             const ruvo::DeviceCapability &fitting, const std::wstring &kind)
 {
+    return choose(
+        devices, selector,
+        [fitting](const ruvo::DiagDevice &device) { return device.deviceCapabilities().isCapable(fitting); }, kind);
+}
+
+DeviceChooser::Choice DeviceChooser::choose(const std::vector<ruvo::DiagDevice> &devices, const std::wstring &selector,
+                                            const Fits &fits, const std::wstring &kind)
+{
     if (devices.empty())
         return none(L"The system lists no video capture devices.");
     if (selector.empty())
-        return firstFitting(devices, fitting, kind);
+        return firstFitting(devices, fits, kind);
     if (allDigits(selector))
         return byIndex(devices, selector);
     return byName(devices, selector);
@@ -81,11 +89,11 @@ DeviceChooser::Choice DeviceChooser::byName(const std::vector<ruvo::DiagDevice> 
     return choice;
 }
 
-DeviceChooser::Choice DeviceChooser::firstFitting(const std::vector<ruvo::DiagDevice> &devices,
-                                                  const ruvo::DeviceCapability &fitting, const std::wstring &kind)
+DeviceChooser::Choice DeviceChooser::firstFitting(const std::vector<ruvo::DiagDevice> &devices, const Fits &fits,
+                                                  const std::wstring &kind)
 {
     for (size_t i = 0; i < devices.size(); ++i) {
-        if (devices[i].deviceCapabilities().isCapable(fitting)) {
+        if (fits(devices[i])) {
             Choice choice = {static_cast<int>(i), std::wstring()};
             return choice;
         }

@@ -3,6 +3,7 @@
 
 #include <ruvo/DiagDevice.h>
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -22,11 +23,15 @@ public:
     // exactly one friendly name. `kind` names what the command wants ("webcam").
     static Choice choose(const std::vector<ruvo::DiagDevice> &devices, const std::wstring &selector,
                          const ruvo::DeviceCapability &fitting, const std::wstring &kind);
+    // The same, with what fits decided by `fits`.
+    typedef std::function<bool(const ruvo::DiagDevice &)> Fits;
+    static Choice choose(const std::vector<ruvo::DiagDevice> &devices, const std::wstring &selector, const Fits &fits,
+                         const std::wstring &kind);
 
 private:
     static Choice byIndex(const std::vector<ruvo::DiagDevice> &devices, const std::wstring &selector);
     static Choice byName(const std::vector<ruvo::DiagDevice> &devices, const std::wstring &selector);
-    static Choice firstFitting(const std::vector<ruvo::DiagDevice> &devices, const ruvo::DeviceCapability &fitting,
+    static Choice firstFitting(const std::vector<ruvo::DiagDevice> &devices, const Fits &fits,
                                const std::wstring &kind);
     static Choice none(const std::wstring &problem);
 };

@@ -1,7 +1,16 @@
 #include "DigitalScanCommand.h"
+#include "ChannelName.h"
 #include "CommandContext.h"
+#include "CountryParameter.h"
+#include "HostPaths.h"
+#include "JsonWriter.h"
 #include "RunReport.h"
+#include "ScanRange.h"
 #include "Terminal.h"
+#include "TransportStreamFile.h"
+#include "VisibleDesktop.h"
+
+#include <cwchar>
 
 namespace sorvane {
 namespace diag {
@@ -15,22 +24,53 @@ struct KindText {
     const wchar_t *firstChannel;
     const wchar_t *lastChannel;
     const wchar_t *details;
+    // Words of a tuner's name or description that say it is of this kind (lower case), and
+    // words that say it is not.
+    std::vector<const wchar_t *> words;
+    std::vector<const wchar_t *> notWords;
 };
 
 const KindText kTexts[] = {
-    {L"atsc", L"scan ATSC channels (8-VSB) for a signal", L"ATSC tuner", L"2", L"69",
+    {L"atsc",
+     L"scan ATSC channels (8-VSB) for a signal",
+     L"ATSC tuner",
+     L"2",
+     L"69",
      L"Tunes ATSC channels 2 to 69 through the \"ATSC\" tuning space at their 8-VSB carrier\n"
-     L"frequencies and passes on the first channel whose device reports a signal.\n"},
-    {L"clearqam", L"scan clear QAM cable channels for an unscrambled program", L"Clear QAM tuner", L"2", L"120",
+     L"frequencies and passes on the first channel whose device reports a signal.\n",
+     {L"atsc"},
+     {}},
+    {L"clearqam",
+     L"scan clear QAM cable channels for an unscrambled program",
+     L"Clear QAM tuner",
+     L"2",
+     L"120",
      L"Tunes cable channels 2 to 120 at 256-QAM, collects half a second of each channel's\n"
-     L"transport stream and passes on the first channel with a program that is not scrambled.\n"},
-    {L"dvbt", L"scan DVB-T (or DTMB) channels for a signal", L"DVB-T tuner", nullptr, nullptr,
-     L"Tunes the DVB-T channels of the country (the Country parameter, else the Windows location,\n"
-     L"else a dialog with --interactive) or, for a DTMB device, channels 13 to 56, and passes on\n"
-     L"the first channel with a good transport stream or a signal the device reports.\n"},
-    {L"ocur", L"scan an OpenCable receiver's channels for a signal", L"OpenCable receiver", L"2", L"69",
-     L"Tunes channels 2 to 69 through the receiver's cable tuning space; with\n"
-     L"UseMinorChannelTechnique a channel counts when the tuned request keeps a minor channel.\n"},
+     L"transport stream and passes on the first channel with a program that is not scrambled.\n",
+     {L"qam", L"cable"},
+     {L"opencable", L"ocur", L"cablecard"}},
+    {L"dvbt",
+     L"scan DVB-T (or DTMB) channels for a signal",
+     L"DVB-T or DTMB tuner",
+     nullptr,
+     nullptr,
+     L"Tunes the DVB-T channels of the country (the Country parameter, else a list to choose\n"
+     L"from with --interactive: a dialog, or the terminal when there is no display) or, for a\n"
+     L"DTMB device, channels 13 to 56, and passes on the first channel with a good transport\n"
+     L"stream or a signal the device reports. Country takes a two-letter country code in any\n"
+     L"case (DE, us) or UserDefined; a name (germany) or an unknown code is refused.\n",
+     {L"dvb-t", L"dvbt", L"dtmb", L"dmb-th", L"dmbth"},
+     {}},
+    {L"ocur",
+     L"scan an OpenCable receiver's channels for a signal",
+     L"OpenCable receiver",
+     L"2",
+     L"69",
+     L"Tunes channels 2 to 69 through the receiver's cable tuning space, each by its channel\n"
+     L"number alone (the receiver's CableCARD channel map places it on the cable); with\n"
+     L"UseMinorChannelTechnique a channel counts when the tuned request keeps a minor channel.\n",
+     {L"opencable", L"ocur", L"cablecard"},
+     {}},
 };
 
 const KindText &textOf(CaptureClasses::DigitalKind kind)
@@ -38,18 +78,42 @@ const KindText &textOf(CaptureClasses::DigitalKind kind)
     return kTexts[static_cast<int>(kind)];
 }
 
+bool mentions(const std::wstring &text, const std::vector<const wchar_t *> &words)
+{
+    for (const wchar_t *word : words) {
+        if (text.find(word) != std::wstring::npos)
+            return true;
+    }
+    return false;
+}
+
+std::wstring seconds(double milliseconds)
+{
+    wchar_t text[32];
+    swprintf(text, 32, L"%.1f s", milliseconds / 1000.0);
+    return text;
+}
+
 std::wstring healthLine(const CaptureClasses::StreamReport &stream)
 {
     const StreamHealth &health = stream.health;
     std::wstring line = L"Stream: quality " + std::to_wstring(stream.quality) + L" %, " +
-                        std::to_wstring(health.packets) + L" packets; TR 101 290 priority 1: ";
+                        std::to_wstring(health.packets) + L" packets over " + seconds(health.durationMs) +
+                        L" on screen; TR 101 290 priority 1: ";
     if (health.clean())
         return line + L"no errors";
     line += L"sync losses " + std::to_wstring(health.syncLosses) + L", sync byte errors " +
             std::to_wstring(health.syncByteErrors) + L", PAT errors " + std::to_wstring(health.patErrors) +
-            L", continuity errors " + std::to_wstring(health.continuityErrors) + L", PMT errors " +
-            std::to_wstring(health.pmtErrors) + L", missing PIDs " + std::to_wstring(health.pidErrors);
+            (health.patMissing ? L" (no PAT at all)" : L"") + L", continuity errors " +
+            std::to_wstring(health.continuityErrors) + L", PMT errors " + std::to_wstring(health.pmtErrors) +
+            L", missing PIDs " + std::to_wstring(health.pidErrors);
     return line;
+}
+
+// Shorter than one table interval, a look at the stream cannot judge the tables' repetition.
+bool tooShortToJudge(const StreamHealth &health)
+{
+    return health.durationMs < 2.0 * StreamHealth::kTableIntervalMs;
 }
 
 } // namespace
@@ -71,19 +135,43 @@ std::wstring DigitalScanCommand::kind() const
     return textOf(m_kind).kind;
 }
 
+std::vector<std::wstring> DigitalScanCommand::ownOptions() const
+{
+    return std::vector<std::wstring>(1, L"--keep-ts");
+}
+
+bool DigitalScanCommand::isOfKind(CaptureClasses::DigitalKind kind, const ruvo::DiagDevice &device)
+{
+    if (!device.deviceCapabilities().isCapable(ruvo::DeviceCapability::DigitalTVTuner()))
+        return false;
+    const std::wstring text = (device.name() + kel::String(L" ") + device.description()).toLower().wstr();
+    const KindText &kindText = textOf(kind);
+    return mentions(text, kindText.words) && !mentions(text, kindText.notWords);
+}
+
 std::wstring DigitalScanCommand::help() const
 {
     const KindText &text = textOf(m_kind);
     std::wstring range = text.firstChannel
                              ? std::wstring(L"DigitalStartChannel and DigitalEndChannel (the host uses ") +
-                                   text.firstChannel + L" and " + text.lastChannel + L" when unset)"
+                                   text.firstChannel + L" and " + text.lastChannel +
+                                   L" when unset; the end at or above the start)"
                              : std::wstring(L"DigitalStartChannel and DigitalEndChannel\n(unset: every channel of the "
-                                            L"country, or 13 to 56 for DTMB)");
+                                            L"country, or 13 to 56 for DTMB; the end at or above the start)");
     return L"Usage: sorvane-diag " + std::wstring(text.name) +
-           L" [--device DEVICE] [--set DigitalStartChannel=N --set DigitalEndChannel=M]\n\n" + text.details +
+           L" [--device DEVICE] [--set DigitalStartChannel=N --set DigitalEndChannel=M] [--keep-ts FILE]\n\n" +
+           text.details + L"Without --device the scan takes the first digital tuner whose name says it is an " +
+           text.kind +
+           L".\n"
            L"A range without a signal ends with NOSIGNAL after one more pass. Ctrl+C stops the scan\n"
-           L"at the next channel: USERABORTED. On a pass the report gives the transport stream's\n"
-           L"health (ETSI TR 101 290 priority 1) beside its quality percentage, where measured.\n\n"
+           L"at the next channel: USERABORTED. On a pass the host names the channel found by its\n"
+           L"physical channel and frequency, and gives the transport stream's health (ETSI TR 101 290\n"
+           L"priority 1, measured over the time the channel stayed on screen) beside its quality\n"
+           L"percentage, where measured (not by the ATSC and OpenCable tuners, which have no sample\n"
+           L"grabber).\n\n"
+           L"      --keep-ts FILE      write the transport stream the scan ended on (the channel found,\n"
+           L"                          else the last channel tried) to FILE, a .ts file players and\n"
+           L"                          analysers open; the report names it\n\n"
            L"Parameters read: " +
            range + L",\nCheckTVCable, MsgBoxTimeout" +
            (m_kind == CaptureClasses::DigitalKind::DVBT ? L", Country" : L"") +
@@ -93,7 +181,46 @@ std::wstring DigitalScanCommand::help() const
 ruvo::TestResult DigitalScanCommand::run(CommandContext &context)
 {
     m_stream = CaptureClasses::StreamReport();
+    m_foundChannel.clear();
     return TunerScanCommand::run(context);
+}
+
+bool DigitalScanCommand::chooseTuner(CommandContext &context, ruvo::DiagDevice &device) const
+{
+    if (!context.options().device.empty())
+        return context.chooseDevice(fitting(), kind(), device);
+    const CaptureClasses::DigitalKind wanted = m_kind;
+    // DVB-T itself before its Chinese variant: a person asking for `dvbt` means DVB-T first.
+    bool dvbtAlone = false;
+    for (const ruvo::DiagDevice &candidate : context.devices())
+        dvbtAlone = dvbtAlone || (isOfKind(wanted, candidate) && !isDTMB(candidate));
+    const auto fits = [wanted, dvbtAlone](const ruvo::DiagDevice &candidate) {
+        return isOfKind(wanted, candidate) && !(dvbtAlone && isDTMB(candidate));
+    };
+    if (context.chooseDevice(fits, kind(), L" by its name", device))
+        return true;
+    sayNoneOfKind(context);
+    return false;
+}
+
+bool DigitalScanCommand::isDTMB(const ruvo::DiagDevice &device)
+{
+    return mentions(device.name().toLower().wstr(), {L"dtmb", L"dmb-th", L"dmbth"});
+}
+
+void DigitalScanCommand::sayNoneOfKind(CommandContext &context) const
+{
+    std::wstring others;
+    for (const ruvo::DiagDevice &device : context.devices()) {
+        if (device.deviceCapabilities().isCapable(fitting()))
+            others += (others.empty() ? L"" : L", ") + device.name().wstr();
+    }
+    if (others.empty()) {
+        context.say(L"The system has no digital TV tuner at all.");
+        return;
+    }
+    context.say(L"No digital tuner's name says it is an " + kind() + L" (the digital tuners are: " + others +
+                L"). If one of them is, name it with --device.");
 }
 
 void DigitalScanCommand::applyDefaults(CommandContext &context) const
@@ -105,19 +232,109 @@ void DigitalScanCommand::applyDefaults(CommandContext &context) const
     context.defaultParameter(L"DigitalEndChannel", text.lastChannel);
 }
 
+std::wstring DigitalScanCommand::rangeProblem() const
+{
+    return ScanRange::channelProblem(L"DigitalStartChannel", L"DigitalEndChannel");
+}
+
+ruvo::TestResult DigitalScanCommand::prepare(CommandContext &context, const ruvo::DiagDevice &device) const
+{
+    if (m_kind != CaptureClasses::DigitalKind::DVBT)
+        return ruvo::TestResult::PASS();
+    const std::wstring problem = CountryParameter::problem();
+    if (!problem.empty()) {
+        context.say(problem);
+        return ruvo::TestResult::BADPARAMS();
+    }
+    // A DTMB tuner has its own channels; the library asks for no country then.
+    if (isDTMB(device) || !CountryParameter::leftToLibrary() || !context.options().interactive ||
+        VisibleDesktop::present())
+        return ruvo::TestResult::PASS();
+    return CountryParameter::askAtTerminal(context);
+}
+
 void DigitalScanCommand::scan(const ruvo::DiagDevice &device, const std::wstring &title) const
 {
-    m_stream = CaptureClasses::checkDigitalTVSignal(m_kind, device, title);
+    CaptureClasses::checkDigitalTVSignal(m_kind, device, title, m_stream);
+}
+
+std::wstring DigitalScanCommand::foundAt(const std::wstring &channel) const
+{
+    m_foundChannel = channel;
+    const ChannelName::Place place = ChannelName::of(m_kind, _wtoi(channel.c_str()), m_stream);
+    const std::wstring list =
+        m_kind == CaptureClasses::DigitalKind::DVBT && !m_stream.isDTMB ? L" of the country's list" : std::wstring();
+    return L"Signal found on channel " + channel + list + L": " + place.text + L".";
 }
 
 void DigitalScanCommand::afterPass(CommandContext &context) const
 {
+    reportChannel(context);
     if (!m_stream.health.measured) {
         context.terminal().line(L"Stream: not measured by this tuner (no sample grabber)");
         return;
     }
     context.report().setStreamHealth(m_stream.health, m_stream.quality);
     context.terminal().line(healthLine(m_stream));
+    if (tooShortToJudge(m_stream.health))
+        context.terminal().line(L"The stream was seen for less than a second: too short to judge how often its "
+                                L"tables repeat.");
+}
+
+void DigitalScanCommand::reportChannel(CommandContext &context) const
+{
+    if (m_foundChannel.empty())
+        return;
+    const ChannelName::Place place = ChannelName::of(m_kind, _wtoi(m_foundChannel.c_str()), m_stream);
+    const std::wstring scanned = m_foundChannel;
+    context.report().addSection(L"channelFound", [scanned, place](JsonWriter &json) {
+        json.beginObject();
+        json.field(L"scanned", scanned);
+        json.field(L"physical", place.physical);
+        json.field(L"frequencyKHz", static_cast<int64_t>(place.frequencyKHz));
+        json.field(L"text", place.text);
+        json.endObject();
+    });
+}
+
+void DigitalScanCommand::afterScan(CommandContext &context, const ruvo::TestResult &result) const
+{
+    if (result == ruvo::TestResult::MISCONFIGURED())
+        adviseCountry(context);
+    if (!context.options().keepTsPath.empty())
+        keepStream(context, result);
+}
+
+void DigitalScanCommand::adviseCountry(CommandContext &context) const
+{
+    for (const ruvo::PostedEvent &event : context.report().eventsSince(0)) {
+        if (event.key == kel::String(L"SetCountryName")) {
+            context.say(L"What happened: a DVB-T scan tunes the channels of a country, and no country was given "
+                        L"(without --interactive nobody is asked). " +
+                        CountryParameter::howToChoose());
+            return;
+        }
+    }
+}
+
+void DigitalScanCommand::keepStream(CommandContext &context, const ruvo::TestResult &result) const
+{
+    const std::wstring path = HostPaths::absolute(context.options().keepTsPath);
+    if (m_stream.bytes.empty()) {
+        const bool noGrabber =
+            m_kind == CaptureClasses::DigitalKind::ATSC || m_kind == CaptureClasses::DigitalKind::OCUR;
+        context.say(noGrabber ? L"No transport stream to keep in " + path + L": the " + kind() +
+                                    L" graph has no sample grabber, so the library never sees the stream's bytes."
+                              : L"No transport stream to keep in " + path + L": none arrived from the tuner.");
+        return;
+    }
+    const size_t packets = TransportStreamFile::write(path, m_stream.bytes);
+    context.report().addFile(path, L"transportStream");
+    const std::wstring which = m_stream.fromFoundChannel
+                                   ? L"the channel found"
+                                   : (result == ruvo::TestResult::PASS() ? L"the scan" : L"the last channel tried");
+    context.terminal().line(L"Kept " + std::to_wstring(packets) + L" packets of " + which + L" in " +
+                            HostPaths::shown(path));
 }
 
 } // namespace diag

@@ -1,5 +1,7 @@
 // `atsc`, `clearqam`, `dvbt` and `ocur`: a digital tuner's channel scan, which passes on the
 // first channel with a signal and then reports the health of that channel's transport stream.
+// Without --device each takes the first tuner of its own kind; `--keep-ts FILE` keeps the
+// stream the scan ended on.
 #pragma once
 
 #include "CaptureClasses.h"
@@ -15,18 +17,38 @@ public:
     std::wstring name() const override;
     std::wstring summary() const override;
     std::wstring help() const override;
+    std::vector<std::wstring> ownOptions() const override;
     ruvo::TestResult run(CommandContext &context) override;
+
+    // True when the device's name or description says it is a tuner of `kind` (a DVB-T or
+    // DTMB tuner for DVBT, an OpenCable receiver for OCUR, an ATSC tuner for ATSC, a cable
+    // (QAM) tuner for CLEARQAM).
+    static bool isOfKind(CaptureClasses::DigitalKind kind, const ruvo::DiagDevice &device);
+    // The name says DTMB (DMB-TH): the library scans that device on the DTMB plan.
+    static bool isDTMB(const ruvo::DiagDevice &device);
 
 protected:
     ruvo::DeviceCapability fitting() const override { return ruvo::DeviceCapability::DigitalTVTuner(); }
     std::wstring kind() const override;
+    bool chooseTuner(CommandContext &context, ruvo::DiagDevice &device) const override;
     void applyDefaults(CommandContext &context) const override;
+    std::wstring rangeProblem() const override;
+    ruvo::TestResult prepare(CommandContext &context, const ruvo::DiagDevice &device) const override;
     void scan(const ruvo::DiagDevice &device, const std::wstring &title) const override;
+    std::wstring foundAt(const std::wstring &channel) const override;
     void afterPass(CommandContext &context) const override;
+    void afterScan(CommandContext &context, const ruvo::TestResult &result) const override;
 
 private:
+    // Says which digital tuners there are, none of them of this kind.
+    void sayNoneOfKind(CommandContext &context) const;
+    void reportChannel(CommandContext &context) const;
+    void keepStream(CommandContext &context, const ruvo::TestResult &result) const;
+    void adviseCountry(CommandContext &context) const;
+
     CaptureClasses::DigitalKind m_kind;
     mutable CaptureClasses::StreamReport m_stream;
+    mutable std::wstring m_foundChannel;
 };
 
 } // namespace diag

@@ -97,7 +97,66 @@ std::wstring FailureExplanation::framesAskedFor(const Facts &facts)
 std::wstring FailureExplanation::scanFailed(const Facts &facts)
 {
     const std::wstring analog = signalCheckFailed(facts);
-    return analog.empty() ? statisticsUnread(facts) : analog;
+    if (!analog.empty())
+        return analog;
+    const std::wstring statistics = statisticsUnread(facts);
+    return statistics.empty() ? digitalChannelFaults(facts) : statistics;
+}
+
+std::wstring FailureExplanation::digitalChannelFaults(const Facts &facts)
+{
+    std::vector<std::wstring> said;
+    for (size_t i = 0; i < facts.libraryErrors.size(); ++i) {
+        const std::wstring fault = channelFault(facts.libraryErrors[i]);
+        if (fault.empty())
+            continue;
+        const std::wstring activity = i < facts.activities.size() ? facts.activities[i] : std::wstring();
+        const size_t number = activity.find_last_of(L' ');
+        const std::wstring where =
+            number == std::wstring::npos ? std::wstring() : L"channel " + activity.substr(number + 1) + L": ";
+        const std::wstring sentence = where + fault;
+        bool repeated = false;
+        for (const std::wstring &earlier : said)
+            repeated = repeated || earlier == sentence;
+        if (!repeated)
+            said.push_back(sentence);
+    }
+    if (said.empty())
+        return std::wstring();
+    std::wstring text = L"What happened: ";
+    for (size_t i = 0; i < said.size(); ++i)
+        text += (i ? L"; " : L"") + said[i];
+    return text + L". The library counts each of these as a channel without signal, but the tuner was reached "
+                  L"and answered: they are not what a loose antenna or cable looks like.";
+}
+
+std::wstring FailureExplanation::channelFault(const std::wstring &line)
+{
+    if (line.find(L"put_TuneRequest failed: ") != std::wstring::npos)
+        return refusedTune(line);
+    if (line.find(L"no clear programs found") != std::wstring::npos)
+        return L"a transport stream arrived, but the library found no program in the clear in it: every "
+               L"program scrambled (encrypted), or no program table it could read";
+    if (line.find(L"No packets, no transport stream on this channel") != std::wstring::npos)
+        return L"the tuner accepted the tune, but not one byte of transport stream arrived while the library "
+               L"listened: nothing is broadcast there, or the tuner did not lock";
+    return std::wstring();
+}
+
+// "... put_TuneRequest failed: SYS: ... (hr=0x8007001F)".
+std::wstring FailureExplanation::refusedTune(const std::wstring &line)
+{
+    static const std::wstring kCode = L"hr=0x";
+    const size_t at = line.find(kCode);
+    const std::wstring code =
+        at == std::wstring::npos
+            ? std::wstring()
+            : L" (" +
+                  HostError::describe(static_cast<HRESULT>(wcstoul(line.c_str() + at + kCode.size(), nullptr, 16))) +
+                  L")";
+    return L"the tuner refused the tune" + code +
+           L", so the channel was never received: the card or its driver "
+           L"would not tune there";
 }
 
 // A digital tuner whose signal statistics cannot be read: the library logs the failed read

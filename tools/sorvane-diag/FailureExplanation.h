@@ -26,6 +26,9 @@ public:
         // How long the device took to stop, when that was long enough to tell (a driver that
         // hangs in Stop); 0 otherwise.
         long stoppingSeconds = 0;
+        // What the test was doing as each library line was written ("Testing channel 7"), in
+        // the order of libraryErrors; may be empty.
+        std::vector<std::wstring> activities;
     };
 
     static std::wstring of(const Facts &facts);
@@ -44,6 +47,12 @@ private:
     static std::wstring scanFailed(const Facts &facts);
     static std::wstring signalCheckFailed(const Facts &facts);
     static std::wstring statisticsUnread(const Facts &facts);
+    // Digital channels the library counted as silent for a reason it saw: a refused tune, a
+    // stream with every program scrambled, no stream at all.
+    static std::wstring digitalChannelFaults(const Facts &facts);
+    // "channel 7: the tuner refused the tune (...)" for one library line; empty for others.
+    static std::wstring channelFault(const std::wstring &line);
+    static std::wstring refusedTune(const std::wstring &line);
     // "once", "3 times".
     static std::wstring times(size_t count);
     static std::wstring codeText(long code);

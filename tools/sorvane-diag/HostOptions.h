@@ -30,6 +30,8 @@ struct HostOptions {
     unsigned frames;
     std::wstring outputFolder;
     std::wstring recordingName;
+    // The digital scans' --keep-ts FILE: where the scanned transport stream goes.
+    std::wstring keepTsPath;
     // `list --verbose`: the library's own records.
     bool verbose;
 

@@ -20,6 +20,8 @@ std::mutex g_lock;
 std::vector<std::wstring> g_lines;
 std::mutex g_listenerLock;
 LibraryErrors::Listener g_listener;
+std::vector<std::wstring> g_activities;
+std::wstring g_activity;
 
 // "408 IMediaControl::Run() failed: ...\ngraph: ..." as "IMediaControl::Run() failed: ...".
 std::wstring firstLineWithoutNumber(const std::wstring &message)
@@ -51,8 +53,11 @@ struct NotableDetail {
     const wchar_t *part;
     bool once;
 };
-const NotableDetail kNotableDetails[] = {
-    {LogTexts::TIMEOUT_AFTER, false}, {LogTexts::SHORTFALL_BEFORE, false}, {LogTexts::EMPTY_SAMPLE, true}};
+const NotableDetail kNotableDetails[] = {{LogTexts::TIMEOUT_AFTER, false},
+                                         {LogTexts::SHORTFALL_BEFORE, false},
+                                         {LogTexts::EMPTY_SAMPLE, true},
+                                         {L"No packets, no transport stream on this channel", false},
+                                         {L"no clear programs found", false}};
 
 bool isNotableDetail(const std::wstring &line)
 {
@@ -81,8 +86,10 @@ void keep(const kel::String &, int priority, const kel::String &message)
             g_listener(message.wstr());
     }
     std::lock_guard<std::mutex> hold(g_lock);
-    if (priority >= kel::LOG_ERROR || isNotableDetail(message.wstr()))
+    if (priority >= kel::LOG_ERROR || isNotableDetail(message.wstr())) {
         g_lines.push_back(firstLineWithoutNumber(message.wstr()));
+        g_activities.push_back(g_activity);
+    }
 }
 
 } // namespace
@@ -115,6 +122,20 @@ std::vector<std::wstring> LibraryErrors::since(size_t first)
     if (first >= g_lines.size())
         return std::vector<std::wstring>();
     return std::vector<std::wstring>(g_lines.begin() + static_cast<std::ptrdiff_t>(first), g_lines.end());
+}
+
+std::vector<std::wstring> LibraryErrors::activitiesSince(size_t first)
+{
+    std::lock_guard<std::mutex> hold(g_lock);
+    if (first >= g_activities.size())
+        return std::vector<std::wstring>();
+    return std::vector<std::wstring>(g_activities.begin() + static_cast<std::ptrdiff_t>(first), g_activities.end());
+}
+
+void LibraryErrors::setActivity(const std::wstring &text)
+{
+    std::lock_guard<std::mutex> hold(g_lock);
+    g_activity = text;
 }
 
 } // namespace diag

@@ -17,6 +17,8 @@ void OutputCheck::check(const HostOptions &options)
         checkFileFolder(options.jsonPath, L"--json");
     if (!options.logPath.empty())
         checkFileFolder(options.logPath, L"--log");
+    if (!options.keepTsPath.empty())
+        checkFileFolder(options.keepTsPath, L"--keep-ts");
     if (!options.outputFolder.empty())
         checkOutputFolder(HostPaths::absolute(options.outputFolder));
     if (options.command == L"record")

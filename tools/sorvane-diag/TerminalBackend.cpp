@@ -1,4 +1,6 @@
 #include "TerminalBackend.h"
+#include "EventVariables.h"
+#include "LibraryErrors.h"
 #include "RunReport.h"
 #include "StopRequest.h"
 #include "Terminal.h"
@@ -14,8 +16,9 @@ TerminalBackend::TerminalBackend(Terminal &terminal, RunReport &report, bool int
 {
 }
 
-void TerminalBackend::eventPosted(const ruvo::PostedEvent &event)
+void TerminalBackend::eventPosted(const ruvo::PostedEvent &posted)
 {
+    const ruvo::PostedEvent event = EventVariables::completed(posted);
     m_report.addEvent(event);
     const wchar_t *label = event.severity == ruvo::PostedEvent::ERROR_EVENT ? L"Error: " : L"Warning: ";
     m_terminal.line(label + event.message.wstr());
@@ -29,6 +32,7 @@ void TerminalBackend::progress(const kel::String &text)
         return;
     m_hasText = true;
     m_text = text.wstr();
+    LibraryErrors::setActivity(m_text);
     m_report.addProgressText(m_text);
     m_terminal.progress(m_percent, m_text);
 }

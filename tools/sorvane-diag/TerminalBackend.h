@@ -25,7 +25,7 @@ public:
 
     TerminalBackend(Terminal &terminal, RunReport &report, bool interactive);
 
-    void eventPosted(const ruvo::PostedEvent &event) override;
+    void eventPosted(const ruvo::PostedEvent &posted) override;
     void progress(const kel::String &text) override;
     void percentDone(int percent) override;
     void resetPercentDone() override;

@@ -10,7 +10,7 @@ namespace diag {
 ruvo::TestResult TunerScanCommand::run(CommandContext &context)
 {
     ruvo::DiagDevice device;
-    if (!context.chooseDevice(fitting(), kind(), device))
+    if (!chooseTuner(context, device))
         return ruvo::TestResult::NODEVICE();
     if (refusesWithoutTuner() && !device.deviceCapabilities().isCapable(fitting())) {
         // The library would answer with its analog TV warning even for a missing FM tuner.
@@ -24,6 +24,9 @@ ruvo::TestResult TunerScanCommand::run(CommandContext &context)
         context.say(problem);
         return ruvo::TestResult::BADPARAMS();
     }
+    const ruvo::TestResult ready = prepare(context, device);
+    if (ready != ruvo::TestResult::PASS())
+        return ready;
     context.terminal().line(L"Scanning... (Ctrl+C stops the scan)");
     const std::wstring note = scanNote();
     if (!note.empty())
@@ -38,7 +41,13 @@ ruvo::TestResult TunerScanCommand::run(CommandContext &context)
         }
         afterPass(context);
     }
+    afterScan(context, result);
     return result;
+}
+
+bool TunerScanCommand::chooseTuner(CommandContext &context, ruvo::DiagDevice &device) const
+{
+    return context.chooseDevice(fitting(), kind(), device);
 }
 
 void TunerScanCommand::reportFound(CommandContext &context, const std::wstring &sentence, const std::wstring &channel)

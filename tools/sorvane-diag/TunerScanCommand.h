@@ -16,6 +16,17 @@ public:
 
 protected:
     virtual ruvo::DeviceCapability fitting() const = 0;
+    // The tuner to scan with: --device, else the first with fitting(). False, with the reason
+    // said, when there is none.
+    virtual bool chooseTuner(CommandContext &context, ruvo::DiagDevice &device) const;
+    // What must be settled before the library runs (a country ...): PASS to scan, otherwise
+    // the result to end with, the reason said.
+    virtual ruvo::TestResult prepare(CommandContext &context, const ruvo::DiagDevice &device) const
+    {
+        (void)context;
+        (void)device;
+        return ruvo::TestResult::PASS();
+    }
     // "TV tuner", "FM radio tuner".
     virtual std::wstring kind() const = 0;
     virtual void applyDefaults(CommandContext &context) const = 0;
@@ -37,6 +48,12 @@ protected:
     }
     // After a scan that passed: what the command adds to the terminal and the report.
     virtual void afterPass(CommandContext &context) const { (void)context; }
+    // After every scan that ran, whatever its result (after afterPass on a pass).
+    virtual void afterScan(CommandContext &context, const ruvo::TestResult &result) const
+    {
+        (void)context;
+        (void)result;
+    }
 
 private:
     static void reportFound(CommandContext &context, const std::wstring &sentence, const std::wstring &channel);

@@ -52,21 +52,12 @@ void ATSCTuner::setupSampleGrabber() {}
 bool ATSCTuner::tuneToChannel(int channel, int minorChannel, int /*inputType*/)
 {
     kel::TraceLogger trace(sorvaneLogger(), "ATSCTuner::tuneToChannel", __FILE__, __LINE__);
-    const long frequency = static_cast<long>(ATSCChannelPlan::frequencyKHz(channel));
-    SORVANE_LOG_DETAIL("channel = " << channel << ", minorChannel = " << minorChannel << ", frequency = " << frequency);
+    SORVANE_LOG_DETAIL("channel = " << channel << ", minorChannel = " << minorChannel);
     CComPtr<IATSCLocator> locator;
-    HRESULT hr = locator.CoCreateInstance(CLSID_ATSCLocator, nullptr, CLSCTX_INPROC_SERVER);
-    if (FAILED(hr)) {
-        SORVANE_LOG_ERROR("ATSCLocator creation failed: " << hrText(hr));
+    if (!makeLocator(channel, locator))
         return false;
-    }
-    if (FAILED(hr = locator->put_PhysicalChannel(channel)) || FAILED(hr = locator->put_CarrierFrequency(frequency)) ||
-        FAILED(hr = locator->put_Modulation(BDA_MOD_8VSB))) {
-        SORVANE_LOG_ERROR("IATSCLocator set-up failed: " << hrText(hr));
-        return false;
-    }
     CComPtr<ITuneRequest> request;
-    hr = m_tuningSpace->CreateTuneRequest(&request);
+    HRESULT hr = m_tuningSpace->CreateTuneRequest(&request);
     if (FAILED(hr) || !request) {
         SORVANE_LOG_ERROR("ITuningSpace::CreateTuneRequest failed: " << hrText(hr));
         return false;
@@ -79,7 +70,7 @@ bool ATSCTuner::tuneToChannel(int channel, int minorChannel, int /*inputType*/)
     }
     if (FAILED(hr = channelRequest->put_Channel(channel)) ||
         FAILED(hr = channelRequest->put_MinorChannel(minorChannel)) ||
-        FAILED(hr = channelRequest->put_Locator(locator))) {
+        (locator && FAILED(hr = channelRequest->put_Locator(locator)))) {
         SORVANE_LOG_ERROR("IATSCChannelTuneRequest set-up failed: " << hrText(hr));
         return false;
     }
@@ -89,6 +80,23 @@ bool ATSCTuner::tuneToChannel(int channel, int minorChannel, int /*inputType*/)
         return false;
     }
     kel::System::mssleep(m_settleDelay);
+    return true;
+}
+
+bool ATSCTuner::makeLocator(int channel, CComPtr<IATSCLocator> &locator)
+{
+    const long frequency = static_cast<long>(ATSCChannelPlan::frequencyKHz(channel));
+    SORVANE_LOG_DETAIL("frequency = " << frequency);
+    HRESULT hr = locator.CoCreateInstance(CLSID_ATSCLocator, nullptr, CLSCTX_INPROC_SERVER);
+    if (FAILED(hr)) {
+        SORVANE_LOG_ERROR("ATSCLocator creation failed: " << hrText(hr));
+        return false;
+    }
+    if (FAILED(hr = locator->put_PhysicalChannel(channel)) || FAILED(hr = locator->put_CarrierFrequency(frequency)) ||
+        FAILED(hr = locator->put_Modulation(BDA_MOD_8VSB))) {
+        SORVANE_LOG_ERROR("IATSCLocator set-up failed: " << hrText(hr));
+        return false;
+    }
     return true;
 }
 

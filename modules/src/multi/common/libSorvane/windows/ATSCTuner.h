@@ -20,6 +20,9 @@ protected:
     void signalFound() override;
     void cleanUpCOMInterfaces() override;
 
+    // Where the channel is: its physical channel, 8-VSB carrier frequency and modulation. False
+    // when the locator cannot be made; a null locator leaves the place to the receiver.
+    virtual bool makeLocator(int channel, CComPtr<IATSCLocator> &locator);
     // Finds the first of these tuning spaces the provider offers; CANNOTRUN when none.
     void chooseTuningSpace(const wchar_t *const *names, int count);
 

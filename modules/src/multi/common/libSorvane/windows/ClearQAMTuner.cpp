@@ -7,7 +7,6 @@
 #include "SampleCallback.h"
 
 #include <kel/System.h>
-#include <vector>
 
 SORVANE_LOG_CATEGORY(SORVANE_CAPTURE_CATEGORY)
 
@@ -21,9 +20,6 @@ const uint32_t kMaxCableChannel = 120;
 const uint32_t kCollectDelay = 500;
 const long kBufferMode = 1;
 const int kFirstProgram = 1;
-// At most this much of the channel's stream is measured for its health.
-const int32_t kMeasuredBytes = 16 * 1024 * 1024;
-const int32_t kNoChannelFound = -1;
 const wchar_t *const kCableSpaces[] = {L"ATSCCable", L"ClearQAM", L"Digital Cable"};
 
 kel::String hrText(HRESULT hr)
@@ -33,8 +29,7 @@ kel::String hrText(HRESULT hr)
 
 } // namespace
 
-ClearQAMTuner::ClearQAMTuner(const ruvo::DiagDevice &device, const kel::String &name)
-    : DigitalTuner(device, name), m_foundMark(kNoChannelFound)
+ClearQAMTuner::ClearQAMTuner(const ruvo::DiagDevice &device, const kel::String &name) : DigitalTuner(device, name)
 {
     m_maxChannel = kMaxCableChannel;
 }
@@ -167,27 +162,8 @@ void ClearQAMTuner::signalFound()
 {
     DigitalTuner::signalFound();
     SampleCallback *buffer = dynamic_cast<SampleCallback *>(m_sampleGrabberCallback.p);
-    if (!buffer)
-        return;
-    m_foundMark = buffer->bytesReceived();
-    m_foundWatch.reset();
-}
-
-void ClearQAMTuner::measureFoundChannel()
-{
-    SampleCallback *buffer = dynamic_cast<SampleCallback *>(m_sampleGrabberCallback.p);
-    const int32_t mark = m_foundMark;
-    m_foundMark = kNoChannelFound;
-    if (!buffer || mark == kNoChannelFound)
-        return;
-    const double elapsedMs = static_cast<double>(m_foundWatch.elapsedMilliseconds());
-    const int32_t received = buffer->bytesReceived() - mark;
-    if (received <= 0)
-        return;
-    std::vector<unsigned char> bytes(static_cast<size_t>(received < kMeasuredBytes ? received : kMeasuredBytes));
-    const int32_t copied = buffer->copyReceived(mark, bytes.data(), static_cast<int32_t>(bytes.size()));
-    // The bytes kept are the first ones, so their share of the time is the share of the bytes.
-    measureStream(bytes.data(), copied, elapsedMs * copied / received);
+    if (buffer)
+        m_channelStream.markFound(*buffer);
 }
 
 void ClearQAMTuner::cleanUpCOMInterfaces()
@@ -195,7 +171,7 @@ void ClearQAMTuner::cleanUpCOMInterfaces()
     // The streaming thread stops, then the grabber lets go of the callback, before the callback goes.
     if (m_mediaControl)
         m_mediaControl->Stop();
-    measureFoundChannel();
+    keepChannelStream(dynamic_cast<SampleCallback *>(m_sampleGrabberCallback.p));
     if (m_sampleGrabber)
         m_sampleGrabber->SetCallback(nullptr, kBufferMode);
     m_sampleGrabberCallback.Release();

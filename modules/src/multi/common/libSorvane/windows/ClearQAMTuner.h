@@ -6,7 +6,6 @@
 #include "DigitalTuner.h"
 #include "SorvaneExport.h"
 
-#include <kel/Stopwatch.h>
 #include <qedit.h>
 
 namespace sorvane {
@@ -24,14 +23,6 @@ protected:
 
     CComPtr<ITuningSpace> m_tuningSpace;
     CComPtr<ISampleGrabberCB> m_sampleGrabberCallback;
-
-private:
-    // Measures the stream that arrived while the channel found stayed on screen.
-    void measureFoundChannel();
-
-    // Where that stream starts in the packet buffer (-1: no channel found), and since when.
-    int32_t m_foundMark;
-    kel::Stopwatch m_foundWatch;
 };
 
 } // namespace sorvane

@@ -8,6 +8,7 @@
 #include "ErrorHandler.h"
 #include "ModuleRegistration.h"
 #include "Mpeg2StreamAnalyzer.h"
+#include "SampleCallback.h"
 
 #include <kel/System.h>
 #include <ruvo/DiagModule.h>
@@ -31,6 +32,7 @@ const int kNoCountry = -1;
 // ERROR_INSUFFICIENT_BUFFER.
 const int kGeoInvalidParameter = 87;
 const int kGeoInsufficientBuffer = 122;
+const long kBufferMode = 1;
 
 kel::String hrText(HRESULT hr)
 {
@@ -72,6 +74,7 @@ void DVBTuner::setupDevice()
     // The quality check reads the grabber's last sample.
     if (m_sampleGrabber)
         m_sampleGrabber->SetBufferSamples(TRUE);
+    attachPacketBuffer();
     setupTuningSpace();
     renderDemuxPins();
 
@@ -83,6 +86,19 @@ void DVBTuner::setupDevice()
         return;
     }
     setupCountry();
+}
+
+void DVBTuner::attachPacketBuffer()
+{
+    m_packetBuffer.Release();
+    if (!m_sampleGrabber)
+        return;
+    m_packetBuffer = new SampleCallback;
+    const HRESULT hr = m_sampleGrabber->SetCallback(m_packetBuffer, kBufferMode);
+    if (FAILED(hr)) {
+        SORVANE_LOG_ERROR("ISampleGrabber::SetCallback failed: " << hrText(hr));
+        m_packetBuffer.Release();
+    }
 }
 
 void DVBTuner::setupTuningSpace()
@@ -278,6 +294,15 @@ bool DVBTuner::tuneToChannel(int channel, int, int)
     return tuned;
 }
 
+uint32_t DVBTuner::channelFrequencyKHz(int channel) const
+{
+    if (!m_isDTMB)
+        return m_guideStore.frequencyKHz(channel);
+    if (channel < DTMBFrequencyPlan::kFirstChannel || channel > DTMBFrequencyPlan::kLastChannel)
+        return 0;
+    return DTMBFrequencyPlan::table()[channel];
+}
+
 bool DVBTuner::tuneDTMB(int channel)
 {
     CComPtr<IDVBTuningSpace2> space;
@@ -380,6 +405,10 @@ bool DVBTuner::checkMpeg2SignalQuality(int &quality)
 
 bool DVBTuner::checkCurrentChannel()
 {
+    // The packet buffer holds the channel under test only.
+    SampleCallback *buffer = dynamic_cast<SampleCallback *>(m_packetBuffer.p);
+    if (buffer)
+        buffer->reset();
     return checkChannel(static_cast<int>(m_currentChannel), 0, 0);
 }
 
@@ -398,22 +427,27 @@ void DVBTuner::initializeChannelIteration()
     SORVANE_LOG_DETAIL("channels " << m_startChannel << " to " << m_endChannel);
 }
 
-// The grabber keeps only its last sample, whose duration is unknown: the timing checks of the
-// stream's health are left out.
+// The found channel's stream is measured from here to the graph's stop: it keeps arriving
+// while the picture stays on screen, long enough for the tables' repetition to be judged.
 void DVBTuner::signalFound()
 {
     DigitalTuner::signalFound();
-    long size = 0;
-    if (!m_sampleGrabber || FAILED(m_sampleGrabber->GetCurrentBuffer(&size, nullptr)) || size <= 0)
-        return;
-    std::vector<unsigned char> buffer(static_cast<size_t>(size), 0);
-    if (FAILED(m_sampleGrabber->GetCurrentBuffer(&size, reinterpret_cast<long *>(buffer.data()))))
-        return;
-    measureStream(buffer.data(), static_cast<int>(size), 0.0);
+    SampleCallback *buffer = dynamic_cast<SampleCallback *>(m_packetBuffer.p);
+    if (buffer)
+        m_channelStream.markFound(*buffer);
 }
 
 void DVBTuner::cleanUpCOMInterfaces()
 {
+    // The streaming thread stops, then the grabber lets go of the buffer, before the buffer goes.
+    if (m_packetBuffer) {
+        if (m_mediaControl)
+            m_mediaControl->Stop();
+        keepChannelStream(dynamic_cast<SampleCallback *>(m_packetBuffer.p));
+        if (m_sampleGrabber)
+            m_sampleGrabber->SetCallback(nullptr, kBufferMode);
+        m_packetBuffer.Release();
+    }
     m_tuningSpace.Release();
     DigitalTuner::cleanUpCOMInterfaces();
 }

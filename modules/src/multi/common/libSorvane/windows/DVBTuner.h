@@ -8,6 +8,7 @@
 #include "SorvaneExport.h"
 
 #include <kel/Array.h>
+#include <qedit.h>
 
 namespace sorvane {
 
@@ -15,6 +16,11 @@ class SORVANE_API DVBTuner : public DigitalTuner {
 public:
     DVBTuner(const ruvo::DiagDevice &device, const kel::String &name);
     ~DVBTuner() override;
+
+    // What the scan tunes for `channel`, in kHz: the country's list or the DTMB plan; 0 for a
+    // channel it does not tune.
+    uint32_t channelFrequencyKHz(int channel) const;
+    bool isDTMB() const { return m_isDTMB; }
 
 protected:
     void setupDevice() override;
@@ -39,8 +45,12 @@ protected:
     bool m_isDTMB;
     DVBTGuideStore m_guideStore;
     CComPtr<ITuningSpace> m_tuningSpace;
+    // Collects each channel's transport stream beside the grabber's last sample, so that the
+    // channel found is measured over the time it stayed on screen.
+    CComPtr<ISampleGrabberCB> m_packetBuffer;
 
 private:
+    void attachPacketBuffer();
     void setupTuningSpace();
     void renderDemuxPins();
     void setChannelRange(uint32_t first, uint32_t last);

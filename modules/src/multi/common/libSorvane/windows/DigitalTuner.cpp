@@ -6,6 +6,7 @@
 #include "ModuleRegistration.h"
 #include "MonikerProperty.h"
 #include "Mpeg2StreamAnalyzer.h"
+#include "SampleCallback.h"
 #include "StreamHealthMonitor.h"
 #include "SdkGuids.h"
 
@@ -13,6 +14,7 @@
 #include <bdamedia.h>
 #include <amvideo.h>
 #include <uuids.h>
+#include <vector>
 
 // mingw-w64 declares IQualProp without its interface identifier.
 __CRT_UUID_DECL(IQualProp, 0x1bd0ecb0, 0xf8e2, 0x11ce, 0xaa, 0xc6, 0x00, 0x20, 0xaf, 0x0b, 0x99, 0xa3)
@@ -575,6 +577,18 @@ void DigitalTuner::measureStream(unsigned char *data, int length, double duratio
                                             << static_cast<long long>(m_streamHealth.packets) << " packets, quality "
                                             << m_streamQuality << ", TR 101 290 priority 1 "
                                             << (m_streamHealth.clean() ? "clean" : "with errors"));
+}
+
+void DigitalTuner::keepChannelStream(SampleCallback *buffer)
+{
+    if (!buffer)
+        return;
+    m_channelStream.take(*buffer);
+    if (!m_channelStream.found() || m_channelStream.bytes().empty())
+        return;
+    // The quality score takes writable bytes.
+    std::vector<unsigned char> bytes = m_channelStream.bytes();
+    measureStream(bytes.data(), static_cast<int>(bytes.size()), m_channelStream.durationMs());
 }
 
 bool DigitalTuner::isVideoPin(IPin *pin)

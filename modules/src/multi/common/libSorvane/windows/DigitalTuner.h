@@ -3,6 +3,7 @@
 // demultiplexer's video, and decides on a signal from the device's BDA signal statistics.
 #pragma once
 
+#include "ChannelStream.h"
 #include "SorvaneExport.h"
 #include "StreamHealth.h"
 #include "TVTuner.h"
@@ -11,6 +12,8 @@
 #include <tuner.h>
 
 namespace sorvane {
+
+class SampleCallback;
 
 class SORVANE_API DigitalTuner : public TVTuner {
 public:
@@ -21,6 +24,8 @@ public:
     // by tuners without a sample grabber.
     StreamHealth streamHealth() const { return m_streamHealth; }
     int streamQuality() const { return m_streamQuality; }
+    // The transport stream the last scan ended on (empty for tuners without a sample grabber).
+    const ChannelStream &channelStream() const { return m_channelStream; }
 
 protected:
     // The virtual operations below follow those of TVTuner, in this order.
@@ -45,6 +50,8 @@ protected:
     static bool isSectionsPin(IPin *pin);
     // Measures the stream of the channel found for streamHealth() and streamQuality().
     void measureStream(unsigned char *data, int length, double durationMs);
+    // After the graph stopped: keeps the stream the scan ended on and measures the found channel's.
+    void keepChannelStream(SampleCallback *buffer);
 
     CComPtr<IBaseFilter> m_networkProvider;
     CComPtr<ITuner> m_tuner;
@@ -52,6 +59,7 @@ protected:
     CComPtr<IBaseFilter> m_demuxFilter;
     StreamHealth m_streamHealth;
     int m_streamQuality;
+    ChannelStream m_channelStream;
 
 private:
     // One moniker of the category: its filter when it is the framework's device.

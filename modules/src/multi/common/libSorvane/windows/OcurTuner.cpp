@@ -27,6 +27,23 @@ void OcurTuner::setupDevice()
 
 void OcurTuner::setupSampleGrabber() {}
 
+bool OcurTuner::makeLocator(int channel, CComPtr<IATSCLocator> &locator)
+{
+    // A cable channel is not where the terrestrial plan puts the broadcast channel of that
+    // number (cable 2 has its picture carrier at 55.25 MHz, not a centre at 57 MHz), and cable
+    // carries QAM, not 8-VSB: the receiver places the channel itself.
+    SORVANE_LOG_DETAIL("channel " << channel << " is placed by the receiver's channel map");
+    locator.Release();
+    return true;
+}
+
+// The terrestrial frequency the ATSC tuner logs does not apply to a cable channel.
+void OcurTuner::signalFound()
+{
+    DigitalTuner::signalFound();
+    SORVANE_LOG_DETAIL("OpenCable virtual channel " << static_cast<unsigned>(m_currentChannel));
+}
+
 bool OcurTuner::isSignalPresent()
 {
     if (!(g_useMinorChannelTechnique->isset() && g_useMinorChannelTechnique->value().valueBool())) {

@@ -1,0 +1,101 @@
+#include "TerminalChoice.h"
+#include "PromptReader.h"
+#include "StopRequest.h"
+#include "Terminal.h"
+
+#include <cwctype>
+
+namespace sorvane {
+namespace diag {
+
+namespace {
+
+const size_t kColumns = 3;
+const size_t kColumnWidth = 26;
+
+std::wstring folded(const std::wstring &text)
+{
+    std::wstring result;
+    for (const wchar_t c : text)
+        result += static_cast<wchar_t>(towlower(c));
+    return result;
+}
+
+std::wstring trimmed(const std::wstring &text)
+{
+    const size_t begin = text.find_first_not_of(L" \t");
+    if (begin == std::wstring::npos)
+        return std::wstring();
+    return text.substr(begin, text.find_last_not_of(L" \t") - begin + 1);
+}
+
+} // namespace
+
+TerminalChoice::TerminalChoice(Terminal &terminal, const std::vector<Option> &options)
+    : m_terminal(terminal), m_options(options)
+{
+}
+
+TerminalChoice::Outcome TerminalChoice::ask(const std::wstring &question, size_t &chosen)
+{
+    list();
+    m_terminal.line(question);
+    std::wstring typed;
+    while (PromptReader::instance().readLine(typed, 0)) {
+        std::wstring problem;
+        const int index = match(m_options, typed, problem);
+        if (index >= 0) {
+            chosen = static_cast<size_t>(index);
+            return Outcome::CHOSEN;
+        }
+        m_terminal.line(problem);
+    }
+    return StopRequest::requested() ? Outcome::STOPPED : Outcome::ENDED;
+}
+
+int TerminalChoice::match(const std::vector<Option> &options, const std::wstring &typed, std::wstring &problem)
+{
+    const std::wstring wanted = folded(trimmed(typed));
+    if (wanted.empty()) {
+        problem = L"Please type a code or a name from the list.";
+        return -1;
+    }
+    std::vector<int> partial;
+    for (size_t i = 0; i < options.size(); ++i) {
+        if (folded(options[i].code) == wanted || folded(options[i].name) == wanted)
+            return static_cast<int>(i);
+        if (folded(options[i].name).find(wanted) != std::wstring::npos)
+            partial.push_back(static_cast<int>(i));
+    }
+    if (partial.size() == 1)
+        return partial[0];
+    if (partial.empty()) {
+        problem = L"\"" + trimmed(typed) + L"\" is not in the list: type a code or a name from it.";
+        return -1;
+    }
+    problem = L"\"" + trimmed(typed) + L"\" fits " + std::to_wstring(partial.size()) + L" entries (";
+    for (size_t i = 0; i < partial.size() && i < 4; ++i)
+        problem += (i ? L", " : L"") + options[static_cast<size_t>(partial[i])].name;
+    problem +=
+        partial.size() > 4 ? L" ...): give more of the name or the code." : L"): give more of the name or the code.";
+    return -1;
+}
+
+void TerminalChoice::list()
+{
+    std::wstring row;
+    for (size_t i = 0; i < m_options.size(); ++i) {
+        std::wstring cell = m_options[i].code + L"  " + m_options[i].name;
+        if (cell.size() > kColumnWidth - 1)
+            cell = cell.substr(0, kColumnWidth - 2) + L"~";
+        const bool last = (i + 1) % kColumns == 0 || i + 1 == m_options.size();
+        row += last ? cell : cell + std::wstring(kColumnWidth - cell.size(), L' ');
+        if (last) {
+            m_terminal.line(L"  " + row);
+            row.clear();
+        }
+    }
+}
+
+} // namespace diag
+} // namespace sorvane
