@@ -132,12 +132,12 @@ std::wstring FailureExplanation::digitalChannelFaults(const Facts &facts)
 
 std::wstring FailureExplanation::channelFault(const std::wstring &line)
 {
-    if (line.find(L"put_TuneRequest failed: ") != std::wstring::npos)
+    if (line.find(LogTexts::TUNE_REFUSED) != std::wstring::npos)
         return refusedTune(line);
-    if (line.find(L"no clear programs found") != std::wstring::npos)
+    if (line.find(LogTexts::NO_CLEAR_PROGRAM) != std::wstring::npos)
         return L"a transport stream arrived, but the library found no program in the clear in it: every "
                L"program scrambled (encrypted), or no program table it could read";
-    if (line.find(L"No packets, no transport stream on this channel") != std::wstring::npos)
+    if (line.find(LogTexts::NO_PACKETS) != std::wstring::npos)
         return L"the tuner accepted the tune, but not one byte of transport stream arrived while the library "
                L"listened: nothing is broadcast there, or the tuner did not lock";
     return std::wstring();
@@ -163,8 +163,8 @@ std::wstring FailureExplanation::refusedTune(const std::wstring &line)
 // and counts the channel as silent.
 std::wstring FailureExplanation::statisticsUnread(const Facts &facts)
 {
-    static const wchar_t *const kReads[] = {L"Topo sig qual failed: ", L"Topo sig lock failed: ",
-                                            L"Topo sig present failed: ", L"Cannot get node types: "};
+    static const wchar_t *const kReads[] = {LogTexts::QUALITY_FAILED, LogTexts::LOCK_FAILED, LogTexts::PRESENT_FAILED,
+                                            LogTexts::NODE_TYPES_FAILED};
     size_t failures = 0;
     std::wstring first;
     for (const std::wstring &line : facts.libraryErrors) {

@@ -56,8 +56,8 @@ struct NotableDetail {
 const NotableDetail kNotableDetails[] = {{LogTexts::TIMEOUT_AFTER, false},
                                          {LogTexts::SHORTFALL_BEFORE, false},
                                          {LogTexts::EMPTY_SAMPLE, true},
-                                         {L"No packets, no transport stream on this channel", false},
-                                         {L"no clear programs found", false}};
+                                         {LogTexts::NO_PACKETS, false},
+                                         {LogTexts::NO_CLEAR_PROGRAM, false}};
 
 bool isNotableDetail(const std::wstring &line)
 {

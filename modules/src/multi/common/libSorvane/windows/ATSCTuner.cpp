@@ -1,4 +1,5 @@
 #include "ATSCTuner.h"
+#include "LogTexts.h"
 #include "ATSCChannelPlan.h"
 #include "CaptureLog.h"
 #include "ErrorHandler.h"
@@ -76,7 +77,7 @@ bool ATSCTuner::tuneToChannel(int channel, int minorChannel, int /*inputType*/)
     }
     hr = m_tuner->put_TuneRequest(channelRequest);
     if (FAILED(hr)) {
-        SORVANE_LOG_ERROR("put_TuneRequest failed: " << hrText(hr));
+        SORVANE_LOG_ERROR(LogTexts::TUNE_REFUSED << hrText(hr));
         return false;
     }
     kel::System::mssleep(m_settleDelay);

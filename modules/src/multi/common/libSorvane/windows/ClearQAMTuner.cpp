@@ -1,4 +1,5 @@
 #include "ClearQAMTuner.h"
+#include "LogTexts.h"
 #include "CableFrequencyPlan.h"
 #include "CaptureLog.h"
 #include "ClearProgramSearch.h"
@@ -121,7 +122,7 @@ bool ClearQAMTuner::tuneToChannel(int channel, int programNumber, int /*inputTyp
     }
     hr = m_tuner->put_TuneRequest(channelRequest);
     if (FAILED(hr)) {
-        SORVANE_LOG_ERROR("put_TuneRequest failed: " << hrText(hr));
+        SORVANE_LOG_ERROR(LogTexts::TUNE_REFUSED << hrText(hr));
         return false;
     }
     kel::System::mssleep(m_settleDelay);
@@ -143,14 +144,14 @@ bool ClearQAMTuner::checkCurrentChannel()
     buffer->reset();
     kel::System::mssleep(kCollectDelay);
     if (buffer->bytesReceived() == 0) {
-        SORVANE_LOG_DETAIL("No packets, no transport stream on this channel");
+        SORVANE_LOG_DETAIL(LogTexts::NO_PACKETS);
         return false;
     }
 
     const int program = ClearProgramSearch::processTransportStream(*buffer);
     SORVANE_LOG_DETAIL("processTransportStream returns " << program);
     if (program == ClearProgramSearch::kNoClearProgram) {
-        SORVANE_LOG_DETAIL("Return of -1 --> no clear programs found");
+        SORVANE_LOG_DETAIL(LogTexts::NO_CLEAR_PROGRAM);
         return false;
     }
     return checkChannel(static_cast<int>(m_currentChannel), program, 0);

@@ -1,4 +1,5 @@
 #include "DigitalTuner.h"
+#include "LogTexts.h"
 #include "CaptureLog.h"
 #include "CaptureUtil.h"
 #include "DeviceIdParser.h"
@@ -474,7 +475,7 @@ bool DigitalTuner::topologySignal(IBDA_Topology *topology)
     ULONG count = 0;
     const HRESULT hr = topology->GetNodeTypes(&count, kMaxNodes, nodeTypes);
     if (FAILED(hr)) {
-        SORVANE_LOG_ERROR("getSignalStrength::Cannot get node types: " << hrText(hr));
+        SORVANE_LOG_ERROR(LogTexts::NODE_TYPES_FAILED << hrText(hr));
         return false;
     }
     bool failed = false;
@@ -513,21 +514,21 @@ bool DigitalTuner::nodeSignal(IBDA_Topology *topology, ULONG nodeType, bool &fai
         LONG sampleTime = 0;
         HRESULT hr = statistics->get_SignalQuality(&quality);
         if (FAILED(hr)) {
-            SORVANE_LOG_ERROR("Topo sig qual failed: " << hrText(hr));
+            SORVANE_LOG_ERROR(LogTexts::QUALITY_FAILED << hrText(hr));
             failed = true;
             return false;
         }
         SORVANE_LOG_DETAIL("Topo sig qual: " << static_cast<long>(quality));
         hr = statistics->get_SignalLocked(&locked);
         if (FAILED(hr)) {
-            SORVANE_LOG_ERROR("Topo sig lock failed: " << hrText(hr));
+            SORVANE_LOG_ERROR(LogTexts::LOCK_FAILED << hrText(hr));
             failed = true;
             return false;
         }
         SORVANE_LOG_DETAIL("Topo sig lock: " << static_cast<int>(locked));
         hr = statistics->get_SignalPresent(&present);
         if (FAILED(hr)) {
-            SORVANE_LOG_ERROR("Topo sig present failed: " << hrText(hr));
+            SORVANE_LOG_ERROR(LogTexts::PRESENT_FAILED << hrText(hr));
             failed = true;
             return false;
         }

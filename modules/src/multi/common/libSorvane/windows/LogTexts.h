@@ -20,6 +20,16 @@ struct LogTexts {
     static constexpr const wchar_t *SHORTFALL_AFTER = L" frames, got ";
     // "m_tuner->SignalPresent returned hr/signalPresent: 0x<code>/<strength>".
     static constexpr const wchar_t *SIGNAL_PRESENT_ANSWER = L"m_tuner->SignalPresent returned hr/signalPresent: 0x";
+    // "put_TuneRequest failed: <code's text>": a digital tuner refused a channel.
+    static constexpr const wchar_t *TUNE_REFUSED = L"put_TuneRequest failed: ";
+    // A Clear QAM channel whose stream brought no packet, and one without a program in the clear.
+    static constexpr const wchar_t *NO_PACKETS = L"No packets, no transport stream on this channel";
+    static constexpr const wchar_t *NO_CLEAR_PROGRAM = L"Return of -1 --> no clear programs found";
+    // The reads of a digital tuner's signal statistics over its topology.
+    static constexpr const wchar_t *NODE_TYPES_FAILED = L"getSignalStrength::Cannot get node types: ";
+    static constexpr const wchar_t *QUALITY_FAILED = L"Topo sig qual failed: ";
+    static constexpr const wchar_t *LOCK_FAILED = L"Topo sig lock failed: ";
+    static constexpr const wchar_t *PRESENT_FAILED = L"Topo sig present failed: ";
 };
 
 } // namespace sorvane
