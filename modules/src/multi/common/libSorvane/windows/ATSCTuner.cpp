@@ -1,8 +1,8 @@
 #include "ATSCTuner.h"
-#include "LogTexts.h"
 #include "ATSCChannelPlan.h"
 #include "CaptureLog.h"
 #include "ErrorHandler.h"
+#include "LogTexts.h"
 
 #include <kel/System.h>
 

@@ -1,9 +1,9 @@
 #include "ClearQAMTuner.h"
-#include "LogTexts.h"
 #include "CableFrequencyPlan.h"
 #include "CaptureLog.h"
 #include "ClearProgramSearch.h"
 #include "ErrorHandler.h"
+#include "LogTexts.h"
 #include "ModuleRegistration.h"
 #include "SampleCallback.h"
 

@@ -1,15 +1,15 @@
 #include "DigitalTuner.h"
-#include "LogTexts.h"
 #include "CaptureLog.h"
 #include "CaptureUtil.h"
 #include "DeviceIdParser.h"
 #include "ErrorHandler.h"
+#include "LogTexts.h"
 #include "ModuleRegistration.h"
 #include "MonikerProperty.h"
 #include "Mpeg2StreamAnalyzer.h"
 #include "SampleCallback.h"
-#include "StreamHealthMonitor.h"
 #include "SdkGuids.h"
+#include "StreamHealthMonitor.h"
 
 #include <ruvo/DeviceCapability.h>
 #include <bdamedia.h>
