@@ -146,11 +146,13 @@ ruvo::TestResult CommandContext::runTest(const std::wstring &phase, const std::f
             m_report.setErrorCode(failure.getErrorCode());
             m_terminal.line(L"Windows code " + HostError::describe(static_cast<HRESULT>(failure.getErrorCode())));
         }
-        FailureExplanation::Facts facts = {failure.getResult(), m_report.eventsSince(eventsBefore),
-                                           static_cast<long>(failure.getErrorCode()),
-                                           LibraryErrors::since(errorsBefore), phase};
-        facts.stoppingSeconds = DeviceStopWait::notableSeconds() - stoppingBefore;
-        facts.activities = LibraryErrors::activitiesSince(errorsBefore);
+        const FailureExplanation::Facts facts = {failure.getResult(),
+                                                 m_report.eventsSince(eventsBefore),
+                                                 static_cast<long>(failure.getErrorCode()),
+                                                 LibraryErrors::since(errorsBefore),
+                                                 phase,
+                                                 DeviceStopWait::notableSeconds() - stoppingBefore,
+                                                 LibraryErrors::activitiesSince(errorsBefore)};
         const std::wstring explanation = FailureExplanation::of(facts);
         if (!explanation.empty())
             say(explanation);
