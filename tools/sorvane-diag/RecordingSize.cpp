@@ -10,8 +10,7 @@ std::wstring RecordingSize::estimate(const ruvo::DiagDevice &device, double seco
 {
     std::vector<StreamCapability> capabilities;
     std::wstring problem;
-    if (!StreamCapsReader::read(device.name().wstr(), device.description().wstr(), capabilities, problem) ||
-        capabilities.empty())
+    if (!StreamCapsReader::read(device, capabilities, problem) || capabilities.empty())
         return std::wstring();
     // The pin delivers its first capability unless told otherwise, as the recording does not.
     const StreamCapability &stream = capabilities.front();

@@ -1,6 +1,7 @@
 #include "StreamCapsReader.h"
 #include "HostError.h"
 
+#include <DeviceIdParser.h>
 #include <MediaTypeOwner.h>
 #include <MonikerProperty.h>
 
@@ -52,7 +53,7 @@ std::wstring StreamCapsReader::subtypeName(const GUID &subtype)
     return text;
 }
 
-CComPtr<IMoniker> StreamCapsReader::findMoniker(const std::wstring &name, const std::wstring &devicePath)
+CComPtr<IMoniker> StreamCapsReader::findMoniker(const MonikerTest &wanted)
 {
     CComPtr<ICreateDevEnum> devices;
     CComPtr<IEnumMoniker> monikers;
@@ -61,8 +62,7 @@ CComPtr<IMoniker> StreamCapsReader::findMoniker(const std::wstring &name, const 
         return CComPtr<IMoniker>(); // S_FALSE: the category is empty.
     CComPtr<IMoniker> moniker;
     while (monikers->Next(1, &moniker, nullptr) == S_OK) {
-        if (MonikerProperty::read(moniker, L"FriendlyName").wstr() == name &&
-            MonikerProperty::read(moniker, L"DevicePath").wstr() == devicePath)
+        if (wanted(moniker))
             return moniker;
         moniker.Release();
     }
@@ -130,7 +130,25 @@ bool StreamCapsReader::describe(const AM_MEDIA_TYPE &type, const VIDEO_STREAM_CO
 bool StreamCapsReader::read(const std::wstring &name, const std::wstring &devicePath,
                             std::vector<StreamCapability> &capabilities, std::wstring &problem)
 {
-    const CComPtr<IMoniker> moniker = findMoniker(name, devicePath);
+    const CComPtr<IMoniker> moniker = findMoniker([&](IMoniker *candidate) {
+        return MonikerProperty::read(candidate, L"FriendlyName").wstr() == name &&
+               MonikerProperty::read(candidate, L"DevicePath").wstr() == devicePath;
+    });
+    return readFrom(moniker, capabilities, problem);
+}
+
+bool StreamCapsReader::read(const ruvo::DiagDevice &device, std::vector<StreamCapability> &capabilities,
+                            std::wstring &problem)
+{
+    const CComPtr<IMoniker> moniker = findMoniker([&](IMoniker *candidate) {
+        return MonikerProperty::read(candidate, L"FriendlyName") == device.name() &&
+               DeviceIdParser::pathIdentifier(MonikerProperty::read(candidate, L"DevicePath")) == device.osLocator();
+    });
+    return readFrom(moniker, capabilities, problem);
+}
+
+bool StreamCapsReader::readFrom(IMoniker *moniker, std::vector<StreamCapability> &capabilities, std::wstring &problem)
+{
     if (!moniker) {
         problem = L"no video input device of that name";
         return false;

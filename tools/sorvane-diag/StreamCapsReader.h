@@ -6,9 +6,12 @@
 
 #include "StreamCapability.h"
 
+#include <ruvo/DiagDevice.h>
+
 #include <atlbase.h>
 #include <dshow.h>
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -20,10 +23,16 @@ public:
     // False with `problem` set ("no capture filter of that name", "binding failed: ...").
     static bool read(const std::wstring &name, const std::wstring &devicePath,
                      std::vector<StreamCapability> &capabilities, std::wstring &problem);
+    // The same for a framework record, whose locator is the identifier the library reads from
+    // the device path.
+    static bool read(const ruvo::DiagDevice &device, std::vector<StreamCapability> &capabilities,
+                     std::wstring &problem);
     static std::wstring subtypeName(const GUID &subtype);
 
 private:
-    static CComPtr<IMoniker> findMoniker(const std::wstring &name, const std::wstring &devicePath);
+    using MonikerTest = std::function<bool(IMoniker *)>;
+    static CComPtr<IMoniker> findMoniker(const MonikerTest &wanted);
+    static bool readFrom(IMoniker *moniker, std::vector<StreamCapability> &capabilities, std::wstring &problem);
     static CComPtr<IAMStreamConfig> captureConfig(IBaseFilter *filter);
     static bool isCapturePin(IPin *pin);
     static bool describe(const AM_MEDIA_TYPE &type, const VIDEO_STREAM_CONFIG_CAPS &caps, StreamCapability &capability);
