@@ -1,7 +1,7 @@
 // The fields of a RealSense camera record as words, for the `depth` table and report.
 #pragma once
 
-#include <realsense/RealSenseSdk.h>
+#include <rssdk/RealSenseSdk.h>
 
 #include <string>
 #include <vector>

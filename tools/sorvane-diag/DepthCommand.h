@@ -4,7 +4,7 @@
 
 #include "Command.h"
 
-#include <realsense/RealSenseSdk.h>
+#include <rssdk/RealSenseSdk.h>
 #include <kel/Array.h>
 
 namespace sorvane {

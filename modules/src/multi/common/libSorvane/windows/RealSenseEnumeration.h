@@ -5,7 +5,7 @@
 #include "SorvaneExport.h"
 
 #include <kel/Array.h>
-#include <realsense/RealSenseSdk.h>
+#include <rssdk/RealSenseSdk.h>
 
 namespace sorvane {
 
