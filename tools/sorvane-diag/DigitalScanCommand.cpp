@@ -8,7 +8,7 @@
 #include "ScanRange.h"
 #include "Terminal.h"
 #include "TransportStreamFile.h"
-#include "VisibleDesktop.h"
+#include "DisplayCheck.h"
 
 #include <cwchar>
 
@@ -248,7 +248,7 @@ ruvo::TestResult DigitalScanCommand::prepare(CommandContext &context, const ruvo
     }
     // A DTMB tuner has its own channels; the library asks for no country then.
     if (isDTMB(device) || !CountryParameter::leftToLibrary() || !context.options().interactive ||
-        VisibleDesktop::present())
+        DisplayCheck::canShowWindows())
         return ruvo::TestResult::PASS();
     return CountryParameter::askAtTerminal(context);
 }
