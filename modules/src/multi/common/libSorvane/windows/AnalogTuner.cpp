@@ -172,8 +172,8 @@ void AnalogTuner::setupDevice()
     HRESULT hr =
         m_captureGraphBuilder->FindInterface(&PIN_CATEGORY_CAPTURE, nullptr, m_srcFilter, IID_PPV_ARGS(&m_tuner));
     if (FAILED(hr) || !m_tuner) {
-        SORVANE_LOG_ERROR("FindInterface(IID_IAMTVTuner) failed: " << hrText(hr));
-        THROW_WARNING(ruvo::TestResult::NOTSUPPORTED(), hr, g_warnHardwareDoesNotSupportAnalogTVInput);
+        SORVANE_WARN_FAILED("FindInterface(IID_IAMTVTuner) failed: ", hr, ruvo::TestResult::NOTSUPPORTED(),
+                            g_warnHardwareDoesNotSupportAnalogTVInput);
     }
 
     if (m_mode == AMTUNER_MODE_TV)
@@ -181,7 +181,7 @@ void AnalogTuner::setupDevice()
 
     hr = m_tuner->put_Mode(static_cast<AMTunerModeType>(m_mode));
     if (FAILED(hr))
-        SORVANE_THROW_FAILED("put_Mode failed: ", hr, ruvo::TestResult::FAIL(), g_errorCreatingFilterGraph);
+        SORVANE_GRAPH_FAILED("put_Mode failed: ", hr);
 }
 
 void AnalogTuner::routeCrossbar()
@@ -240,9 +240,9 @@ bool AnalogTuner::renderVideoStream()
             return true;
     }
     if (FAILED(hr)) {
-        SORVANE_LOG_ERROR("no video stream renders: " << hrText(hr) << "\ngraph:\n"
-                                                      << CaptureUtil::graphToString(m_graphManager));
-        THROW_ERROR(ruvo::TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
+        SORVANE_THROW_LOGGED("no video stream renders: " << hrText(hr) << "\ngraph:\n"
+                                                         << CaptureUtil::graphToString(m_graphManager),
+                             ruvo::TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
     }
     return false;
 }

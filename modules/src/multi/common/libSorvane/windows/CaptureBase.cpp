@@ -203,26 +203,26 @@ void CaptureBase::setupGraph()
     m_graphManager.Release();
     HRESULT hr = m_graphManager.CoCreateInstance(CLSID_FilterGraph, nullptr, CLSCTX_INPROC_SERVER);
     if (FAILED(hr))
-        SORVANE_THROW_FAILED("CLSID_FilterGraph failed: ", hr, TestResult::FAIL(), g_errorCreatingFilterGraph);
+        SORVANE_GRAPH_FAILED("CLSID_FilterGraph failed: ", hr);
 
     m_captureGraphBuilder.Release();
     hr = m_captureGraphBuilder.CoCreateInstance(CLSID_CaptureGraphBuilder2, nullptr, CLSCTX_INPROC_SERVER);
     if (FAILED(hr))
-        SORVANE_THROW_FAILED("CLSID_CaptureGraphBuilder2 failed: ", hr, TestResult::FAIL(), g_errorCreatingFilterGraph);
+        SORVANE_GRAPH_FAILED("CLSID_CaptureGraphBuilder2 failed: ", hr);
 
     m_mediaControl.Release();
     hr = m_graphManager.QueryInterface(&m_mediaControl);
     if (FAILED(hr))
-        SORVANE_THROW_FAILED("IID_IMediaControl failed: ", hr, TestResult::FAIL(), g_errorCreatingFilterGraph);
+        SORVANE_GRAPH_FAILED("IID_IMediaControl failed: ", hr);
 
     m_mediaEvent.Release();
     hr = m_graphManager.QueryInterface(&m_mediaEvent);
     if (FAILED(hr))
-        SORVANE_THROW_FAILED("QI for IID_IMediaEventEx failed: ", hr, TestResult::FAIL(), g_errorCreatingFilterGraph);
+        SORVANE_GRAPH_FAILED("QI for IID_IMediaEventEx failed: ", hr);
     if (m_mediaEvent) {
         hr = m_captureGraphBuilder->SetFiltergraph(m_graphManager);
         if (FAILED(hr))
-            SORVANE_THROW_FAILED("SetFiltergraph failed: ", hr, TestResult::FAIL(), g_errorCreatingFilterGraph);
+            SORVANE_GRAPH_FAILED("SetFiltergraph failed: ", hr);
     }
 }
 
@@ -305,15 +305,13 @@ void CaptureBase::setupSampleGrabber()
     m_sampleGrabberFilter.Release();
     HRESULT hr = m_sampleGrabberFilter.CoCreateInstance(CLSID_SampleGrabber, nullptr, CLSCTX_INPROC_SERVER);
     if (FAILED(hr))
-        SORVANE_THROW_FAILED("Cannot create a SampleGrabber instance: ", hr, TestResult::FAIL(),
-                             g_errorCreatingFilterGraph);
+        SORVANE_GRAPH_FAILED("Cannot create a SampleGrabber instance: ", hr);
     addFilter(m_sampleGrabberFilter, kel::String(L"SampleGrabber"));
 
     m_sampleGrabber.Release();
     hr = m_sampleGrabberFilter.QueryInterface(&m_sampleGrabber);
     if (FAILED(hr))
-        SORVANE_THROW_FAILED("Cannot get a SampleGrabber interface: ", hr, TestResult::FAIL(),
-                             g_errorCreatingFilterGraph);
+        SORVANE_GRAPH_FAILED("Cannot get a SampleGrabber interface: ", hr);
     SORVANE_LOG_DETAIL("graph:\n" << graphText());
 }
 
@@ -325,10 +323,10 @@ void CaptureBase::renderToScreen()
     const HRESULT hr =
         m_captureGraphBuilder->RenderStream(&PIN_CATEGORY_CAPTURE, &MEDIATYPE_Video, m_srcFilter, nullptr, nullptr);
     if (FAILED(hr)) {
-        SORVANE_LOG_ERROR("RenderStream(PIN_CATEGORY_CAPTURE, MEDIATYPE_Video, m_srcFilter, NULL, NULL) returns: "
-                          << ErrorHandler::errorMessageFromHr(hr) << "\ngraph:\n"
-                          << graphText());
-        THROW_ERROR(TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
+        SORVANE_THROW_LOGGED("RenderStream(PIN_CATEGORY_CAPTURE, MEDIATYPE_Video, m_srcFilter, NULL, NULL) returns: "
+                                 << ErrorHandler::errorMessageFromHr(hr) << "\ngraph:\n"
+                                 << graphText(),
+                             TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
     }
 }
 
@@ -341,14 +339,13 @@ void CaptureBase::renderToFile(const kel::String &fileName)
     wchar_t tempPath[MAX_PATH];
     if (GetTempPathW(MAX_PATH, tempPath) == 0) {
         const DWORD error = GetLastError();
-        SORVANE_LOG_ERROR("GetTempPath failed: " << ErrorHandler::errorMessageFromHr(error));
-        THROW_WARNING(TestResult::FAIL(), error, g_errorCreatingFilterGraph);
+        SORVANE_WARN_FAILED("GetTempPath failed: ", error, TestResult::FAIL(), g_errorCreatingFilterGraph);
     }
     m_outputFile = kel::String(tempPath);
     if (!kel::FileSystem::exists(m_outputFile)) {
         const DWORD error = GetLastError();
-        SORVANE_LOG_ERROR("Windows temp file path does not exist " << m_outputFile);
-        THROW_WARNING(TestResult::FAIL(), error, g_errorCreatingFilterGraph);
+        SORVANE_WARN_LOGGED("Windows temp file path does not exist " << m_outputFile, TestResult::FAIL(), error,
+                            g_errorCreatingFilterGraph);
     }
     m_outputFile += fileName + L".avi";
     if (kel::FileSystem::exists(m_outputFile))
@@ -359,7 +356,7 @@ void CaptureBase::renderToFile(const kel::String &fileName)
     const HRESULT hr =
         m_captureGraphBuilder->SetOutputFileName(&MEDIASUBTYPE_Avi, m_outputFile.c_str(), &m_mux, &m_fileSink);
     if (FAILED(hr))
-        SORVANE_THROW_FAILED("Set output file AVI failed: ", hr, TestResult::FAIL(), g_errorCreatingFilterGraph);
+        SORVANE_GRAPH_FAILED("Set output file AVI failed: ", hr);
     doRenderToFile();
 }
 
@@ -403,8 +400,9 @@ void CaptureBase::throwIfRunFailed(HRESULT hr)
         SORVANE_LOG(kRunWarningPriority, "CaptureBase::run(), device busy");
         THROW_WARNING(TestResult::DEVICEBUSY(), hr, g_fastAccessRunning);
     }
-    SORVANE_LOG_ERROR(LogTexts::RUN_FAILED << ErrorHandler::errorMessageFromHr(hr) << "\ngraph:\n" << graphText());
-    THROW_ERROR(TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
+    SORVANE_THROW_LOGGED(LogTexts::RUN_FAILED << ErrorHandler::errorMessageFromHr(hr) << "\ngraph:\n"
+                                              << graphText(),
+                         TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
 }
 
 // Spins between message batches without sleeping, so the condition is seen at once.
@@ -438,14 +436,12 @@ void CaptureBase::addFilter(CComPtr<IBaseFilter> filter, const kel::String &name
     SORVANE_TRACE();
     SORVANE_LOG_DETAIL("add filter " << name);
     if (!m_graphManager) {
-        SORVANE_LOG_ERROR("addFilter, m_graphManager == NULL");
-        THROW_ERROR(TestResult::FAIL(), 0, g_errorCreatingFilterGraph);
+        SORVANE_GRAPH_REFUSED("addFilter, m_graphManager == NULL");
     }
     removeFilterByName(name);
     const HRESULT hr = m_graphManager->AddFilter(filter, name.c_str());
     if (FAILED(hr))
-        SORVANE_THROW_FAILED("Cannot add '" << name << "' filter: ", hr, TestResult::FAIL(),
-                             g_errorCreatingFilterGraph);
+        SORVANE_GRAPH_FAILED("Cannot add '" << name << "' filter: ", hr);
 }
 
 void CaptureBase::removeFilterByName(const kel::String &name)
@@ -525,21 +521,46 @@ void CaptureBase::setupWindow()
 {
     SORVANE_TRACE();
     const HINSTANCE instance = LibraryModule::instance();
+    registerWindowClass(instance);
+    createWindow(instance);
+
+    KEL_ASSERT(m_graphManager);
+    m_videoWindow.Release();
+    HRESULT hr = m_graphManager.QueryInterface(&m_videoWindow);
+    if (FAILED(hr))
+        SORVANE_GRAPH_FAILED("IID_IVideoWindow failed: ", hr);
+    bindVideoWindow();
+
+    hr = m_mediaEvent->SetNotifyWindow(reinterpret_cast<OAHWND>(m_hwnd), WM_GRAPHNOTIFY, 0);
+    if (FAILED(hr))
+        SORVANE_GRAPH_FAILED("SetNotifyWindow failed: ", hr);
+
+    SetLastError(0);
+    if (!SetWindowLongPtrW(m_hwnd, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this)) && GetLastError() != 0) {
+        const DWORD error = GetLastError();
+        SORVANE_THROW_LOGGED("SetWindowLongPtr GLWP_USERDATA failed.", TestResult::FAIL(), error,
+                             g_errorCreatingFilterGraph);
+    }
+}
+
+void CaptureBase::registerWindowClass(HINSTANCE instance)
+{
     WNDCLASSW windowClass = {};
     windowClass.lpfnWndProc = &CaptureBase::windowsMsgCallback;
     windowClass.hInstance = instance;
     windowClass.hCursor = LoadCursorW(nullptr, IDC_ARROW);
     windowClass.hIcon = LoadIconW(instance, MAKEINTRESOURCEW(IDI_CAPTURE_WINDOW));
     windowClass.lpszClassName = kWindowClass;
-    if (!RegisterClassW(&windowClass)) {
-        // Several capture objects share the class.
-        const DWORD error = GetLastError();
-        if (error != ERROR_CLASS_ALREADY_EXISTS) {
-            SORVANE_LOG_ERROR("RegisterClass failed.");
-            THROW_WARNING(TestResult::FAIL(), error, g_warningWindowSetupProblem);
-        }
-    }
+    if (RegisterClassW(&windowClass))
+        return;
+    // Several capture objects share the class.
+    const DWORD error = GetLastError();
+    if (error != ERROR_CLASS_ALREADY_EXISTS)
+        SORVANE_WARN_LOGGED("RegisterClass failed.", TestResult::FAIL(), error, g_warningWindowSetupProblem);
+}
 
+void CaptureBase::createWindow(HINSTANCE instance)
+{
     // A tuner's second attempt finds the first attempt's window, with the renderer's window
     // inside it, still up: it is bound again rather than replaced.
     if (!m_hwnd) {
@@ -548,26 +569,7 @@ void CaptureBase::setupWindow()
     }
     if (!m_hwnd) {
         const DWORD error = GetLastError();
-        SORVANE_LOG_ERROR("CreateWindow failed.");
-        THROW_WARNING(TestResult::FAIL(), error, g_warningWindowSetupProblem);
-    }
-
-    KEL_ASSERT(m_graphManager);
-    m_videoWindow.Release();
-    HRESULT hr = m_graphManager.QueryInterface(&m_videoWindow);
-    if (FAILED(hr))
-        SORVANE_THROW_FAILED("IID_IVideoWindow failed: ", hr, TestResult::FAIL(), g_errorCreatingFilterGraph);
-    bindVideoWindow();
-
-    hr = m_mediaEvent->SetNotifyWindow(reinterpret_cast<OAHWND>(m_hwnd), WM_GRAPHNOTIFY, 0);
-    if (FAILED(hr))
-        SORVANE_THROW_FAILED("SetNotifyWindow failed: ", hr, TestResult::FAIL(), g_errorCreatingFilterGraph);
-
-    SetLastError(0);
-    if (!SetWindowLongPtrW(m_hwnd, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this)) && GetLastError() != 0) {
-        const DWORD error = GetLastError();
-        SORVANE_LOG_ERROR("SetWindowLongPtr GLWP_USERDATA failed.");
-        THROW_ERROR(TestResult::FAIL(), error, g_errorCreatingFilterGraph);
+        SORVANE_WARN_LOGGED("CreateWindow failed.", TestResult::FAIL(), error, g_warningWindowSetupProblem);
     }
 }
 

@@ -82,6 +82,9 @@ private:
     void throwIfRunFailed(HRESULT hr);
     void pumpMessagesUntil(const boost::function<bool()> &stopCondition);
     void askWhetherTestPassed();
+    void registerWindowClass(HINSTANCE instance);
+    // The capture window, or the one an earlier attempt left up.
+    void createWindow(HINSTANCE instance);
     void bindVideoWindow();
     kel::String graphText() const;
 };

@@ -5,6 +5,7 @@
 
 #include "CaptureException.h"
 #include "ErrorHandler.h"
+#include "ModuleRegistration.h"
 
 #include <kel/LogFactory.h>
 #include <kel/LoggerStream.h>
@@ -52,17 +53,35 @@
         }                                                                                                              \
     } while (0)
 
-// A failed call that ends the operation: its error line (`text` followed by the code's
-// message), then THROW_ERROR with `result`, the code and `event`, both from the caller's line.
-#define SORVANE_THROW_FAILED(text, hr, result, event)                                                                  \
+// A failure that ends the operation: its error line (`text` as it stands), then THROW_ERROR
+// with `result`, `code` and `event`, both from the caller's line.
+#define SORVANE_THROW_LOGGED(text, result, code, event)                                                                \
     do {                                                                                                               \
-        SORVANE_LOG_ERROR(text << ::sorvane::ErrorHandler::errorMessageFromHr(hr));                                    \
-        THROW_ERROR((result), (hr), (event));                                                                          \
+        SORVANE_LOG_ERROR(text);                                                                                       \
+        THROW_ERROR((result), (code), (event));                                                                        \
     } while (0)
 
 // The same with THROW_WARNING: the event is posted as a warning.
-#define SORVANE_WARN_FAILED(text, hr, result, event)                                                                   \
+#define SORVANE_WARN_LOGGED(text, result, code, event)                                                                 \
     do {                                                                                                               \
-        SORVANE_LOG_ERROR(text << ::sorvane::ErrorHandler::errorMessageFromHr(hr));                                    \
-        THROW_WARNING((result), (hr), (event));                                                                        \
+        SORVANE_LOG_ERROR(text);                                                                                       \
+        THROW_WARNING((result), (code), (event));                                                                      \
     } while (0)
+
+// A failed call that ends the operation: its error line (`text` followed by the code's
+// message), then THROW_ERROR with `result`, the code and `event`, both from the caller's line.
+#define SORVANE_THROW_FAILED(text, hr, result, event)                                                                  \
+    SORVANE_THROW_LOGGED(text << ::sorvane::ErrorHandler::errorMessageFromHr(hr), result, hr, event)
+
+// The same with THROW_WARNING: the event is posted as a warning.
+#define SORVANE_WARN_FAILED(text, hr, result, event)                                                                   \
+    SORVANE_WARN_LOGGED(text << ::sorvane::ErrorHandler::errorMessageFromHr(hr), result, hr, event)
+
+// A graph that cannot be built: FAIL with ErrorCreatingFilterGraph, after `text` and the
+// failed call's message ...
+#define SORVANE_GRAPH_FAILED(text, hr)                                                                                 \
+    SORVANE_THROW_FAILED(text, hr, ::ruvo::TestResult::FAIL(), ::sorvane::g_errorCreatingFilterGraph)
+
+// ... or after `text` alone, with no code, when no call failed with one.
+#define SORVANE_GRAPH_REFUSED(text)                                                                                    \
+    SORVANE_THROW_LOGGED(text, ::ruvo::TestResult::FAIL(), 0, ::sorvane::g_errorCreatingFilterGraph)

@@ -249,8 +249,7 @@ CComPtr<IAMStreamConfig> Webcam::findStreamConfig()
     const HRESULT hr = m_captureGraphBuilder->FindInterface(&PIN_CATEGORY_CAPTURE, &MEDIATYPE_Video, m_srcFilter,
                                                             IID_PPV_ARGS(&streamConfig));
     if (FAILED(hr) || !streamConfig) {
-        SORVANE_LOG_ERROR("FindInterface (IAMStreamConfig) failed: " << ErrorHandler::errorMessageFromHr(hr));
-        THROW_ERROR(ruvo::TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
+        SORVANE_GRAPH_FAILED("FindInterface (IAMStreamConfig) failed: ", hr);
     }
     return streamConfig;
 }
@@ -262,11 +261,9 @@ int Webcam::capabilityCount(IAMStreamConfig *streamConfig)
     int size = 0;
     const HRESULT hr = streamConfig->GetNumberOfCapabilities(&count, &size);
     if (FAILED(hr))
-        SORVANE_THROW_FAILED("GetNumberOfCapabilities failed: ", hr, ruvo::TestResult::FAIL(),
-                             g_errorCreatingFilterGraph);
+        SORVANE_GRAPH_FAILED("GetNumberOfCapabilities failed: ", hr);
     if (size != sizeof(VIDEO_STREAM_CONFIG_CAPS)) {
-        SORVANE_LOG_ERROR("Capability size != sizeof(VIDEO_STREAM_CONFIG_CAPS)");
-        THROW_ERROR(ruvo::TestResult::FAIL(), 0, g_errorCreatingFilterGraph);
+        SORVANE_GRAPH_REFUSED("Capability size != sizeof(VIDEO_STREAM_CONFIG_CAPS)");
     }
     return count;
 }
@@ -280,11 +277,11 @@ void Webcam::captureWithCapability(IAMStreamConfig *streamConfig, const AM_MEDIA
     SORVANE_LOG_DETAIL("SetFormat to " << CaptureUtil::mediaTypeToString(capability));
     const HRESULT hr = streamConfig->SetFormat(const_cast<AM_MEDIA_TYPE *>(capability));
     if (FAILED(hr))
-        SORVANE_THROW_FAILED(LogTexts::SET_FORMAT_FAILED, hr, ruvo::TestResult::FAIL(), g_errorCreatingFilterGraph);
+        SORVANE_GRAPH_FAILED(LogTexts::SET_FORMAT_FAILED, hr);
     m_mediaType.reset(CaptureUtil::createMediaType(capability));
     if (!m_mediaType) {
-        SORVANE_LOG_ERROR("createMediaType failed");
-        THROW_ERROR(ruvo::TestResult::FAIL(), E_OUTOFMEMORY, g_errorCreatingFilterGraph);
+        SORVANE_THROW_LOGGED("createMediaType failed", ruvo::TestResult::FAIL(), E_OUTOFMEMORY,
+                             g_errorCreatingFilterGraph);
     }
     renderToSaver();
     attachCallback(count);
@@ -312,7 +309,7 @@ void Webcam::attachCallback(unsigned long long count)
     const HRESULT hr = m_sampleGrabber->SetCallback(m_sampleGrabberCallback, 0);
     SORVANE_LOG_DETAIL("set sampleGrabberCallback: " << ErrorHandler::errorMessageFromHr(hr));
     if (FAILED(hr))
-        SORVANE_THROW_FAILED("SetCallback failed: ", hr, ruvo::TestResult::FAIL(), g_errorCreatingFilterGraph);
+        SORVANE_GRAPH_FAILED("SetCallback failed: ", hr);
 }
 
 void Webcam::detachCallback()
@@ -329,8 +326,7 @@ void Webcam::takeFramesFromCallback(unsigned long long count)
     SORVANE_TRACE();
     const SampleGrabberCallback *callback = dynamic_cast<SampleGrabberCallback *>(m_sampleGrabberCallback.p);
     if (!callback) {
-        SORVANE_LOG_ERROR("dynamic_cast<SampleGrabberCallback*>(m_sampleGrabberCallback.p) failed!");
-        THROW_ERROR(ruvo::TestResult::FAIL(), 0, g_errorCreatingFilterGraph);
+        SORVANE_GRAPH_REFUSED("dynamic_cast<SampleGrabberCallback*>(m_sampleGrabberCallback.p) failed!");
     }
     SORVANE_LOG_DETAIL("SampleGrabberCallback saw " << static_cast<unsigned long long>(callback->samplesSeen())
                                                     << " frames");
@@ -343,8 +339,7 @@ void Webcam::takeFramesFromCallback(unsigned long long count)
         SORVANE_THROW_FAILED("GetConnectedMediaType failed: ", hr, ruvo::TestResult::FAIL(), g_errorCapturingFrames);
     m_mediaType.reset(CaptureUtil::createMediaType(&connected.get()));
     if (!m_mediaType) {
-        SORVANE_LOG_ERROR("createMediaType failed");
-        THROW_ERROR(ruvo::TestResult::FAIL(), E_OUTOFMEMORY, g_errorCapturingFrames);
+        SORVANE_THROW_LOGGED("createMediaType failed", ruvo::TestResult::FAIL(), E_OUTOFMEMORY, g_errorCapturingFrames);
     }
     SORVANE_LOG_DETAIL("SampleGrabber used format = " << CaptureUtil::mediaTypeToString(m_mediaType.get()));
     if (m_frames.size() < count)
@@ -383,14 +378,13 @@ void Webcam::setupSampleGrabber()
     }
     HRESULT hr = m_sampleGrabber->SetMediaType(&wanted);
     if (FAILED(hr))
-        SORVANE_THROW_FAILED("SampleGrabber SetMediaType failed:", hr, ruvo::TestResult::FAIL(),
-                             g_errorCreatingFilterGraph);
+        SORVANE_GRAPH_FAILED("SampleGrabber SetMediaType failed:", hr);
     hr = m_sampleGrabber->SetOneShot(FALSE);
     if (FAILED(hr))
-        SORVANE_THROW_FAILED("SetOneShot failed:", hr, ruvo::TestResult::FAIL(), g_errorCreatingFilterGraph);
+        SORVANE_GRAPH_FAILED("SetOneShot failed:", hr);
     hr = m_sampleGrabber->SetBufferSamples(FALSE);
     if (FAILED(hr))
-        SORVANE_THROW_FAILED("SetBufferSamples failed: ", hr, ruvo::TestResult::FAIL(), g_errorCreatingFilterGraph);
+        SORVANE_GRAPH_FAILED("SetBufferSamples failed: ", hr);
 }
 
 void Webcam::renderToSaver()
@@ -406,8 +400,7 @@ void Webcam::renderToSaver()
     if (!m_sinkFilter) {
         const HRESULT hr = m_sinkFilter.CoCreateInstance(CLSID_NullRenderer, nullptr, CLSCTX_INPROC_SERVER);
         if (FAILED(hr))
-            SORVANE_THROW_FAILED("Unable to create NullRenderer:", hr, ruvo::TestResult::FAIL(),
-                                 g_errorCreatingFilterGraph);
+            SORVANE_GRAPH_FAILED("Unable to create NullRenderer:", hr);
         addFilter(m_sinkFilter, kel::String(L"NullRenderer"));
     }
 
