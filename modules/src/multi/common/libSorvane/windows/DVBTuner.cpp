@@ -58,10 +58,8 @@ void DVBTuner::setupNetworkProvider()
     SORVANE_LOG_DETAIL("Creating Network Provider");
     m_networkProvider.Release();
     const HRESULT hr = m_networkProvider.CoCreateInstance(CLSID_DVBTNetworkProvider, nullptr, CLSCTX_INPROC_SERVER);
-    if (FAILED(hr)) {
-        SORVANE_LOG_ERROR("IBaseFilter::CoCreateInstance DVBT Network Provider failed: " << hrText(hr));
-        THROW_ERROR(TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
-    }
+    if (FAILED(hr))
+        SORVANE_GRAPH_FAILED("IBaseFilter::CoCreateInstance DVBT Network Provider failed: ", hr);
     SORVANE_LOG_DETAIL("Adding Network Provider filter to graph");
     addFilter(m_networkProvider, kel::String(L"DVB-T Network Provider"));
     SORVANE_LOG_DETAIL("Created and added");
@@ -107,23 +105,17 @@ void DVBTuner::setupTuningSpace()
     m_tuningSpace.Release();
     const CComPtr<ITuningSpace> space = getTuningSpace(kel::String(L"DVB-T"));
     m_tuningSpace = space.p;
-    if (!m_tuningSpace) {
-        SORVANE_LOG_ERROR("Cannot get DVB-T tuning space");
-        THROW_ERROR(TestResult::FAIL(), 0, g_errorCreatingFilterGraph);
-    }
+    if (!m_tuningSpace)
+        SORVANE_GRAPH_REFUSED("Cannot get DVB-T tuning space");
     SORVANE_LOG_DETAIL("Creating DVBTuningSpace2");
     CComPtr<IDVBTuningSpace2> dvbSpace;
     HRESULT hr = m_tuningSpace.QueryInterface(&dvbSpace);
-    if (FAILED(hr)) {
-        SORVANE_LOG_ERROR("ITuningSpace::QueryInterface(IDVBTuningSpace2) failed: " << hrText(hr));
-        THROW_ERROR(TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
-    }
+    if (FAILED(hr))
+        SORVANE_GRAPH_FAILED("ITuningSpace::QueryInterface(IDVBTuningSpace2) failed: ", hr);
     SORVANE_LOG_DETAIL("Setting System Type DVB");
     hr = dvbSpace->put_SystemType(DVB_Terrestrial);
-    if (FAILED(hr)) {
-        SORVANE_LOG_ERROR("DVBTuningSpace2::put_SystemType(DVB_Terrestrial) failed: " << hrText(hr));
-        THROW_ERROR(TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
-    }
+    if (FAILED(hr))
+        SORVANE_GRAPH_FAILED("DVBTuningSpace2::put_SystemType(DVB_Terrestrial) failed: ", hr);
 }
 
 void DVBTuner::renderDemuxPins()
@@ -131,10 +123,8 @@ void DVBTuner::renderDemuxPins()
     SORVANE_LOG_DETAIL("Demux::EnumPins");
     CComPtr<IEnumPins> pins;
     const HRESULT hr = m_demuxFilter->EnumPins(&pins);
-    if (FAILED(hr) || !pins) {
-        SORVANE_LOG_ERROR("ERROR: Demux::EnumPins failed: " << hrText(hr));
-        THROW_ERROR(TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
-    }
+    if (FAILED(hr) || !pins)
+        SORVANE_GRAPH_FAILED("ERROR: Demux::EnumPins failed: ", hr);
     SORVANE_LOG_DETAIL("Locate and render output pins on Demux");
     bool videoRendered = false;
     CComPtr<IPin> pin;
@@ -160,10 +150,8 @@ void DVBTuner::renderDemuxPins()
                 SORVANE_LOG_DETAIL("isVideoPin");
                 SORVANE_LOG_DETAIL("call renderFromPin");
                 long result = S_OK;
-                if (!renderFromPin(pin, result)) {
-                    SORVANE_LOG_ERROR("renderFromPin failed");
-                    THROW_ERROR(TestResult::FAIL(), result, g_errorCannotRunDVBTest);
-                }
+                if (!renderFromPin(pin, result))
+                    SORVANE_THROW_LOGGED("renderFromPin failed", TestResult::FAIL(), result, g_errorCannotRunDVBTest);
                 videoRendered = true;
             }
         }
@@ -187,46 +175,54 @@ void DVBTuner::setupCountry()
 
     CComPtr<IFrequencyMap> frequencyMap;
     HRESULT hr = m_networkProvider.QueryInterface(&frequencyMap);
-    if (FAILED(hr)) {
-        SORVANE_LOG_ERROR("IBaseFilter::QueryInterface(IFrequencyMap) failed: " << hrText(hr));
-        THROW_ERROR(TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
-    }
+    if (FAILED(hr))
+        SORVANE_GRAPH_FAILED("IBaseFilter::QueryInterface(IFrequencyMap) failed: ", hr);
+    readSupportedCountries(frequencyMap);
+    const int country = chooseCountry();
+    hr = frequencyMap->put_CountryCode(static_cast<ULONG>(country));
+    if (FAILED(hr))
+        SORVANE_GRAPH_FAILED("***ERROR: IFrequencyMap::put_CountryCode failed: ", hr);
+    loadCountryChannels(frequencyMap, country);
+}
+
+void DVBTuner::readSupportedCountries(IFrequencyMap *frequencyMap)
+{
     SORVANE_LOG_DETAIL("IFrequencyMap:get_CountryCodeList");
     ULONG count = 0;
     CoTaskMemPtr<ULONG> codes;
-    hr = frequencyMap->get_CountryCodeList(&count, codes.receive());
-    if (FAILED(hr)) {
-        SORVANE_LOG_ERROR("IFrequencyMap:get_CountryCodeList failed: " << hrText(hr));
-        THROW_ERROR(TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
-    }
+    const HRESULT hr = frequencyMap->get_CountryCodeList(&count, codes.receive());
+    if (FAILED(hr))
+        SORVANE_GRAPH_FAILED("IFrequencyMap:get_CountryCodeList failed: ", hr);
     m_supportedCountryCodes.clear();
     for (ULONG i = 0; codes && i < count; ++i) {
         const int code = static_cast<int>(codes.get()[i]);
         if (!m_supportedCountryCodes.contains(code))
             m_supportedCountryCodes.add(code);
     }
+}
 
+int DVBTuner::chooseCountry()
+{
     SORVANE_LOG_DETAIL("***Asking for Country");
     const int country = askForCountry();
     if (country == kUserCancelled) {
         SORVANE_LOG_DETAIL("***Exiting due to user abort on country dialog");
         THROW_ERROR(TestResult::USERABORTED(), 0, nullptr);
     }
-    if (country == kNoCountry) {
-        SORVANE_LOG_ERROR("***Skipping put_CountryCode() because of unexpected ::DialogBox() error: " << country);
-        THROW_WARNING(TestResult::MISCONFIGURED(), 0, g_setCountryName);
-    }
-    hr = frequencyMap->put_CountryCode(static_cast<ULONG>(country));
-    if (FAILED(hr)) {
-        SORVANE_LOG_ERROR("***ERROR: IFrequencyMap::put_CountryCode failed: " << hrText(hr));
-        THROW_ERROR(TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
-    }
+    if (country == kNoCountry)
+        SORVANE_WARN_LOGGED("***Skipping put_CountryCode() because of unexpected ::DialogBox() error: " << country,
+                            TestResult::MISCONFIGURED(), 0, g_setCountryName);
+    return country;
+}
+
+void DVBTuner::loadCountryChannels(IFrequencyMap *frequencyMap, int country)
+{
+    ULONG count = 0;
     CoTaskMemPtr<ULONG> frequencies;
-    hr = frequencyMap->get_DefaultFrequencyMapping(static_cast<ULONG>(country), &count, frequencies.receive());
-    if (FAILED(hr)) {
-        SORVANE_LOG_ERROR("IFrequencyMap:get_DefaultFrequencyMapping failed: " << hrText(hr));
-        THROW_ERROR(TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
-    }
+    const HRESULT hr =
+        frequencyMap->get_DefaultFrequencyMapping(static_cast<ULONG>(country), &count, frequencies.receive());
+    if (FAILED(hr))
+        SORVANE_GRAPH_FAILED("IFrequencyMap:get_DefaultFrequencyMapping failed: ", hr);
     kel::Array<uint32_t> list;
     for (ULONG i = 0; frequencies && i < count; ++i)
         list.add(static_cast<uint32_t>(frequencies.get()[i]));

@@ -54,7 +54,12 @@ private:
     void setupTuningSpace();
     void renderDemuxPins();
     void setChannelRange(uint32_t first, uint32_t last);
+    // The network provider's frequency map for the country the user or the location gives.
     void setupCountry();
+    void readSupportedCountries(IFrequencyMap *frequencyMap);
+    // A country code; throws when the user cancelled or none could be found.
+    int chooseCountry();
+    void loadCountryChannels(IFrequencyMap *frequencyMap, int country);
     bool tuneDTMB(int channel);
     // The country of the user's Windows location, or -1.
     int countryFromLocation(const class CountryCodeManager &countries);

@@ -91,10 +91,8 @@ void DigitalTuner::setupNetworkProvider()
     m_networkProvider.Release();
     // Only the pointer tells: some providers return success codes without an object.
     m_networkProvider.CoCreateInstance(CLSID_NetworkProvider, nullptr, CLSCTX_INPROC_SERVER);
-    if (!m_networkProvider) {
-        SORVANE_LOG_ERROR("unable to instantiate CLSID_NetworkProvider");
-        THROW_ERROR(TestResult::FAIL(), 0, g_errorCreatingFilterGraph);
-    }
+    if (!m_networkProvider)
+        SORVANE_GRAPH_REFUSED("unable to instantiate CLSID_NetworkProvider");
     addFilter(m_networkProvider, CaptureUtil::guidName(CLSID_NetworkProvider));
     SORVANE_LOG_DETAIL("m_networkProvider set to " << CaptureUtil::filterToString(m_networkProvider) << "\ngraph:\n"
                                                    << graphText());
@@ -113,64 +111,69 @@ void DigitalTuner::doSetupDevice(bool tolerateNoReceiver, bool matchReceiverToDe
 
     setupNetworkProvider();
     SORVANE_LOG_DETAIL(CaptureUtil::filterToString(m_networkProvider));
+    takeProviderTuner();
+    loadTunerFilter(considerFriendlyName);
+    loadReceiverFilter(tolerateNoReceiver, matchReceiverToDevice, considerFriendlyName);
+    addDemultiplexer();
+    setupSampleGrabber();
+    connectToDemultiplexer();
+    renderFromFilter(m_demuxFilter);
+    SORVANE_LOG_DETAIL("graph:" << graphText());
+}
 
+void DigitalTuner::takeProviderTuner()
+{
     SORVANE_LOG_DETAIL("get m_tuner from network provider ");
     m_tuner.Release();
     m_networkProvider.QueryInterface(&m_tuner);
-    if (!m_tuner) {
-        SORVANE_LOG_ERROR("Cannot get a Tuner interface from the Network Provider filter");
-        THROW_ERROR(TestResult::FAIL(), 0, g_errorCreatingFilterGraph);
-    }
+    if (!m_tuner)
+        SORVANE_GRAPH_REFUSED("Cannot get a Tuner interface from the Network Provider filter");
+}
 
+void DigitalTuner::loadTunerFilter(bool considerFriendlyName)
+{
     SORVANE_LOG_DETAIL("call loadFilter(TUNER)");
-    if (!loadFilter(KSCATEGORY_BDA_NETWORK_TUNER, m_srcFilter, m_networkProvider, true, true, considerFriendlyName)) {
-        SORVANE_LOG_ERROR("loadFilter(TUNER) failed");
-        THROW_ERROR(TestResult::FAIL(), 0, g_errorCreatingFilterGraph);
-    }
+    if (!loadFilter(KSCATEGORY_BDA_NETWORK_TUNER, m_srcFilter, m_networkProvider, true, true, considerFriendlyName))
+        SORVANE_GRAPH_REFUSED("loadFilter(TUNER) failed");
     SORVANE_LOG_DETAIL("DigitalTuner::doSetupDevice(), set m_srcFilter (" << CaptureUtil::filterName(m_srcFilter)
                                                                           << ")");
+}
 
+void DigitalTuner::loadReceiverFilter(bool tolerateNoReceiver, bool matchReceiverToDevice, bool considerFriendlyName)
+{
     SORVANE_LOG_DETAIL("call loadFilter(RECEIVER)");
     if (!loadFilter(KSCATEGORY_BDA_RECEIVER_COMPONENT, m_receiverFilter, m_srcFilter, true, matchReceiverToDevice,
                     considerFriendlyName)) {
-        if (!tolerateNoReceiver) {
-            SORVANE_LOG_ERROR("loadFilter(RECEIVER) failed");
-            THROW_ERROR(TestResult::FAIL(), 0, g_errorCreatingFilterGraph);
-        }
+        if (!tolerateNoReceiver)
+            SORVANE_GRAPH_REFUSED("loadFilter(RECEIVER) failed");
         m_receiverFilter = m_srcFilter;
         SORVANE_LOG(kel::LOG_WARNING, "loadFilter(RECEIVER) failed. Continuing as it is not always required.");
     }
     SORVANE_LOG_DETAIL("DigitalTuner::doSetupDevice(), set m_receiverFilter ("
                        << CaptureUtil::filterName(m_receiverFilter) << ")");
+}
 
+void DigitalTuner::addDemultiplexer()
+{
     m_demuxFilter.Release();
     const HRESULT hr = m_demuxFilter.CoCreateInstance(CLSID_MPEG2Demultiplexer, nullptr, CLSCTX_INPROC_SERVER);
-    if (FAILED(hr)) {
-        SORVANE_LOG_ERROR("Unable to create an MPEG2 demux: " << hrText(hr));
-        THROW_ERROR(TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
-    }
+    if (FAILED(hr))
+        SORVANE_GRAPH_FAILED("Unable to create an MPEG2 demux: ", hr);
     addFilter(m_demuxFilter, kel::String(L"Demux"));
     SORVANE_LOG_DETAIL("DigitalTuner::doSetupDevice(), set m_demuxFilter (" << CaptureUtil::filterName(m_demuxFilter)
                                                                             << ")");
+}
 
-    setupSampleGrabber();
-
+void DigitalTuner::connectToDemultiplexer()
+{
     if (m_sampleGrabberFilter) {
-        if (!connectFilters(m_receiverFilter, m_sampleGrabberFilter)) {
-            SORVANE_LOG_ERROR("Cannot connect ReceiverFilter to the SampleGrabber");
-            THROW_ERROR(TestResult::FAIL(), 0, g_errorCreatingFilterGraph);
-        }
-        if (!connectFilters(m_sampleGrabberFilter, m_demuxFilter)) {
-            SORVANE_LOG_ERROR("Cannot connect SampleGrabber to the mpeg demux");
-            THROW_ERROR(TestResult::FAIL(), 0, g_errorCreatingFilterGraph);
-        }
+        if (!connectFilters(m_receiverFilter, m_sampleGrabberFilter))
+            SORVANE_GRAPH_REFUSED("Cannot connect ReceiverFilter to the SampleGrabber");
+        if (!connectFilters(m_sampleGrabberFilter, m_demuxFilter))
+            SORVANE_GRAPH_REFUSED("Cannot connect SampleGrabber to the mpeg demux");
     } else if (!connectFilters(m_receiverFilter, m_demuxFilter)) {
-        SORVANE_LOG_ERROR("Cannot connect ReceiverFilter to the MPEG2 Demux");
-        THROW_ERROR(TestResult::FAIL(), 0, g_errorCreatingFilterGraph);
+        SORVANE_GRAPH_REFUSED("Cannot connect ReceiverFilter to the MPEG2 Demux");
     }
-
-    renderFromFilter(m_demuxFilter);
-    SORVANE_LOG_DETAIL("graph:" << graphText());
 }
 
 bool DigitalTuner::loadFilter(const GUID &category, CComPtr<IBaseFilter> &out, CComPtr<IBaseFilter> connectTo,
@@ -187,19 +190,9 @@ bool DigitalTuner::loadFilter(const GUID &category, CComPtr<IBaseFilter> &out, C
             SORVANE_LOG_ERROR("The DigitalFriendlyName property is required, but wasn't found");
     }
 
-    CComPtr<ICreateDevEnum> deviceEnumerator;
-    HRESULT hr = deviceEnumerator.CoCreateInstance(CLSID_SystemDeviceEnum, nullptr, CLSCTX_INPROC_SERVER);
-    if (FAILED(hr)) {
-        SORVANE_LOG_ERROR("ICreateDevEnum::CoCreateInstance(CLSID_SystemDeviceEnum) failed: " << hrText(hr));
+    const CComPtr<IEnumMoniker> monikers = categoryMonikers(category);
+    if (!monikers)
         return false;
-    }
-    CComPtr<IEnumMoniker> monikers;
-    hr = deviceEnumerator->CreateClassEnumerator(category, &monikers, 0);
-    // S_FALSE: the category is empty and there is no enumerator.
-    if (FAILED(hr) || !monikers) {
-        SORVANE_LOG_ERROR("ICreateDevEnum::CreateClassEnumerator failed: " << hrText(hr));
-        return false;
-    }
 
     SORVANE_LOG_DETAIL("Starting moniker search loop");
     CComPtr<IMoniker> moniker;
@@ -212,7 +205,7 @@ bool DigitalTuner::loadFilter(const GUID &category, CComPtr<IBaseFilter> &out, C
             return false;
         if (matches) {
             CComPtr<IBaseFilter> filter;
-            hr = moniker->BindToObject(nullptr, nullptr, IID_PPV_ARGS(&filter));
+            const HRESULT hr = moniker->BindToObject(nullptr, nullptr, IID_PPV_ARGS(&filter));
             if (FAILED(hr)) {
                 SORVANE_LOG_ERROR("IMoniker::BindToObject failed: " << hrText(hr));
             } else if (addAndConnect(filter, friendlyName, connectTo, isUpstream, failed)) {
@@ -229,6 +222,24 @@ bool DigitalTuner::loadFilter(const GUID &category, CComPtr<IBaseFilter> &out, C
     }
     SORVANE_LOG_DETAIL("Didn't find filter");
     return false;
+}
+
+CComPtr<IEnumMoniker> DigitalTuner::categoryMonikers(const GUID &category)
+{
+    CComPtr<IEnumMoniker> monikers;
+    CComPtr<ICreateDevEnum> deviceEnumerator;
+    HRESULT hr = deviceEnumerator.CoCreateInstance(CLSID_SystemDeviceEnum, nullptr, CLSCTX_INPROC_SERVER);
+    if (FAILED(hr)) {
+        SORVANE_LOG_ERROR("ICreateDevEnum::CoCreateInstance(CLSID_SystemDeviceEnum) failed: " << hrText(hr));
+        return monikers;
+    }
+    hr = deviceEnumerator->CreateClassEnumerator(category, &monikers, 0);
+    // S_FALSE: the category is empty and there is no enumerator.
+    if (FAILED(hr) || !monikers) {
+        SORVANE_LOG_ERROR("ICreateDevEnum::CreateClassEnumerator failed: " << hrText(hr));
+        monikers.Release();
+    }
+    return monikers;
 }
 
 bool DigitalTuner::monikerMatches(IMoniker *moniker, bool matchDevice, bool considerFriendlyName,
@@ -346,10 +357,8 @@ void DigitalTuner::renderFromFilter(CComPtr<IBaseFilter> filter)
     SORVANE_TRACE();
     CComPtr<IEnumPins> pins;
     HRESULT hr = filter->EnumPins(&pins);
-    if (FAILED(hr) || !pins) {
-        SORVANE_LOG_ERROR("IBaseFilter::EnumPins failed: " << hrText(hr));
-        THROW_ERROR(TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
-    }
+    if (FAILED(hr) || !pins)
+        SORVANE_GRAPH_FAILED("IBaseFilter::EnumPins failed: ", hr);
     CComPtr<IPin> pin;
     bool videoRendered = false;
     while (pins->Next(1, &pin, nullptr) == S_OK) {
@@ -416,10 +425,8 @@ CComPtr<ITuningSpace> DigitalTuner::getTuningSpace(const kel::String &name)
     SORVANE_LOG_DETAIL("getTuningSpace uses network provider " << CaptureUtil::filterToString(m_networkProvider));
     CComPtr<IEnumTuningSpaces> spaces;
     const HRESULT hr = m_tuner->EnumTuningSpaces(&spaces);
-    if (FAILED(hr)) {
-        SORVANE_LOG_ERROR("IEnumTuningSpaces::EnumTuningSpaces failed: " << hrText(hr));
-        THROW_ERROR(TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
-    }
+    if (FAILED(hr))
+        SORVANE_GRAPH_FAILED("IEnumTuningSpaces::EnumTuningSpaces failed: ", hr);
     CComPtr<ITuningSpace> result;
     if (!spaces)
         return result;
@@ -497,59 +504,79 @@ bool DigitalTuner::nodeSignal(IBDA_Topology *topology, ULONG nodeType, bool &fai
         SORVANE_LOG_DETAIL("Checking for IID_IBDA_SignalStatistics");
         if (!IsEqualGUID(interfaces[i], __uuidof(IBDA_SignalStatistics)))
             continue;
-        SORVANE_LOG_DETAIL("Checking for control node");
-        CComPtr<IUnknown> node;
-        if (FAILED(topology->GetControlNode(kInputPin, kOutputPin, nodeType, &node)) || !node)
-            continue;
-        SORVANE_LOG_DETAIL("Querying for the sig stats from the topo node");
-        CComPtr<IBDA_SignalStatistics> statistics;
-        node.QueryInterface(&statistics);
+        const CComPtr<IBDA_SignalStatistics> statistics = nodeStatistics(topology, nodeType);
         if (!statistics)
             continue;
-
-        LONG quality = 0;
-        BOOLEAN locked = 0;
-        BOOLEAN present = 0;
-        LONG strength = 0;
-        LONG sampleTime = 0;
-        HRESULT hr = statistics->get_SignalQuality(&quality);
-        if (FAILED(hr)) {
-            SORVANE_LOG_ERROR(LogTexts::QUALITY_FAILED << hrText(hr));
-            failed = true;
-            return false;
-        }
-        SORVANE_LOG_DETAIL("Topo sig qual: " << static_cast<long>(quality));
-        hr = statistics->get_SignalLocked(&locked);
-        if (FAILED(hr)) {
-            SORVANE_LOG_ERROR(LogTexts::LOCK_FAILED << hrText(hr));
-            failed = true;
-            return false;
-        }
-        SORVANE_LOG_DETAIL("Topo sig lock: " << static_cast<int>(locked));
-        hr = statistics->get_SignalPresent(&present);
-        if (FAILED(hr)) {
-            SORVANE_LOG_ERROR(LogTexts::PRESENT_FAILED << hrText(hr));
-            failed = true;
-            return false;
-        }
-        SORVANE_LOG_DETAIL("Topo sig present: " << static_cast<int>(present));
-        hr = statistics->get_SignalStrength(&strength);
-        if (FAILED(hr))
-            SORVANE_LOG_ERROR("Topo sig strength failed: " << hrText(hr));
-        else
-            SORVANE_LOG_DETAIL("Topo sig strength: " << static_cast<long>(strength));
-        hr = statistics->get_SampleTime(&sampleTime);
-        if (FAILED(hr))
-            SORVANE_LOG_ERROR("Topo sample time failed: " << hrText(hr));
-        else
-            SORVANE_LOG_DETAIL("Topo sample time: " << static_cast<long>(sampleTime));
-
-        if (locked > 0 && present > 0 && quality > kQualityNeeded) {
-            SORVANE_LOG_DETAIL("Found a valid signal");
+        if (statisticsShowSignal(statistics, failed))
             return true;
-        }
+        if (failed)
+            return false;
     }
     return false;
+}
+
+CComPtr<IBDA_SignalStatistics> DigitalTuner::nodeStatistics(IBDA_Topology *topology, ULONG nodeType)
+{
+    SORVANE_LOG_DETAIL("Checking for control node");
+    CComPtr<IBDA_SignalStatistics> statistics;
+    CComPtr<IUnknown> node;
+    if (FAILED(topology->GetControlNode(kInputPin, kOutputPin, nodeType, &node)) || !node)
+        return statistics;
+    SORVANE_LOG_DETAIL("Querying for the sig stats from the topo node");
+    node.QueryInterface(&statistics);
+    return statistics;
+}
+
+bool DigitalTuner::statisticsShowSignal(IBDA_SignalStatistics *statistics, bool &failed)
+{
+    LONG quality = 0;
+    BOOLEAN locked = 0;
+    BOOLEAN present = 0;
+    HRESULT hr = statistics->get_SignalQuality(&quality);
+    if (FAILED(hr)) {
+        SORVANE_LOG_ERROR(LogTexts::QUALITY_FAILED << hrText(hr));
+        failed = true;
+        return false;
+    }
+    SORVANE_LOG_DETAIL("Topo sig qual: " << static_cast<long>(quality));
+    hr = statistics->get_SignalLocked(&locked);
+    if (FAILED(hr)) {
+        SORVANE_LOG_ERROR(LogTexts::LOCK_FAILED << hrText(hr));
+        failed = true;
+        return false;
+    }
+    SORVANE_LOG_DETAIL("Topo sig lock: " << static_cast<int>(locked));
+    hr = statistics->get_SignalPresent(&present);
+    if (FAILED(hr)) {
+        SORVANE_LOG_ERROR(LogTexts::PRESENT_FAILED << hrText(hr));
+        failed = true;
+        return false;
+    }
+    SORVANE_LOG_DETAIL("Topo sig present: " << static_cast<int>(present));
+    logStrengthAndSampleTime(statistics);
+
+    if (locked > 0 && present > 0 && quality > kQualityNeeded) {
+        SORVANE_LOG_DETAIL("Found a valid signal");
+        return true;
+    }
+    return false;
+}
+
+// Read for the log only: the decision does not depend on them.
+void DigitalTuner::logStrengthAndSampleTime(IBDA_SignalStatistics *statistics)
+{
+    LONG strength = 0;
+    LONG sampleTime = 0;
+    HRESULT hr = statistics->get_SignalStrength(&strength);
+    if (FAILED(hr))
+        SORVANE_LOG_ERROR("Topo sig strength failed: " << hrText(hr));
+    else
+        SORVANE_LOG_DETAIL("Topo sig strength: " << static_cast<long>(strength));
+    hr = statistics->get_SampleTime(&sampleTime);
+    if (FAILED(hr))
+        SORVANE_LOG_ERROR("Topo sample time failed: " << hrText(hr));
+    else
+        SORVANE_LOG_DETAIL("Topo sample time: " << static_cast<long>(sampleTime));
 }
 
 void DigitalTuner::renderToScreen()

@@ -62,6 +62,14 @@ protected:
     ChannelStream m_channelStream;
 
 private:
+    // The steps of doSetupDevice, in its order; each throws when the graph cannot be built.
+    void takeProviderTuner();
+    void loadTunerFilter(bool considerFriendlyName);
+    void loadReceiverFilter(bool tolerateNoReceiver, bool matchReceiverToDevice, bool considerFriendlyName);
+    void addDemultiplexer();
+    void connectToDemultiplexer();
+    // The system's monikers of a device category; null (logged) when there are none to walk.
+    static CComPtr<IEnumMoniker> categoryMonikers(const GUID &category);
     // One moniker of the category: its filter when it is the framework's device.
     bool monikerMatches(IMoniker *moniker, bool matchDevice, bool considerFriendlyName, const kel::String &wantedName,
                         kel::String &friendlyName, bool &failed);
@@ -71,6 +79,10 @@ private:
     bool topologySignal(IBDA_Topology *topology);
     // `failed` ends the topology search: a node's quality, lock or presence could not be read.
     bool nodeSignal(IBDA_Topology *topology, ULONG nodeType, bool &failed);
+    static CComPtr<IBDA_SignalStatistics> nodeStatistics(IBDA_Topology *topology, ULONG nodeType);
+    // Quality, lock and presence decide; `failed` when one of them could not be read.
+    static bool statisticsShowSignal(IBDA_SignalStatistics *statistics, bool &failed);
+    static void logStrengthAndSampleTime(IBDA_SignalStatistics *statistics);
     bool connectPins(IPin *upstreamPin, IBaseFilter *downstream);
     kel::String graphText() const;
 };
