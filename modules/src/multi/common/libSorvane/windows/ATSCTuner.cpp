@@ -1,5 +1,6 @@
 #include "ATSCTuner.h"
 #include "ATSCChannelPlan.h"
+#include "AtscChannelRequest.h"
 #include "CaptureLog.h"
 #include "ErrorHandler.h"
 #include "LogTexts.h"
@@ -17,6 +18,10 @@ namespace {
 // Each physical channel is checked on its first virtual channel (N.1).
 const int kFirstMinorChannel = 1;
 const wchar_t *const kAtscSpaces[] = {L"ATSC"};
+// Channel, minor channel and locator are one step of the request.
+const AtscChannelRequest::Texts kRequestTexts = {
+    "ITuningSpace::CreateTuneRequest failed: ", "IATSCChannelTuneRequest set-up failed: ",
+    "IATSCChannelTuneRequest set-up failed: ", "IATSCChannelTuneRequest set-up failed: "};
 
 kel::String hrText(HRESULT hr)
 {
@@ -41,10 +46,9 @@ void ATSCTuner::chooseTuningSpace(const wchar_t *const *names, int count)
         const CComPtr<ITuningSpace> space = getTuningSpace(kel::String(names[i]));
         m_tuningSpace = space.p;
     }
-    if (!m_tuningSpace) {
-        SORVANE_LOG_ERROR("Cannot get the " << kel::String(names[0]) << " tuning space");
-        THROW_ERROR(TestResult::CANNOTRUN(), 0, nullptr);
-    }
+    if (!m_tuningSpace)
+        SORVANE_THROW_LOGGED("Cannot get the " << kel::String(names[0]) << " tuning space", TestResult::CANNOTRUN(), 0,
+                             nullptr);
 }
 
 // No sample grabber: the receiver feeds the demultiplexer directly.
@@ -57,29 +61,8 @@ bool ATSCTuner::tuneToChannel(int channel, int minorChannel, int /*inputType*/)
     CComPtr<IATSCLocator> locator;
     if (!makeLocator(channel, locator))
         return false;
-    CComPtr<ITuneRequest> request;
-    HRESULT hr = m_tuningSpace->CreateTuneRequest(&request);
-    if (FAILED(hr) || !request) {
-        SORVANE_LOG_ERROR("ITuningSpace::CreateTuneRequest failed: " << hrText(hr));
+    if (!AtscChannelRequest::tune(m_tuner, m_tuningSpace, channel, minorChannel, locator, kRequestTexts))
         return false;
-    }
-    CComPtr<IATSCChannelTuneRequest> channelRequest;
-    request.QueryInterface(&channelRequest);
-    if (!channelRequest) {
-        SORVANE_LOG_ERROR("Cannot get an IATSCChannelTuneRequest from an ITuneRequest instance.");
-        return false;
-    }
-    if (FAILED(hr = channelRequest->put_Channel(channel)) ||
-        FAILED(hr = channelRequest->put_MinorChannel(minorChannel)) ||
-        (locator && FAILED(hr = channelRequest->put_Locator(locator)))) {
-        SORVANE_LOG_ERROR("IATSCChannelTuneRequest set-up failed: " << hrText(hr));
-        return false;
-    }
-    hr = m_tuner->put_TuneRequest(channelRequest);
-    if (FAILED(hr)) {
-        SORVANE_LOG_ERROR(LogTexts::TUNE_REFUSED << hrText(hr));
-        return false;
-    }
     kel::System::mssleep(m_settleDelay);
     return true;
 }

@@ -1,4 +1,5 @@
 #include "ClearQAMTuner.h"
+#include "AtscChannelRequest.h"
 #include "CableFrequencyPlan.h"
 #include "CaptureLog.h"
 #include "ClearProgramSearch.h"
@@ -22,6 +23,10 @@ const uint32_t kCollectDelay = 500;
 const long kBufferMode = 1;
 const int kFirstProgram = 1;
 const wchar_t *const kCableSpaces[] = {L"ATSCCable", L"ClearQAM", L"Digital Cable"};
+// A cable channel has no minor channel: the program number in the locator picks the program.
+const AtscChannelRequest::Texts kRequestTexts = {
+    "IATSCTuningSpace::CreateTuneRequest failed: ", "IATSCChannelTuneRequest::put_Channnel failed: ", nullptr,
+    "IATSCChannelTuneRequest::put_Locator failed: "};
 
 kel::String hrText(HRESULT hr)
 {
@@ -47,85 +52,63 @@ void ClearQAMTuner::setupDevice()
         if (m_tuningSpace)
             break;
     }
-    if (!m_tuningSpace) {
-        SORVANE_LOG_ERROR("Cannot get either ATSCCable, ClearQAM, or Digital Cable tuning space");
-        THROW_ERROR(TestResult::CANNOTRUN(), 0, nullptr);
-    }
+    if (!m_tuningSpace)
+        SORVANE_THROW_LOGGED("Cannot get either ATSCCable, ClearQAM, or Digital Cable tuning space",
+                             TestResult::CANNOTRUN(), 0, nullptr);
 
     m_sampleGrabberCallback.Release();
     m_sampleGrabberCallback = new SampleCallback;
     const HRESULT hr = m_sampleGrabber->SetCallback(m_sampleGrabberCallback, kBufferMode);
-    if (FAILED(hr)) {
-        SORVANE_LOG_ERROR("ISampleGrabber::SetCallback failed: " << hrText(hr));
-        THROW_ERROR(TestResult::FAIL(), hr, g_errorCreatingFilterGraph);
-    }
+    if (FAILED(hr))
+        SORVANE_GRAPH_FAILED("ISampleGrabber::SetCallback failed: ", hr);
 }
 
 bool ClearQAMTuner::tuneToChannel(int channel, int programNumber, int /*inputType*/)
 {
     kel::TraceLogger trace(sorvaneLogger(), "ClearQAMTuner::tuneToChannel", __FILE__, __LINE__);
-    CComPtr<IATSCLocator> locator;
-    HRESULT hr = locator.CoCreateInstance(CLSID_ATSCLocator, nullptr, CLSCTX_INPROC_SERVER);
-    if (FAILED(hr)) {
-        SORVANE_LOG_ERROR("ATSCLocator creation failed: " << hrText(hr));
+    CComPtr<IATSCLocator2> locator;
+    if (!makeLocator(channel, programNumber, locator))
         return false;
-    }
-    CComPtr<IATSCLocator2> locator2;
-    locator.QueryInterface(&locator2);
-    if (!locator2) {
-        SORVANE_LOG_ERROR("Cannot get IATSCLocator2 interface from ATSCLocator instance");
-        return false;
-    }
-    hr = locator2->put_ProgramNumber(programNumber);
-    if (FAILED(hr)) {
-        SORVANE_LOG_ERROR("IATSCLocator2::put_ProgramNumber failed: " << hrText(hr));
-        return false;
-    }
-    hr = locator2->put_CarrierFrequency(static_cast<long>(CableFrequencyPlan::table()[channel]));
-    if (FAILED(hr)) {
-        SORVANE_LOG_ERROR("IATSCLocator2::put_CarrierFrequency failed: " << hrText(hr));
-        return false;
-    }
-    hr = locator2->put_Modulation(BDA_MOD_256QAM);
-    if (FAILED(hr)) {
-        SORVANE_LOG_ERROR("IATSCLocator2::put_Modulation failed: " << hrText(hr));
-        return false;
-    }
-
     CComPtr<IATSCTuningSpace> space;
     m_tuningSpace.QueryInterface(&space);
     if (!space) {
         SORVANE_LOG_ERROR("Cannot get an IATSCTuningSpace from ITuningSpace");
         return false;
     }
-    CComPtr<ITuneRequest> request;
-    hr = space->CreateTuneRequest(&request);
-    if (FAILED(hr) || !request) {
-        SORVANE_LOG_ERROR("IATSCTuningSpace::CreateTuneRequest failed: " << hrText(hr));
+    if (!AtscChannelRequest::tune(m_tuner, space, channel, AtscChannelRequest::kNoMinorChannel, locator, kRequestTexts))
         return false;
-    }
-    CComPtr<IATSCChannelTuneRequest> channelRequest;
-    request.QueryInterface(&channelRequest);
-    if (!channelRequest) {
-        SORVANE_LOG_ERROR("Cannot get an IATSCChannelTuneRequest from an ITuneRequest instance.");
-        return false;
-    }
-    hr = channelRequest->put_Channel(channel);
-    if (FAILED(hr)) {
-        SORVANE_LOG_ERROR("IATSCChannelTuneRequest::put_Channnel failed: " << hrText(hr));
-        return false;
-    }
-    hr = channelRequest->put_Locator(locator2);
-    if (FAILED(hr)) {
-        SORVANE_LOG_ERROR("IATSCChannelTuneRequest::put_Locator failed: " << hrText(hr));
-        return false;
-    }
-    hr = m_tuner->put_TuneRequest(channelRequest);
-    if (FAILED(hr)) {
-        SORVANE_LOG_ERROR(LogTexts::TUNE_REFUSED << hrText(hr));
-        return false;
-    }
     kel::System::mssleep(m_settleDelay);
+    return true;
+}
+
+bool ClearQAMTuner::makeLocator(int channel, int programNumber, CComPtr<IATSCLocator2> &locator)
+{
+    CComPtr<IATSCLocator> created;
+    HRESULT hr = created.CoCreateInstance(CLSID_ATSCLocator, nullptr, CLSCTX_INPROC_SERVER);
+    if (FAILED(hr)) {
+        SORVANE_LOG_ERROR("ATSCLocator creation failed: " << hrText(hr));
+        return false;
+    }
+    created.QueryInterface(&locator);
+    if (!locator) {
+        SORVANE_LOG_ERROR("Cannot get IATSCLocator2 interface from ATSCLocator instance");
+        return false;
+    }
+    hr = locator->put_ProgramNumber(programNumber);
+    if (FAILED(hr)) {
+        SORVANE_LOG_ERROR("IATSCLocator2::put_ProgramNumber failed: " << hrText(hr));
+        return false;
+    }
+    hr = locator->put_CarrierFrequency(static_cast<long>(CableFrequencyPlan::table()[channel]));
+    if (FAILED(hr)) {
+        SORVANE_LOG_ERROR("IATSCLocator2::put_CarrierFrequency failed: " << hrText(hr));
+        return false;
+    }
+    hr = locator->put_Modulation(BDA_MOD_256QAM);
+    if (FAILED(hr)) {
+        SORVANE_LOG_ERROR("IATSCLocator2::put_Modulation failed: " << hrText(hr));
+        return false;
+    }
     return true;
 }
 
@@ -137,10 +120,9 @@ bool ClearQAMTuner::checkCurrentChannel()
         return false;
 
     SampleCallback *buffer = dynamic_cast<SampleCallback *>(m_sampleGrabberCallback.p);
-    if (!buffer) {
-        SORVANE_LOG_ERROR("dynamic_cast<SampleCallback*>(m_sampleGrabberCallback.p) failed!)");
-        THROW_ERROR(TestResult::FAIL(), 0, nullptr);
-    }
+    if (!buffer)
+        SORVANE_THROW_LOGGED("dynamic_cast<SampleCallback*>(m_sampleGrabberCallback.p) failed!)", TestResult::FAIL(), 0,
+                             nullptr);
     buffer->reset();
     kel::System::mssleep(kCollectDelay);
     if (buffer->bytesReceived() == 0) {

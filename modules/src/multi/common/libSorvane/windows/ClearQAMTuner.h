@@ -23,6 +23,10 @@ protected:
 
     CComPtr<ITuningSpace> m_tuningSpace;
     CComPtr<ISampleGrabberCB> m_sampleGrabberCallback;
+
+private:
+    // The channel's carrier at 256-QAM, the program by its number.
+    bool makeLocator(int channel, int programNumber, CComPtr<IATSCLocator2> &locator);
 };
 
 } // namespace sorvane
