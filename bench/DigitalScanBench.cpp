@@ -18,6 +18,9 @@
 #include <cstdio>
 #include <dshow.h>
 #include <functional>
+#ifdef SORVANE_FILL_WINE_SETUPAPI
+#include <winesupport/WineSetupApi.h>
+#endif
 
 namespace {
 
@@ -30,9 +33,8 @@ void setParameter(const char *key, const ruvo::Value &value)
 
 void measure(const char *what, const wchar_t *tuner, const std::function<void(const ruvo::DiagDevice &)> &scan)
 {
-    const ruvo::DiagDevice device = sorvane::test::LabDeviceRecord::find(KSCATEGORY_BDA_NETWORK_TUNER, tuner,
-                                                                         ruvo::DeviceCapability::VideoCapture() |
-                                                                             ruvo::DeviceCapability::DigitalTVTuner());
+    const ruvo::DiagDevice device = sorvane::test::LabDeviceRecord::find(
+        tuner, ruvo::DeviceCapability::VideoCapture() | ruvo::DeviceCapability::DigitalTVTuner());
     if (device.name().isEmpty()) {
         std::printf("  %-44s the lab tuner \"%ls\" is not registered here\n", what, tuner);
         return;
@@ -60,6 +62,10 @@ void measure(const char *what, const wchar_t *tuner, const std::function<void(co
 
 int main()
 {
+#ifdef SORVANE_FILL_WINE_SETUPAPI
+    // As the host does, so that discovery meets the lab's devices as it does there.
+    winesupport::fillWineSetupApiGaps(GetModuleHandleW(L"libSorvane.dll"));
+#endif
     if (FAILED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED)))
         return 1;
     ruvo::RecordingBackend backend;

@@ -20,6 +20,9 @@
 #include <cstring>
 #include <string>
 #include <vector>
+#ifdef SORVANE_FILL_WINE_SETUPAPI
+#include <winesupport/WineSetupApi.h>
+#endif
 
 namespace {
 
@@ -183,21 +186,23 @@ void benchSize(const ruvo::DiagDevice &device, const Size &size)
 // Optional argument: a file for the library's detailed log.
 int main(int argc, char **argv)
 {
+#ifdef SORVANE_FILL_WINE_SETUPAPI
+    // As the host does, so that discovery meets the lab's devices as it does there.
+    winesupport::fillWineSetupApiGaps(GetModuleHandleW(L"libSorvane.dll"));
+#endif
     if (argc > 1) {
         kel::LogFactory::setLogFile(kel::String::fromUtf8(argv[1]));
         kel::LogFactory::setPriority(kel::LOG_DETAIL);
     }
     if (FAILED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED)))
         return 1;
-    ruvo::DiagDevice device =
-        sorvane::test::LabDeviceRecord::find(CLSID_VideoInputDeviceCategory, kCamera,
-                                             ruvo::DeviceCapability::VideoCapture() | ruvo::DeviceCapability::Webcam());
+    ruvo::DiagDevice device = sorvane::test::LabDeviceRecord::find(kCamera, ruvo::DeviceCapability::VideoCapture() |
+                                                                                ruvo::DeviceCapability::Webcam());
     if (device.name().isEmpty()) {
         std::printf("the lab camera \"%ls\" is not registered in this prefix\n", kCamera);
         CoUninitialize();
         return 1;
     }
-    device.setProperty("AnalogFriendlyName", ruvo::Value(kel::String(kCamera)));
     std::printf(
         "Webcam capture on \"%ls\", median of %d runs. Kept fps: the frames a long capture keeps beyond\n"
         "a 10-frame one, over the time it takes beyond it. First kept frame: captureFrames(1), call to return.\n"

@@ -177,9 +177,9 @@ TEST_F(AnalogTunerTest, CrossbarRoutesTheFirstTunerInputToTheFirstOutputThatTake
 TEST_F(AnalogTunerTest, HardwareWithoutAnalogTVIsNotSupported)
 {
     setTVRange(2, 2);
-    AnalogTuner withoutCapability(sorvane::test::LabDeviceRecord::analog(kLabTVCard, DeviceCapability::VideoCapture()),
+    AnalogTuner withoutCapability(sorvane::test::LabDeviceRecord::find(kLabTVCard, DeviceCapability::VideoCapture()),
                                   kel::String(L"No TV"));
-    AnalogTuner withoutTuner(sorvane::test::LabDeviceRecord::analog(kLabCaptureCard, kAnalogTV),
+    AnalogTuner withoutTuner(sorvane::test::LabDeviceRecord::find(kLabCaptureCard, kAnalogTV),
                              kel::String(L"No tuner"));
 
     for (AnalogTuner *candidate : {&withoutCapability, &withoutTuner}) {

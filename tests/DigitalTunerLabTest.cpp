@@ -42,8 +42,8 @@ const wchar_t kDemux[] = L"MPEG-2 Demultiplexer";
 // The framework's record of a lab BDA tuner, as the host's digital catalogue builds it.
 ruvo::DiagDevice bdaDevice(const wchar_t *friendlyName)
 {
-    return sorvane::test::LabDeviceRecord::digital(friendlyName, ruvo::DeviceCapability::VideoCapture() |
-                                                                     ruvo::DeviceCapability::DigitalTVTuner());
+    return sorvane::test::LabDeviceRecord::find(friendlyName, ruvo::DeviceCapability::VideoCapture() |
+                                                                  ruvo::DeviceCapability::DigitalTVTuner());
 }
 
 bool contains(const std::vector<std::wstring> &entries, const std::wstring &text)
@@ -54,6 +54,9 @@ bool contains(const std::vector<std::wstring> &entries, const std::wstring &text
 
 class DigitalTunerLabTest : public sorvane::test::LabTest {
 protected:
+    // Discovery binds every tuner before the journals are cleared for the first test.
+    static void SetUpTestSuite() { sorvane::test::LabDeviceRecord::discover(); }
+
     void SetUp() override
     {
         LabTest::SetUp();

@@ -3,9 +3,8 @@
 // is checked here in-process, so that the frame time-out runs on the framework's manual clock
 // and the driver's hang ends as soon as the test has seen what it waits for.
 #include "FrameworkTest.h"
-#include "LabLocator.h"
+#include "LabDeviceRecord.h"
 #include "ManualClock.h"
-#include "PlainCapture.h"
 #include "SideThread.h"
 
 #include <CaptureException.h>
@@ -29,8 +28,6 @@ using sorvane::diag::FailureExplanation;
 using sorvane::diag::LibraryErrors;
 
 const wchar_t kHung[] = L"Lab Webcam Hung";
-const wchar_t kHungPath[] = L"\\\\?\\usb#vid_1bcf&pid_2c9e&mi_00#7&70a5&0&0000#"
-                            L"{65e8773d-8f56-11d0-a3b9-00a0c9223196}\\global";
 
 // The notes a person would see on the bar, in order.
 class ShownNotes {
@@ -58,6 +55,9 @@ private:
 
 class HungStopExplanationTest : public sorvane::test::FrameworkTest {
 protected:
+    // Discovery binds every camera before the test reads the journal.
+    static void SetUpTestSuite() { sorvane::test::LabDeviceRecord::discover(); }
+
     void SetUp() override
     {
         FrameworkTest::SetUp();
@@ -80,8 +80,7 @@ TEST_F(HungStopExplanationTest, TheWaitForADeviceToStopIsShownAndCounted)
     lab::clearJournal(kHung);
     ShownNotes shown;
     DeviceStopWait stopWait([&shown](long seconds) { shown.add(seconds); });
-    const ruvo::DiagDevice device = sorvane::test::captureDevice(kel::String(kHung), kel::String(L"Lab USB camera"),
-                                                                 sorvane::test::locatorOf(kel::String(kHungPath)));
+    const ruvo::DiagDevice device = sorvane::test::LabDeviceRecord::find(kHung, ruvo::DeviceCapability::VideoCapture());
     sorvane::Webcam webcam(device, kel::String(L"Hung camera"), 0);
     const size_t errorsBefore = LibraryErrors::count();
     const size_t eventsBefore = recorder().events.size();

@@ -4,9 +4,8 @@
 // host says about each is checked here, in-process, so that the waits run on the framework's
 // manual clock instead of the wall clock.
 #include "FrameworkTest.h"
-#include "LabLocator.h"
+#include "LabDeviceRecord.h"
 #include "ManualClock.h"
-#include "PlainCapture.h"
 #include "SideThread.h"
 
 #include <CaptureException.h>
@@ -24,11 +23,7 @@ using sorvane::diag::FailureExplanation;
 using sorvane::diag::LibraryErrors;
 
 const wchar_t kSilent[] = L"Lab Webcam Silent";
-const wchar_t kSilentPath[] = L"\\\\?\\usb#vid_1bcf&pid_2c9a&mi_00#7&70a1&0&0000#"
-                              L"{65e8773d-8f56-11d0-a3b9-00a0c9223196}\\global";
 const wchar_t kYuy2[] = L"Lab Webcam YUY2";
-const wchar_t kYuy2Path[] = L"\\\\?\\usb#vid_045e&pid_0772&mi_00#7&2b3c&0&0000#"
-                            L"{65e8773d-8f56-11d0-a3b9-00a0c9223196}\\global";
 
 const wchar_t kTimedOut[] = L"What happened: the device started but did not deliver the 2 frames asked for within "
                             L"the library's time-out of 70 seconds: a camera that sends nothing, or stops sending, "
@@ -36,6 +31,9 @@ const wchar_t kTimedOut[] = L"What happened: the device started but did not deli
 
 class SilentCameraExplanationTest : public sorvane::test::FrameworkTest {
 protected:
+    // Discovery binds every camera before a test reads a journal.
+    static void SetUpTestSuite() { sorvane::test::LabDeviceRecord::discover(); }
+
     void SetUp() override
     {
         FrameworkTest::SetUp();
@@ -52,12 +50,12 @@ protected:
     // would explain the failure from. A camera that sends something gets to send it before
     // the clock jumps past the time-out.
     enum class Sends { Nothing, Samples };
-    FailureExplanation::Facts capture(const wchar_t *camera, const wchar_t *path, Sends sends)
+    FailureExplanation::Facts capture(const wchar_t *camera, Sends sends)
     {
         sorvane::test::ManualClock clock;
         lab::clearJournal(camera);
-        const ruvo::DiagDevice device = sorvane::test::captureDevice(
-            kel::String(camera), kel::String(L"Lab USB camera"), sorvane::test::locatorOf(kel::String(path)));
+        const ruvo::DiagDevice device =
+            sorvane::test::LabDeviceRecord::find(camera, ruvo::DeviceCapability::VideoCapture());
         sorvane::Webcam webcam(device, kel::String(L"Explained camera"), 0);
         const size_t errorsBefore = LibraryErrors::count();
         const size_t eventsBefore = recorder().events.size();
@@ -102,7 +100,7 @@ protected:
 
 TEST_F(SilentCameraExplanationTest, ACameraThatNeverDeliversIsToldFromARefusedStart)
 {
-    const FailureExplanation::Facts facts = capture(kSilent, kSilentPath, Sends::Nothing);
+    const FailureExplanation::Facts facts = capture(kSilent, Sends::Nothing);
     EXPECT_EQ(ruvo::TestResult::FAIL(), facts.result);
     // The time-out is retried on the next capability; after the last one only the shortfall is posted.
     ASSERT_EQ(1u, facts.events.size());
@@ -114,14 +112,14 @@ TEST_F(SilentCameraExplanationTest, ACameraThatStopsOrSendsEmptySamplesIsSaidSo)
 {
     {
         lab::DeviceOverride stops(kYuy2, L"fault.stopafter", L"1");
-        const FailureExplanation::Facts facts = capture(kYuy2, kYuy2Path, Sends::Samples);
+        const FailureExplanation::Facts facts = capture(kYuy2, Sends::Samples);
         EXPECT_EQ(ruvo::TestResult::FAIL(), facts.result);
         // A timed-out attempt keeps none of its frames: the one frame sent is not counted.
         EXPECT_EQ(FailureExplanation::of(facts), kTimedOut);
     }
     {
         lab::DeviceOverride empty(kYuy2, L"fault.zerolength", L"yes");
-        const FailureExplanation::Facts facts = capture(kYuy2, kYuy2Path, Sends::Samples);
+        const FailureExplanation::Facts facts = capture(kYuy2, Sends::Samples);
         EXPECT_EQ(ruvo::TestResult::FAIL(), facts.result);
         EXPECT_EQ(FailureExplanation::of(facts),
                   L"What happened: the device sent samples with nothing in them, so no frame could be kept.");

@@ -28,9 +28,9 @@ const wchar_t *const kLabCaptureCard = L"Lab Analog Capture Card";
 
 inline ruvo::DiagDevice labTVCard()
 {
-    return LabDeviceRecord::analog(kLabTVCard, ruvo::DeviceCapability::VideoCapture() |
-                                                   ruvo::DeviceCapability::AnalogTVTuner() |
-                                                   ruvo::DeviceCapability::FMRadioTuner());
+    return LabDeviceRecord::find(kLabTVCard, ruvo::DeviceCapability::VideoCapture() |
+                                                 ruvo::DeviceCapability::AnalogTVTuner() |
+                                                 ruvo::DeviceCapability::FMRadioTuner());
 }
 
 // The card's journal entries that begin with `prefix`, in order.
@@ -66,6 +66,8 @@ using sorvane::test::outcomeOf;
 // be overridden for the test, and every lab object and capture window is gone at the end.
 class TunerLabTest : public LabTest {
 protected:
+    static void SetUpTestSuite() { LabDeviceRecord::discover(); }
+
     void SetUp() override
     {
         LabTest::SetUp();

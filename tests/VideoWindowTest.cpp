@@ -1,5 +1,6 @@
 // The video window on the lab's camera: its class, the video following the window's size,
 // the size fitted to a picture, the user closing it, and runs whose window cannot be set up.
+#include "LabDeviceRecord.h"
 #include "LabTest.h"
 #include "ManualClock.h"
 #include "Outcome.h"
@@ -20,13 +21,14 @@ using sorvane::test::SideThread;
 using sorvane::test::WindowWatcher;
 
 const wchar_t kCamera[] = L"Lab Webcam RGB24 Top-Down";
-const wchar_t kCameraLocator[] =
-    L"USB\\VID_046D&PID_0826&MI_00\\7&1A2C&0&0000\\{65E8773D-8F56-11D0-A3B9-00A0C9223196}\\GLOBAL";
 const wchar_t kTitle[] = L"Video window test";
 const wchar_t *const kWindowClass = sorvane::test::kCaptureWindowClass;
 
 class VideoWindowTest : public sorvane::test::LabTest {
 protected:
+    // Discovery binds the camera before the journal is cleared for the first test.
+    static void SetUpTestSuite() { sorvane::test::LabDeviceRecord::discover(); }
+
     void SetUp() override
     {
         LabTest::SetUp();
@@ -56,9 +58,7 @@ protected:
         return video;
     }
 
-    PlainCapture capture{sorvane::test::captureDevice(kel::String(kCamera),
-                                                      kel::String(L"Lab USB camera, RGB24 top-down, no camera control"),
-                                                      kel::String(kCameraLocator)),
+    PlainCapture capture{sorvane::test::LabDeviceRecord::find(kCamera, ruvo::DeviceCapability::VideoCapture()),
                          kel::String(kTitle)};
 };
 

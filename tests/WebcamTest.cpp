@@ -45,8 +45,8 @@ kel::String text(const wchar_t *value)
 // The framework's record of the lab camera with this friendly name, as an enumerator makes it.
 ruvo::DiagDevice labWebcam(const wchar_t *friendlyName)
 {
-    return sorvane::test::LabDeviceRecord::analog(friendlyName, ruvo::DeviceCapability::VideoCapture() |
-                                                                    ruvo::DeviceCapability::Webcam());
+    return sorvane::test::LabDeviceRecord::find(friendlyName, ruvo::DeviceCapability::VideoCapture() |
+                                                                  ruvo::DeviceCapability::Webcam());
 }
 
 // The camera's journal entries that begin with `prefix`, in order.
@@ -181,6 +181,9 @@ using sorvane::test::SideThread;
 
 class WebcamTest : public sorvane::test::ComLabTest {
 protected:
+    // Discovery binds every camera before the journals are cleared for the first test.
+    static void SetUpTestSuite() { sorvane::test::LabDeviceRecord::discover(); }
+
     void SetUp() override
     {
         ComLabTest::SetUp();

@@ -1,65 +1,57 @@
 #include "LabDeviceRecord.h"
-#include "LabLocator.h"
 
-#include <ScopedVariant.h>
-#include <SdkGuids.h>
+#include <sorvane-diag/DeviceRecords.h>
 
-#include <atlbase.h>
-#include <dshow.h>
+#include <objbase.h>
 
 namespace sorvane {
 namespace test {
 
-kel::String LabDeviceRecord::bagText(IPropertyBag *bag, const wchar_t *name)
+const kel::Array<CaptureDevice> &LabDeviceRecord::devices()
 {
-    ScopedVariant value;
-    if (FAILED(bag->Read(name, value.get(), nullptr)))
-        return kel::String();
-    return value.text();
-}
-
-ruvo::DiagDevice LabDeviceRecord::find(const GUID &category, const wchar_t *friendlyName,
-                                       const ruvo::DeviceCapability &capabilities)
-{
-    const HRESULT init = CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
-    ruvo::DiagDevice found;
-    {
-        CComPtr<ICreateDevEnum> devices;
-        CComPtr<IEnumMoniker> monikers;
-        if (SUCCEEDED(devices.CoCreateInstance(CLSID_SystemDeviceEnum, nullptr, CLSCTX_INPROC_SERVER)) &&
-            devices->CreateClassEnumerator(category, &monikers, 0) == S_OK) {
-            for (CComPtr<IMoniker> moniker; monikers->Next(1, &moniker, nullptr) == S_OK; moniker.Release()) {
-                CComPtr<IPropertyBag> bag;
-                if (FAILED(moniker->BindToStorage(nullptr, nullptr, IID_PPV_ARGS(&bag))) ||
-                    bagText(bag, L"FriendlyName") != kel::String(friendlyName))
-                    continue;
-                found = ruvo::DiagDevice(kel::String(friendlyName), bagText(bag, L"Description"),
-                                         locatorOf(bagText(bag, L"DevicePath")), capabilities);
-                break;
-            }
-        }
-    }
-    if (SUCCEEDED(init))
-        CoUninitialize();
+    static const kel::Array<CaptureDevice> found = [] {
+        const HRESULT init = CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+        kel::Array<CaptureDevice> devices;
+        CaptureDevice::enumerateDevices(devices);
+        if (SUCCEEDED(init))
+            CoUninitialize();
+        return devices;
+    }();
     return found;
 }
 
-ruvo::DiagDevice LabDeviceRecord::analog(const wchar_t *friendlyName, const ruvo::DeviceCapability &capabilities)
+void LabDeviceRecord::discover()
 {
-    return named(CLSID_VideoInputDeviceCategory, friendlyName, capabilities, "AnalogFriendlyName");
+    devices();
 }
 
-ruvo::DiagDevice LabDeviceRecord::digital(const wchar_t *friendlyName, const ruvo::DeviceCapability &capabilities)
+bool LabDeviceRecord::hasFilterNamed(const CaptureDevice &device, const kel::String &friendlyName)
 {
-    return named(KSCATEGORY_BDA_NETWORK_TUNER, friendlyName, capabilities, "DigitalFriendlyName");
+    for (int i = 0; i < device.monikers().size(); ++i) {
+        if (device.monikers()[i].filterName() == friendlyName)
+            return true;
+    }
+    return false;
 }
 
-ruvo::DiagDevice LabDeviceRecord::named(const GUID &category, const wchar_t *friendlyName,
-                                        const ruvo::DeviceCapability &capabilities, const char *property)
+ruvo::DiagDevice LabDeviceRecord::find(const wchar_t *friendlyName)
 {
-    ruvo::DiagDevice record = find(category, friendlyName, capabilities);
-    if (!record.name().isEmpty())
-        record.setProperty(property, ruvo::Value(kel::String(friendlyName)));
+    const kel::Array<CaptureDevice> &all = devices();
+    for (int i = 0; i < all.size(); ++i) {
+        if (hasFilterNamed(all[i], kel::String(friendlyName)))
+            return diag::DeviceRecords::recordFor(all[i]);
+    }
+    return ruvo::DiagDevice();
+}
+
+ruvo::DiagDevice LabDeviceRecord::find(const wchar_t *friendlyName, const ruvo::DeviceCapability &capabilities)
+{
+    const ruvo::DiagDevice found = find(friendlyName);
+    if (found.name().isEmpty())
+        return found;
+    ruvo::DiagDevice record(found.name(), found.description(), found.osLocator(), capabilities);
+    for (int i = 0; i < found.properties().size(); ++i)
+        record.setProperty(found.properties().keyAt(i), found.properties().valueAt(i));
     return record;
 }
 
