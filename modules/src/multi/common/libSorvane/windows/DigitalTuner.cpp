@@ -56,6 +56,20 @@ bool hasMajorType(IPin *pin, const GUID &majorType, const GUID *subType)
     return found;
 }
 
+// One statistic the signal decision needs, logged as read; false, logged, when it cannot be read.
+template <typename Value>
+bool readStatistic(IBDA_SignalStatistics *statistics, HRESULT (STDMETHODCALLTYPE IBDA_SignalStatistics::*read)(Value *),
+                   Value &value, const wchar_t *failedText, const char *readText)
+{
+    const HRESULT hr = (statistics->*read)(&value);
+    if (FAILED(hr)) {
+        SORVANE_LOG_ERROR(failedText << hrText(hr));
+        return false;
+    }
+    SORVANE_LOG_DETAIL(readText << static_cast<long>(value));
+    return true;
+}
+
 PIN_DIRECTION directionOf(IPin *pin)
 {
     PIN_DIRECTION direction = PINDIR_INPUT;
@@ -532,27 +546,14 @@ bool DigitalTuner::statisticsShowSignal(IBDA_SignalStatistics *statistics, bool 
     LONG quality = 0;
     BOOLEAN locked = 0;
     BOOLEAN present = 0;
-    HRESULT hr = statistics->get_SignalQuality(&quality);
-    if (FAILED(hr)) {
-        SORVANE_LOG_ERROR(LogTexts::QUALITY_FAILED << hrText(hr));
-        failed = true;
+    failed = !readStatistic(statistics, &IBDA_SignalStatistics::get_SignalQuality, quality, LogTexts::QUALITY_FAILED,
+                            "Topo sig qual: ") ||
+             !readStatistic(statistics, &IBDA_SignalStatistics::get_SignalLocked, locked, LogTexts::LOCK_FAILED,
+                            "Topo sig lock: ") ||
+             !readStatistic(statistics, &IBDA_SignalStatistics::get_SignalPresent, present, LogTexts::PRESENT_FAILED,
+                            "Topo sig present: ");
+    if (failed)
         return false;
-    }
-    SORVANE_LOG_DETAIL("Topo sig qual: " << static_cast<long>(quality));
-    hr = statistics->get_SignalLocked(&locked);
-    if (FAILED(hr)) {
-        SORVANE_LOG_ERROR(LogTexts::LOCK_FAILED << hrText(hr));
-        failed = true;
-        return false;
-    }
-    SORVANE_LOG_DETAIL("Topo sig lock: " << static_cast<int>(locked));
-    hr = statistics->get_SignalPresent(&present);
-    if (FAILED(hr)) {
-        SORVANE_LOG_ERROR(LogTexts::PRESENT_FAILED << hrText(hr));
-        failed = true;
-        return false;
-    }
-    SORVANE_LOG_DETAIL("Topo sig present: " << static_cast<int>(present));
     logStrengthAndSampleTime(statistics);
 
     if (locked > 0 && present > 0 && quality > kQualityNeeded) {
