@@ -9,12 +9,14 @@
 #include "SampleGrabberFault.h"
 #include "StreamPacedClock.h"
 #include "TunerLab.h"
+#include "WindowCreationRefusal.h"
 
 #include <ATSCTuner.h>
 #include <ClearQAMTuner.h>
 #include <DVBTuner.h>
 #include <ModuleRegistration.h>
 #include <OcurTuner.h>
+#include <SampleGrabberCallback.h>
 #include <SdkGuids.h>
 #include <gtest/gtest.h>
 #include <lab/LabControl.h>
@@ -186,6 +188,19 @@ TEST_F(DigitalTunerLabTest, DVBTCountryFromTheUserOrNone)
     }
     EXPECT_EQ(e.getResult(), TestResult::USERABORTED());
     EXPECT_TRUE(log().contains(L"***Exiting due to user abort on country dialog"));
+
+    {
+        // The dialog class, WC_DIALOG, by its atom: the dialog cannot be made.
+        sorvane::test::WindowCreationRefusal refused(MAKEINTRESOURCEW(0x8002));
+        ASSERT_TRUE(refused.active());
+        lab::clearJournal(kProvider);
+        e = scan<sorvane::DVBTuner>(kDvbtTuner);
+    }
+    EXPECT_EQ(e.getResult(), TestResult::MISCONFIGURED());
+    EXPECT_EQ(e.getWarningEvent(), sorvane::g_setCountryName);
+    EXPECT_TRUE(log().contains(L"***DialogBox returned: -1"));
+    EXPECT_TRUE(log().contains(L"***Skipping put_CountryCode() because of unexpected ::DialogBox() error: "));
+    EXPECT_TRUE(journalOf(kProvider, L"CountryCode ").empty());
 }
 
 TEST_F(DigitalTunerLabTest, DVBTSetUpFailuresThroughLabFaults)
@@ -199,6 +214,7 @@ TEST_F(DigitalTunerLabTest, DVBTSetUpFailuresThroughLabFaults)
     };
     const Row rows[] = {
         {kSpaces, L"spaces", L"ATSC, ATSCCable", L"Cannot get DVB-T tuning space"},
+        {kSpaces, L"fault.IDVBTuningSpace2", L"yes", L"ITuningSpace::QueryInterface(IDVBTuningSpace2) failed: "},
         {kSpaces, L"fault.put_SystemType", L"0x80004005", L"DVBTuningSpace2::put_SystemType(DVB_Terrestrial) failed: "},
         {kProvider, L"fault.IFrequencyMap", L"yes", L"IBaseFilter::QueryInterface(IFrequencyMap) failed: "},
         {kProvider, L"fault.get_CountryCodeList", L"0x80004005", L"IFrequencyMap:get_CountryCodeList failed: "},
@@ -661,18 +677,28 @@ TEST_F(DigitalTunerLabTest, DTMBTuneFailuresAreNoSignalWithoutASettleWait)
         const char *what;
         const wchar_t *device;
         const wchar_t *key;
+        const wchar_t *value;
         const CLSID *refused;
         const wchar_t *logged;
     };
     const Row rows[] = {
-        {"tune request", kSpaces, L"fault.CreateTuneRequest", nullptr,
+        {"DVB tuning space", kSpaces, L"fault.IDVBTuningSpace2", L"afterSystemType", nullptr,
+         L"ERROR: tuneToChannel()/QI of IDVBTuningSpace2 failed"},
+        {"tune request", kSpaces, L"fault.CreateTuneRequest", L"0x80004005", nullptr,
          L"ERROR: tuneToChannel()/CreateTuneRequest failed: "},
-        {"locator", nullptr, nullptr, &CLSID_DVBTLocator, L"ERROR: tuneToChannel()/CoCreateInstance failed: "},
-        {"provider", kProvider, L"fault.put_TuneRequest", nullptr, L"ERROR: tuneToChannel()/put_TuneRequest failed: "},
+        {"DVB tune request", kSpaces, L"fault.IDVBTuneRequest", L"yes", nullptr,
+         L"ERROR: tuneToChannel()/QI for IDVBTuneRequest failed"},
+        {"locator", nullptr, nullptr, nullptr, &CLSID_DVBTLocator, L"ERROR: tuneToChannel()/CoCreateInstance failed: "},
+        {"frequency", kSpaces, L"fault.put_CarrierFrequency", L"0x80070057", nullptr,
+         L"ERROR: tuneToChannel()/put_CarrierFrequency failed: "},
+        {"locator refused", kSpaces, L"fault.put_Locator", L"0x80004005", nullptr,
+         L"ERROR: tuneToChannel()/put_Locator failed: "},
+        {"provider", kProvider, L"fault.put_TuneRequest", L"0x80004005", nullptr,
+         L"ERROR: tuneToChannel()/put_TuneRequest failed: "},
     };
     for (const Row &row : rows) {
         SCOPED_TRACE(row.what);
-        const RowFault fault(row.refused, row.device, row.key, L"0x80004005");
+        const RowFault fault(row.refused, row.device, row.key, row.value);
         kel::Clock::clearRecordedSleeps();
         EXPECT_EQ(scan<sorvane::DVBTuner>(kDtmbTuner).getResult(), TestResult::NOSIGNAL());
         EXPECT_TRUE(log().contains(row.logged));
@@ -741,6 +767,139 @@ TEST_F(DigitalTunerLabTest, TheTunerFilterMustCarryTheDigitalFriendlyNameWhenAsk
     // With its own name the tuner is found.
     EXPECT_EQ(outcomeOf([&] { NamedATSCTuner(found, kel::String(L"Digital lab test")).checkTVSignal(); }).getResult(),
               TestResult::PASS());
+}
+
+} // namespace
+
+namespace {
+
+TEST_F(DigitalTunerLabTest, ALaterTuningSpaceOfTheNameReplacesAnEarlierOne)
+{
+    streamNotNeeded();
+    setRange(2, 2);
+    // Two spaces answer to "ATSCCable"; the provider's journal names the kind of the one tuned.
+    const struct {
+        const wchar_t *spaces;
+        const wchar_t *tuned;
+    } rows[] = {
+        {L"ATSCCable, Digital Cable as ATSCCable", L"TuneRequest DigitalCable ATSCCable 55250 kHz"},
+        {L"Digital Cable as ATSCCable, ATSCCable", L"TuneRequest ATSC ATSCCable 55250 kHz"},
+    };
+    for (const auto &row : rows) {
+        SCOPED_TRACE(kel::String(row.spaces).toUtf8());
+        spaces.set(L"spaces", row.spaces);
+        lab::clearJournal(kProvider);
+        const size_t matched = logged(log(), L"matched tuning space ATSCCable");
+        scan<sorvane::ClearQAMTuner>(kQamTuner);
+        EXPECT_GE(logged(log(), L"matched tuning space ATSCCable"), matched + 2);
+        const std::vector<std::wstring> tunes = journalOf(kProvider, L"TuneRequest ");
+        ASSERT_FALSE(tunes.empty());
+        EXPECT_EQ(tunes.front().find(row.tuned), 0u) << tunes.front();
+    }
+}
+
+TEST_F(DigitalTunerLabTest, ATunerWithoutATopologyForTheLibraryHasNoSignal)
+{
+    streamNotNeeded();
+    setRange(8, 8);
+    // Statistics only on the topology's nodes, all saying there is a signal.
+    lab::DeviceOverride tuner(kQamTuner, L"statistics", L"nodes");
+    tuner.set(L"signal.present", L"1").set(L"signal.locked", L"1").set(L"signal.quality", L"80");
+    EXPECT_EQ(scan<sorvane::ATSCTuner>(kQamTuner).getResult(), TestResult::PASS());
+    EXPECT_TRUE(log().contains(L"Found a valid signal"));
+
+    // The provider still tunes through the topology; the library's query finds none.
+    tuner.set(L"fault.IBDA_Topology", L"outside-changes");
+    lab::clearJournal(kQamTuner);
+    EXPECT_EQ(scan<sorvane::ATSCTuner>(kQamTuner).getResult(), TestResult::NOSIGNAL());
+    EXPECT_TRUE(log().contains(L"getSignalStrength::Cannot Find IID_IBDA_Topology"));
+    EXPECT_TRUE(contains(journalOf(kQamTuner, L"Tune "), L"Tune 183000 kHz 8VSB"));
+    EXPECT_TRUE(journalOf(kQamTuner, L"Signal").empty());
+}
+
+// A cable tuner extended by a test module that puts the webcam's frame callback on the grabber
+// in place of the packet buffer.
+class FrameCallbackClearQAMTuner : public sorvane::ClearQAMTuner {
+public:
+    FrameCallbackClearQAMTuner(const ruvo::DiagDevice &record, const kel::String &title) : ClearQAMTuner(record, title)
+    {
+    }
+
+protected:
+    void setupDevice() override
+    {
+        ClearQAMTuner::setupDevice();
+        m_sampleGrabberCallback = new sorvane::SampleGrabberCallback(0, 0);
+        m_sampleGrabber->SetCallback(m_sampleGrabberCallback, 1);
+    }
+};
+
+TEST_F(DigitalTunerLabTest, ClearQAMWithAnotherCallbackThanThePacketBufferFails)
+{
+    streamNotNeeded();
+    setRange(2, 4);
+    const ruvo::DiagDevice record = bdaDevice(kQamTuner);
+    const CaptureException e =
+        outcomeOf([&] { FrameCallbackClearQAMTuner(record, kel::String(L"Digital lab test")).checkTVSignal(); });
+    EXPECT_EQ(e.getResult(), TestResult::FAIL());
+    EXPECT_EQ(e.getErrorCode(), 0);
+    const std::vector<sorvane::test::LogCapture::Line> lines =
+        log().find(kel::String(L"dynamic_cast<SampleCallback*>(m_sampleGrabberCallback.p) failed!)"));
+    ASSERT_EQ(lines.size(), 1u);
+    EXPECT_EQ(lines[0].priority, kel::LOG_ERROR);
+    // The first channel ends the test: no other is tuned.
+    EXPECT_EQ(journalOf(kProvider, L"TuneRequest ").size(), 1u);
+}
+
+TEST_F(DigitalTunerLabTest, DVBTStreamQualityUnreadableDefersToTheStatistics)
+{
+    lab::DeviceOverride tuner(kDvbtTuner);
+    tuner.set(L"signal.present", L"0").set(L"signal.locked", L"0").set(L"signal.quality", L"0");
+    setParameter("Country", ruvo::Value(kel::String(L"de")));
+    setRange(9, 9);
+    struct Row {
+        const char *what;
+        FaultySampleGrabber::Method refused;
+        HRESULT refusal;
+        std::vector<const wchar_t *> logged;
+    };
+    const Row rows[] = {
+        {"size unreadable", FaultySampleGrabber::GET_BUFFER_SIZE, E_FAIL, {L"Failed to get the buffer size"}},
+        {"less than a packet", FaultySampleGrabber::SHORT_BUFFER, S_OK, {L"We were not receiving any stream data"}},
+        {"bytes unreadable",
+         FaultySampleGrabber::GET_BUFFER,
+         E_OUTOFMEMORY,
+         {L"Failed to get the sample grabber current buffer "}},
+        {"no sample",
+         FaultySampleGrabber::GET_BUFFER,
+         VFW_E_WRONG_STATE,
+         {L"Failed to get the sample grabber current buffer ", L"No signal present"}},
+    };
+    for (const Row &row : rows) {
+        SCOPED_TRACE(row.what);
+        const Apartment apartment;
+        SampleGrabberFault fault(row.refused, row.refusal);
+        ASSERT_TRUE(fault.active());
+        std::vector<size_t> before;
+        for (const wchar_t *text : row.logged)
+            before.push_back(logged(log(), text));
+        const size_t present = logged(log(), L"No signal present");
+        const size_t measured = logged(log(), L"Signal Quality: ");
+        const size_t asked = logged(log(), L"Getting nodes types");
+        kel::Clock::clearRecordedSleeps();
+        EXPECT_EQ(scan<sorvane::DVBTuner>(kDvbtTuner).getResult(), TestResult::NOSIGNAL());
+        EXPECT_EQ(fault.grabbersMade(), 1);
+        for (size_t i = 0; i < row.logged.size(); ++i)
+            EXPECT_GT(logged(log(), row.logged[i]), before[i]) << kel::String(row.logged[i]).toUtf8();
+        if (row.refusal != VFW_E_WRONG_STATE) {
+            EXPECT_EQ(logged(log(), L"No signal present"), present);
+        }
+        EXPECT_EQ(logged(log(), L"Signal Quality: "), measured);
+        // The statistics were asked after the failed measurement.
+        EXPECT_GT(logged(log(), L"Getting nodes types"), asked);
+        const std::vector<uint32_t> sleeps = clock.sleeps();
+        EXPECT_NE(std::find(sleeps.begin(), sleeps.end(), 50u), sleeps.end());
+    }
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 // A tuner whose own signal check fails (an analog card's SignalPresent, a digital card's
 // statistics): the library counts every failed check as no signal and its event asks about
-// the cabling; the host says that the tuner did not answer.
+// the cabling; the host says that the tuner did not answer. And a DTMB card that only its
+// capture filter names as one.
 #include "ReportedRun.h"
 
 #include <lab/ScopedLabDevices.h>
@@ -18,6 +19,7 @@ namespace {
 const DWORD kNoSignal = 11;
 const wchar_t kBroken[] = L"Lab Tuner Without Answer";
 const wchar_t kUnreadable[] = L"Lab ATSC Without Statistics";
+const wchar_t kTerrestrial[] = L"Lab Terrestrial Card";
 
 class SorvaneDiagSignalCheckTest : public ::testing::Test {
 protected:
@@ -40,6 +42,15 @@ protected:
             L"[bda-receiver]\nname = Lab Receiver Without Statistics\n"
             L"path = \\\\?\\pci#ven_1131&dev_7160&subsys_99991822&rev_03#4&78&0&0010#"
             L"{fd0a5af4-b41d-11d2-9c95-00c04f7971e0}\\{3c1e9d5b-0b7f-4e2a-9f61-7a0c2b4d8e99}\n"
+            L"bitrate = 4000000\npackets-per-sample = 64\n" +
+            // A DTMB card whose tuner filter's name does not say so; its capture filter's does.
+            L"[bda-tuner]\nname = " + kTerrestrial +
+            L"\npath = \\\\?\\pci#ven_1131&dev_7160&subsys_99981822&rev_03#4&79&0&0010#"
+            L"{71985f48-1ca1-11d3-9cc8-00c04f7971e0}\\{3c1e9d5a-0b7f-4e2a-9f61-7a0c2b4d8e98}\n"
+            L"networks = dtmb\nstatistics = nodes\n"
+            L"[bda-receiver]\nname = Lab DMB-TH Capture\n"
+            L"path = \\\\?\\pci#ven_1131&dev_7160&subsys_99981822&rev_03#4&79&0&0010#"
+            L"{fd0a5af4-b41d-11d2-9c95-00c04f7971e0}\\{3c1e9d5b-0b7f-4e2a-9f61-7a0c2b4d8e98}\n"
             L"bitrate = 4000000\npackets-per-sample = 64\n"));
     }
     static void TearDownTestSuite() { s_cards.reset(); }
@@ -101,4 +112,20 @@ TEST_F(SorvaneDiagSignalCheckTest, AWorkingCheckWithoutSignalNeedsNoExplanation)
     EXPECT_EQ(kNoSignal, tv.outcome.exitCode) << tv.outcome.out << tv.outcome.err;
     EXPECT_TRUE(contains(tv.outcome.out, "Check that the antenna or cable is connected.")) << tv.outcome.out;
     EXPECT_FALSE(contains(tv.outcome.out, "What happened")) << tv.outcome.out;
+}
+
+TEST_F(SorvaneDiagSignalCheckTest, ACardWhoseCaptureFilterIsDTMBScansTheDTMBPlan)
+{
+    // Neither the device's name nor its tuner filter's says DTMB; the capture filter's does.
+    ScratchFolder folder(L"sorvane-diag-signal-check");
+    const std::wstring log = folder.file(L"library.log");
+    const ReportedRun dvbt = ReportedRun::of({L"dvbt", L"-d", kTerrestrial, L"--set", L"DigitalStartChannel=24",
+                                              L"--set", L"DigitalEndChannel=24", L"--log", log},
+                                             folder);
+    EXPECT_EQ(0u, dvbt.outcome.exitCode) << dvbt.outcome.out << dvbt.outcome.err;
+    EXPECT_TRUE(contains(dvbt.outcome.out, "Signal found on channel 24: DTMB channel DS-24, 562.0 MHz."))
+        << dvbt.outcome.out;
+    const std::string written = ScratchFolder::read(log);
+    EXPECT_NE(std::string::npos, written.find("***filterIsDTMB()--filter name = Lab DMB-TH Capture")) << written;
+    EXPECT_NE(std::string::npos, written.find("DTMB tuner detected.  Setting channel range: 13-56")) << written;
 }

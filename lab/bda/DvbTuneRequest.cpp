@@ -2,11 +2,22 @@
 
 #include <new>
 
+#include "bda/TuningSpaceCatalog.h"
+#include "common/DeviceState.h"
+
 namespace lab {
 
 bool DvbTuneRequest::answers(REFIID iid) const
 {
-    return TuneRequestBase::answers(iid) || IsEqualIID(iid, __uuidof(IDVBTuneRequest));
+    if (IsEqualIID(iid, __uuidof(IDVBTuneRequest)))
+        return !TuningSpaceCatalog::device()->flag(L"fault.IDVBTuneRequest");
+    return TuneRequestBase::answers(iid);
+}
+
+STDMETHODIMP DvbTuneRequest::put_Locator(ILocator *locator)
+{
+    const HRESULT fault = TuningSpaceCatalog::device()->hresult(L"fault.put_Locator");
+    return FAILED(fault) ? fault : TuneRequestBase::put_Locator(locator);
 }
 
 STDMETHODIMP DvbTuneRequest::get_ONID(LONG *onid)

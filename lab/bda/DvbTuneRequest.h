@@ -1,5 +1,7 @@
 // The tune request of the DVB tuning spaces (IDVBTuneRequest): original network ID, transport
 // stream ID and service ID, all -1 (not set) at first.
+// Faults (overrides of the "System Tuning Spaces" device): fault.IDVBTuneRequest = yes (the
+// request answers E_NOINTERFACE for IDVBTuneRequest), fault.put_Locator = HRESULT.
 #pragma once
 
 #include "bda/TuneRequestBase.h"
@@ -16,6 +18,7 @@ public:
     STDMETHODIMP put_TSID(LONG tsid) override;
     STDMETHODIMP get_SID(LONG *sid) override;
     STDMETHODIMP put_SID(LONG sid) override;
+    STDMETHODIMP put_Locator(ILocator *locator) override;
 
 protected:
     bool answers(REFIID iid) const override;

@@ -4,6 +4,7 @@
 
 #include "bda/DvbTuneRequest.h"
 #include "bda/TuningSpaceCatalog.h"
+#include "common/DeviceConfig.h"
 #include "common/DeviceState.h"
 
 namespace lab {
@@ -36,8 +37,17 @@ DvbTuningSpace::DvbTuningSpace(const TuningSpaceFields &fields, DVBSystemType sy
 
 bool DvbTuningSpace::answers(REFIID iid) const
 {
-    return TuningSpaceBase::answers(iid) || IsEqualIID(iid, __uuidof(IDVBTuningSpace)) ||
-           IsEqualIID(iid, __uuidof(IDVBTuningSpace2));
+    if (IsEqualIID(iid, __uuidof(IDVBTuningSpace2)))
+        return !refusesSpace2();
+    return TuningSpaceBase::answers(iid) || IsEqualIID(iid, __uuidof(IDVBTuningSpace));
+}
+
+bool DvbTuningSpace::refusesSpace2() const
+{
+    const std::wstring fault = DeviceConfig::lower(TuningSpaceCatalog::device()->text(L"fault.IDVBTuningSpace2"));
+    if (fault == L"aftersystemtype")
+        return m_systemTypePut.load();
+    return DeviceConfig::parseBool(fault);
 }
 
 ITuneRequest *DvbTuningSpace::newTuneRequest()
@@ -69,6 +79,7 @@ STDMETHODIMP DvbTuningSpace::put_SystemType(DVBSystemType systemType)
         return fault;
     }
     write(m_systemType, systemType);
+    m_systemTypePut = true;
     device->record(entry);
     return S_OK;
 }

@@ -2,7 +2,9 @@
 
 #include <new>
 
+#include "bda/TuningSpaceCatalog.h"
 #include "common/ClassRegistry.h"
+#include "common/DeviceState.h"
 
 namespace lab {
 
@@ -22,6 +24,12 @@ CComPtr<ILocator> DvbtLocator::withBandwidth(long megahertz)
 bool DvbtLocator::answers(REFIID iid) const
 {
     return LocatorBase::answers(iid) || IsEqualIID(iid, __uuidof(IDVBTLocator));
+}
+
+STDMETHODIMP DvbtLocator::put_CarrierFrequency(LONG frequency)
+{
+    const HRESULT fault = TuningSpaceCatalog::device()->hresult(L"fault.put_CarrierFrequency");
+    return FAILED(fault) ? fault : LocatorBase::put_CarrierFrequency(frequency);
 }
 
 STDMETHODIMP DvbtLocator::get_Bandwidth(LONG *bandwidth)

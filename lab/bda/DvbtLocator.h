@@ -1,6 +1,7 @@
 // The DVB-T locator under CLSID_DVBTLocator (IDVBTLocator): bandwidth in MHz, low-priority
 // FEC, hierarchy alpha, guard interval, transmission mode and the other-frequency flag besides
 // the ILocator values; also the DVB-T tuning space's default locator.
+// Fault (override of the "System Tuning Spaces" device): fault.put_CarrierFrequency = HRESULT.
 #pragma once
 
 #include "bda/LocatorBase.h"
@@ -12,6 +13,7 @@ public:
     // A locator with only the bandwidth set (the tuning space's default locator).
     static CComPtr<ILocator> withBandwidth(long megahertz);
 
+    STDMETHODIMP put_CarrierFrequency(LONG frequency) override;
     STDMETHODIMP get_Bandwidth(LONG *bandwidth) override;
     STDMETHODIMP put_Bandwidth(LONG bandwidth) override;
     STDMETHODIMP get_LPInnerFEC(FECMethod *fec) override;

@@ -1,4 +1,4 @@
-// Owns a BSTR received from a COM call and frees it on scope exit.
+// Owns a BSTR received from a COM call, or made to pass to one, and frees it on scope exit.
 #pragma once
 
 #include <windows.h>
@@ -11,6 +11,10 @@ namespace lab {
 class ScopedBstr {
 public:
     ScopedBstr() = default;
+    explicit ScopedBstr(const std::wstring &text)
+        : m_text(SysAllocStringLen(text.data(), static_cast<UINT>(text.size())))
+    {
+    }
     ScopedBstr(const ScopedBstr &) = delete;
     ScopedBstr &operator=(const ScopedBstr &) = delete;
     ~ScopedBstr() { SysFreeString(m_text); }
@@ -22,6 +26,7 @@ public:
         m_text = nullptr;
         return &m_text;
     }
+    BSTR get() const { return m_text; }
     std::wstring text() const { return m_text ? std::wstring(m_text, SysStringLen(m_text)) : std::wstring(); }
 
 private:

@@ -19,9 +19,13 @@ const ClassRegistration registration(ClassInfo::plain(CLSID_SystemTuningSpaces, 
 
 SystemTuningSpaces::SystemTuningSpaces()
 {
-    for (const std::wstring &name : TuningSpaceCatalog::installedNames()) {
+    // The container holds one space a unique name, the first installed.
+    for (const std::wstring &entry : TuningSpaceCatalog::installedNames()) {
         CComPtr<ITuningSpace> space;
-        if (indexOf(name) < 0 && SUCCEEDED(TuningSpaceCatalog::create(name, space))) {
+        if (FAILED(TuningSpaceCatalog::create(entry, space)))
+            continue;
+        const std::wstring name = TuningSpaceCatalog::uniqueNameOf(space);
+        if (indexOf(name) < 0) {
             m_names.push_back(name);
             m_spaces.push_back(space);
         }

@@ -22,12 +22,14 @@ HRESULT TuneDelivery::deliver(IPin *tunerInput, const TuneParameters &tuning)
     CComPtr<IBaseFilter> filter;
     filter.Attach(info.pFilter);
     CComQIPtr<IBDA_DeviceControl> control(filter);
-    CComQIPtr<IBDA_Topology> topology(filter);
-    if (!control || !topology)
+    if (!control)
         return E_NOINTERFACE;
+    // The topology is asked for inside the change set, where a device may keep it.
     hr = control->StartChanges();
-    if (SUCCEEDED(hr))
-        hr = tuneNodes(topology, tuning);
+    if (FAILED(hr))
+        return hr;
+    CComQIPtr<IBDA_Topology> topology(filter);
+    hr = topology ? tuneNodes(topology, tuning) : E_NOINTERFACE;
     if (SUCCEEDED(hr))
         hr = control->CheckChanges();
     if (SUCCEEDED(hr))

@@ -16,6 +16,8 @@ namespace lab {
 
 namespace {
 
+// "Digital Cable as ATSCCable": a space of the first kind installed under the second's unique name.
+const wchar_t kInstalledAs[] = L" as ";
 const wchar_t *const kAllSpaces[] = {L"ATSC", L"ATSCCable", L"ClearQAM", L"Digital Cable", L"DVB-T"};
 
 struct AtscSpaceTemplate {
@@ -127,7 +129,19 @@ std::vector<std::wstring> TuningSpaceCatalog::installedNames()
     return names;
 }
 
-HRESULT TuningSpaceCatalog::create(const std::wstring &uniqueName, CComPtr<ITuningSpace> &space)
+HRESULT TuningSpaceCatalog::create(const std::wstring &entry, CComPtr<ITuningSpace> &space)
+{
+    const size_t as = entry.find(kInstalledAs);
+    if (as == std::wstring::npos)
+        return createInstalled(entry, space);
+    const HRESULT hr = createInstalled(DeviceConfig::trim(entry.substr(0, as)), space);
+    if (FAILED(hr))
+        return hr;
+    ScopedBstr name(DeviceConfig::trim(entry.substr(as + wcslen(kInstalledAs))));
+    return space->put_UniqueName(name.get());
+}
+
+HRESULT TuningSpaceCatalog::createInstalled(const std::wstring &uniqueName, CComPtr<ITuningSpace> &space)
 {
     space.Release();
     if (uniqueName == L"DVB-T")

@@ -61,7 +61,7 @@ void *BdaTunerFilter::queryExtra(REFIID iid)
         return static_cast<IBDA_DeviceControl *>(this);
     // mingw-w64's strmiids holds a wrong IID_IBDA_Topology; callers built with it ask for that.
     if (IsEqualIID(iid, __uuidof(IBDA_Topology)) || IsEqualIID(iid, IID_IBDA_Topology))
-        return static_cast<IBDA_Topology *>(this);
+        return topologyAnswered() ? static_cast<IBDA_Topology *>(this) : nullptr;
     if (IsEqualIID(iid, __uuidof(IBDA_SignalStatistics)) && statisticsPlace() == StatisticsPlace::Filter)
         return static_cast<IBDA_SignalStatistics *>(this);
     if (IsEqualIID(iid, __uuidof(ITunedSignalSource)))
@@ -83,9 +83,18 @@ BdaTunerFilter::StatisticsPlace BdaTunerFilter::statisticsPlace() const
     return place == L"none" ? StatisticsPlace::None : StatisticsPlace::Filter;
 }
 
+bool BdaTunerFilter::topologyAnswered() const
+{
+    const std::shared_ptr<DeviceState> state = device();
+    if (!state || DeviceConfig::lower(state->text(L"fault.IBDA_Topology")) != L"outside-changes")
+        return true;
+    return m_changeSetOpen.load();
+}
+
 STDMETHODIMP BdaTunerFilter::StartChanges()
 {
     m_tuning.startChanges();
+    m_changeSetOpen = true;
     return S_OK;
 }
 
@@ -96,6 +105,7 @@ STDMETHODIMP BdaTunerFilter::CheckChanges()
 
 STDMETHODIMP BdaTunerFilter::CommitChanges()
 {
+    m_changeSetOpen = false;
     return m_tuning.commitChanges(*device());
 }
 

@@ -13,10 +13,15 @@
 //   broadcast = PATH                      the broadcast description (see BroadcastSource)
 //   fault.tune = HRESULT                  CommitChanges fails with it
 //   fault.run = HRESULT                   Run fails with it
+//   fault.IBDA_Topology = outside-changes IBDA_Topology is answered only between StartChanges and
+//                                         CommitChanges: the network provider still tunes, any
+//                                         other caller gets E_NOINTERFACE
 // Journal: the tune and statistics entries of BdaTuning, "Pause", "Run", "Stop".
 #pragma once
 
 #include <bdaiface.h>
+
+#include <atomic>
 
 #include "bdadevice/BdaTuning.h"
 #include "bdadevice/LinkInputPin.h"
@@ -84,10 +89,13 @@ private:
 
     enum class StatisticsPlace { Filter, Nodes, None };
     StatisticsPlace statisticsPlace() const;
+    // False under fault.IBDA_Topology while no change set is open.
+    bool topologyAnswered() const;
 
     BdaTuning m_tuning;
     LinkInputPin m_antenna;
     TransportStreamPin m_transport;
+    std::atomic<bool> m_changeSetOpen{false};
 };
 
 } // namespace lab

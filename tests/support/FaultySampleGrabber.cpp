@@ -111,6 +111,14 @@ STDMETHODIMP FaultySampleGrabber::SetBufferSamples(WINBOOL bufferThem)
 
 STDMETHODIMP FaultySampleGrabber::GetCurrentBuffer(LONG *size, LONG *buffer)
 {
+    if (!buffer && m_refused == GET_BUFFER_SIZE)
+        return m_refusal;
+    if (!buffer && m_refused == SHORT_BUFFER && size) {
+        *size = kShortBufferSize;
+        return S_OK;
+    }
+    if (buffer && m_refused == GET_BUFFER)
+        return m_refusal;
     return m_grabber->GetCurrentBuffer(size, buffer);
 }
 

@@ -13,7 +13,20 @@ namespace test {
 // given code; everything else (the filter, its pins) is the system's own object.
 class FaultySampleGrabber final : public ISampleGrabber {
 public:
-    enum Method { SET_MEDIA_TYPE, SET_ONE_SHOT, SET_BUFFER_SAMPLES, SET_CALLBACK };
+    enum Method {
+        SET_MEDIA_TYPE,
+        SET_ONE_SHOT,
+        SET_BUFFER_SAMPLES,
+        SET_CALLBACK,
+        // GetCurrentBuffer asked for the size (no buffer given)
+        GET_BUFFER_SIZE,
+        // GetCurrentBuffer asked for the bytes, after a size query that worked
+        GET_BUFFER,
+        // not a refusal: the size query succeeds and reports one byte less than a
+        // transport-stream packet, as after a runt sample
+        SHORT_BUFFER
+    };
+    static const LONG kShortBufferSize = 187;
 
     // Makes one, answering `iid`, as a class factory would.
     static HRESULT create(Method refused, HRESULT refusal, REFIID iid, void **out);
