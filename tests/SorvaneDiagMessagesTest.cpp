@@ -120,13 +120,15 @@ TEST(SorvaneDiagMessagesTest, AnAmbiguousDeviceIsACommandLineMistakeNamingTheMat
     EXPECT_TRUE(
         contains(part.err, "--device \"Lab Webcam RGB\" fits several devices (" + rgb24 + ": Lab Webcam RGB24, "))
         << part.err;
+    EXPECT_TRUE(contains(part.err, "); give more of the name, or the index of one (--device " + rgb24 + ")."))
+        << part.err;
 
     for (const wchar_t *twin : {L"Lab Twin", L"lab twin camera"}) {
         const HostProgram::Outcome outcome = HostProgram::run({L"webcam", L"-d", twin});
         EXPECT_EQ(kUsageError, outcome.exitCode) << outcome.out << outcome.err;
         EXPECT_TRUE(contains(outcome.err, "fits several devices (" + index[0] + ": Lab Twin Camera, " + index[1] +
-                                              ": Lab Twin Camera); give more of the name, or the index of one "
-                                              "(--device " +
+                                              ": Lab Twin Camera); they share their name, so choose one by "
+                                              "its index (--device " +
                                               index[0] + ")."))
             << outcome.err;
     }

@@ -90,11 +90,15 @@ DeviceChooser::Choice DeviceChooser::severalFit(const std::vector<ruvo::DiagDevi
                                                 const std::wstring &selector, const std::vector<int> &fitting)
 {
     std::wstring names;
-    for (const int index : fitting)
+    bool oneName = true;
+    for (const int index : fitting) {
         names += (names.empty() ? L"" : L", ") + std::to_wstring(index) + L": " + devices[index].name().wstr();
-    Choice choice =
-        none(L"--device \"" + selector + L"\" fits several devices (" + names +
-             L"); give more of the name, or the index of one (--device " + std::to_wstring(fitting[0]) + L").");
+        oneName = oneName && devices[index].name() == devices[fitting[0]].name();
+    }
+    const std::wstring how =
+        oneName ? L"they share their name, so choose one by its index" : L"give more of the name, or the index of one";
+    Choice choice = none(L"--device \"" + selector + L"\" fits several devices (" + names + L"); " + how +
+                         L" (--device " + std::to_wstring(fitting[0]) + L").");
     choice.ambiguous = true;
     return choice;
 }
