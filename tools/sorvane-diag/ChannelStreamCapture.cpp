@@ -32,7 +32,7 @@ void pumpMessagesFor(DWORD milliseconds)
 
 template <class Tuner>
 ChannelStreamCapture<Tuner>::ChannelStreamCapture(const ruvo::DiagDevice &device, const kel::String &title)
-    : Tuner(device, title), m_signalReported(false)
+    : Tuner(device, title)
 {
 }
 
@@ -45,9 +45,10 @@ HRESULT ChannelStreamCapture<Tuner>::capture(int channel, double seconds, const 
     const HRESULT hr = this->m_mediaControl->Run();
     if (FAILED(hr))
         return hr;
-    // As the scan does: the graph runs, then the channel is tuned, settled and checked.
+    // As the scan does: the graph runs, then the channel is tuned, settled and checked; what
+    // arrives afterwards is kept, signal or not (the last channel tried may have none).
     this->m_currentChannel = static_cast<uint32_t>(channel);
-    m_signalReported = this->checkCurrentChannel();
+    this->checkCurrentChannel();
     this->m_channelStream.markFound(*m_packets);
     keepFor(seconds, watch);
     this->m_mediaControl->Stop();

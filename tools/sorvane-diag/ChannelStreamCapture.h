@@ -29,8 +29,6 @@ public:
     // `watch` ends it (channelStream(), streamHealth()); cleans up. The graph's Run failure, else
     // S_OK. Throws CaptureException when the library cannot build the graph.
     HRESULT capture(int channel, double seconds, const Watch &watch);
-    // The device reported a signal on the channel once tuned.
-    bool signalReported() const { return m_signalReported; }
 
 protected:
     void setupSampleGrabber() override;
@@ -41,7 +39,6 @@ private:
     void keepFor(double seconds, const Watch &watch);
 
     CComPtr<SampleCallback> m_packets;
-    bool m_signalReported;
 };
 
 } // namespace diag
