@@ -341,9 +341,10 @@ void DigitalScanCommand::keepStream(CommandContext &context, const ruvo::TestRes
     std::wstring which = m_stream.fromFoundChannel
                              ? L"the channel found"
                              : (result == ruvo::TestResult::PASS() ? L"the scan" : L"the last channel tried");
-    if (!CaptureClasses::scanKeepsStream(m_kind) && !captureChannel(context, path, captured, which))
+    const bool keptByScan = CaptureClasses::scanKeepsStream(m_kind);
+    if (!keptByScan && !captureChannel(context, path, captured, which))
         return;
-    const CaptureClasses::StreamReport &stream = CaptureClasses::scanKeepsStream(m_kind) ? m_stream : captured;
+    const CaptureClasses::StreamReport &stream = keptByScan ? m_stream : captured;
     if (stream.bytes.empty()) {
         context.say(L"No transport stream to keep in " + path + L": none arrived from the tuner.");
         return;
