@@ -50,6 +50,20 @@ std::vector<std::wstring> with(std::vector<std::wstring> arguments, const std::v
     return arguments;
 }
 
+// Whole packets from a sync byte on, named in the report.
+void expectKeptStream(const std::wstring &path, const JsonValue &report)
+{
+    const std::string bytes = ScratchFolder::read(path);
+    ASSERT_GT(bytes.size(), 188u * 100);
+    EXPECT_EQ(0u, bytes.size() % 188);
+    for (size_t at = 0; at < bytes.size(); at += 188)
+        ASSERT_EQ(0x47, static_cast<unsigned char>(bytes[at])) << "packet at " << at;
+    bool named = false;
+    for (size_t i = 0; i < report["files"].size(); ++i)
+        named = named || report["files"][i]["kind"].text() == "transportStream";
+    EXPECT_TRUE(named);
+}
+
 } // namespace
 
 // Each command takes a tuner of its own kind when no --device names one, and says so.
@@ -273,8 +287,8 @@ TEST(SorvaneDiagDigitalScanTest, DigitalFaultsAreExplainedByWhatTheLibrarySaw)
         << backwards.outcome.out;
 }
 
-// --keep-ts writes the stream the scan ended on, whole packets from a sync byte on, and the
-// report names it; without a sample grabber the person is told why there is none.
+// --keep-ts writes the stream the scan ended on; a tuner whose scan graph has no sample grabber
+// has the channel tuned once more by the host and kept.
 TEST(SorvaneDiagDigitalScanTest, KeepTsWritesTheScannedStream)
 {
     ScratchFolder folder(L"sorvane-diag-digital-scan");
@@ -283,15 +297,7 @@ TEST(SorvaneDiagDigitalScanTest, KeepTsWritesTheScannedStream)
         host(folder, L"keep", with(range(L"clearqam", 2, 2), {L"-d", L"Lab ATSC QAM Tuner", L"--keep-ts", found}));
     ASSERT_EQ(kPass, pass.outcome.exitCode) << pass.outcome.out << pass.outcome.err;
     EXPECT_TRUE(contains(pass.outcome.out, "packets of the channel found")) << pass.outcome.out;
-    const std::string bytes = ScratchFolder::read(found);
-    ASSERT_GT(bytes.size(), 188u * 100);
-    EXPECT_EQ(0u, bytes.size() % 188);
-    for (size_t at = 0; at < bytes.size(); at += 188)
-        ASSERT_EQ(0x47, static_cast<unsigned char>(bytes[at])) << "packet at " << at;
-    bool named = false;
-    for (size_t i = 0; i < pass.report["files"].size(); ++i)
-        named = named || pass.report["files"][i]["kind"].text() == "transportStream";
-    EXPECT_TRUE(named);
+    expectKeptStream(found, pass.report);
 
     const std::wstring last = folder.file(L"last.ts");
     const HostRun none = host(folder, L"keeplast",
@@ -300,9 +306,13 @@ TEST(SorvaneDiagDigitalScanTest, KeepTsWritesTheScannedStream)
     EXPECT_EQ(kNoSignal, none.outcome.exitCode) << none.outcome.out << none.outcome.err;
     EXPECT_TRUE(contains(none.outcome.out, "of the last channel tried")) << none.outcome.out;
 
+    const std::wstring atscFile = folder.file(L"a.ts");
     const HostRun atsc =
-        host(folder, L"keepatsc",
-             with(range(L"atsc", 8, 8), {L"-d", L"Lab ATSC QAM Tuner", L"--keep-ts", folder.file(L"a.ts")}));
+        host(folder, L"keepatsc", with(range(L"atsc", 8, 8), {L"-d", L"Lab ATSC QAM Tuner", L"--keep-ts", atscFile}));
     EXPECT_EQ(kPass, atsc.outcome.exitCode) << atsc.outcome.out << atsc.outcome.err;
-    EXPECT_TRUE(contains(atsc.outcome.out, "has no sample grabber")) << atsc.outcome.out;
+    EXPECT_TRUE(contains(atsc.outcome.out, "scan graph has no sample grabber: channel 8 is tuned once more"))
+        << atsc.outcome.out;
+    EXPECT_TRUE(contains(atsc.outcome.out, "packets of channel 8 (the channel found, tuned again after the scan for"))
+        << atsc.outcome.out;
+    expectKeptStream(atscFile, atsc.report);
 }

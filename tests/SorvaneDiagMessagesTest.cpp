@@ -99,13 +99,39 @@ TEST(SorvaneDiagMessagesTest, EveryBadRangeNamesItsParametersAndWhatIsAllowed)
     EXPECT_EQ(0u, reversedFm.report["progress"].size());
 }
 
-TEST(SorvaneDiagMessagesTest, AnAmbiguousDeviceIsACommandLineMistakeNamingTheMatches)
+// Each device a name fits comes with the index that chooses it: two cameras of one model share
+// their name, so only the index tells them apart.
+TEST(SorvaneDiagMessagesTest, AnAmbiguousDeviceIsACommandLineMistakeNamingTheMatchesAndTheirIndices)
 {
-    const HostProgram::Outcome outcome = HostProgram::run({L"webcam", L"-d", L"Lab Webcam RGB"});
-    EXPECT_EQ(kUsageError, outcome.exitCode) << outcome.out << outcome.err;
-    EXPECT_TRUE(contains(outcome.err, "--device \"Lab Webcam RGB\" fits several devices (Lab Webcam RGB24, "
-                                      "Lab Webcam RGB24 Top-Down)"))
-        << outcome.err;
+    const HostProgram::Outcome listed = HostProgram::run({L"list", L"--json", L"-"});
+    const JsonValue devices = JsonValue::parse(listed.out)["devices"];
+    std::vector<std::string> index;
+    std::string rgb24;
+    for (size_t i = 0; i < devices.size(); ++i) {
+        if (devices[i]["name"].text() == "Lab Twin Camera")
+            index.push_back(std::to_string(i));
+        if (devices[i]["name"].text() == "Lab Webcam RGB24")
+            rgb24 = std::to_string(i);
+    }
+    ASSERT_EQ(2u, index.size()) << listed.out;
+
+    const HostProgram::Outcome part = HostProgram::run({L"webcam", L"-d", L"Lab Webcam RGB"});
+    EXPECT_EQ(kUsageError, part.exitCode) << part.out << part.err;
+    EXPECT_TRUE(
+        contains(part.err, "--device \"Lab Webcam RGB\" fits several devices (" + rgb24 + ": Lab Webcam RGB24, "))
+        << part.err;
+    EXPECT_TRUE(contains(part.err, "); give more of the name, or the index of one (--device " + rgb24 + ")."))
+        << part.err;
+
+    for (const wchar_t *twin : {L"Lab Twin", L"lab twin camera"}) {
+        const HostProgram::Outcome outcome = HostProgram::run({L"webcam", L"-d", twin});
+        EXPECT_EQ(kUsageError, outcome.exitCode) << outcome.out << outcome.err;
+        EXPECT_TRUE(contains(outcome.err, "fits several devices (" + index[0] + ": Lab Twin Camera, " + index[1] +
+                                              ": Lab Twin Camera); they share their name, so choose one by "
+                                              "its index (--device " +
+                                              index[0] + ")."))
+            << outcome.err;
+    }
 }
 
 TEST(SorvaneDiagMessagesTest, AScanThatPassesSaysWhereTheSignalWas)

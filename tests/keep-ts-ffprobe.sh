@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
-# `sorvane-diag clearqam --keep-ts` and `dvbt --keep-ts` on the lab, then Debian's ffprobe reads
-# each kept stream: its PAT must list the program the lab broadcasts on that channel, and that
-# program's PMT its video and audio streams.
+# `sorvane-diag clearqam`, `dvbt`, `atsc` and `ocur` with `--keep-ts` on the lab, then Debian's
+# ffprobe reads each kept stream: its PAT must list the program the lab broadcasts on that
+# channel, and that program's PMT its video and audio streams. (The ATSC and OpenCable streams
+# come from the host's own capture after the scan, their scan graphs having no sample grabber.)
 # Usage: keep-ts-ffprobe.sh WINE-RUN PREFIX BINDIR
 set -uo pipefail
 run=$1
@@ -45,5 +46,7 @@ check() {
 check clearqam 1 2 -- clearqam -d "Lab ATSC QAM Tuner" --set DigitalStartChannel=2 --set DigitalEndChannel=2
 check dvbt 4097 2 -- dvbt -d "Lab DVB-T Tuner" --set Country=DE --set DigitalStartChannel=9 --set DigitalEndChannel=9
 check cable120 7 2 -- clearqam -d "Lab ATSC QAM Tuner" --set DigitalStartChannel=120 --set DigitalEndChannel=120
+check atsc 3 2 -- atsc -d "Lab ATSC QAM Tuner" --set DigitalStartChannel=8 --set DigitalEndChannel=8
+check ocur 1 2 -- ocur -d "Lab OpenCable Tuner" --set DigitalStartChannel=2 --set DigitalEndChannel=2
 
 [ $failures -eq 0 ] && echo "keep-ts-ffprobe: all streams read" || exit 1

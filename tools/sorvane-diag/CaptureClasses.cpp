@@ -1,4 +1,5 @@
 #include "CaptureClasses.h"
+#include "ChannelStreamCapture.h"
 
 #include <ATSCTuner.h>
 #include <AnalogTuner.h>
@@ -99,6 +100,16 @@ void scanWith(const ruvo::DiagDevice &device, const std::wstring &title, Capture
     readChannels(tuner, report);
 }
 
+template <class Tuner>
+HRESULT captureWith(const ruvo::DiagDevice &device, const std::wstring &title, int channel, double seconds,
+                    const std::function<bool(double)> &watch, CaptureClasses::StreamReport &report)
+{
+    ChannelStreamCapture<Tuner> capture(device, kel::String(title));
+    const HRESULT hr = capture.capture(channel, seconds, watch);
+    readStream(capture, report);
+    return hr;
+}
+
 } // namespace
 
 void CaptureClasses::checkDigitalTVSignal(DigitalKind kind, const ruvo::DiagDevice &device, const std::wstring &title,
@@ -116,6 +127,21 @@ void CaptureClasses::checkDigitalTVSignal(DigitalKind kind, const ruvo::DiagDevi
         break;
     }
     scanWith<OcurTuner>(device, title, report);
+}
+
+bool CaptureClasses::scanKeepsStream(DigitalKind kind)
+{
+    return kind == DigitalKind::CLEARQAM || kind == DigitalKind::DVBT;
+}
+
+HRESULT CaptureClasses::captureChannelStream(DigitalKind kind, const ruvo::DiagDevice &device,
+                                             const std::wstring &title, int channel, double seconds,
+                                             const std::function<bool(double)> &watch, StreamReport &report)
+{
+    report = StreamReport();
+    if (kind == DigitalKind::OCUR)
+        return captureWith<OcurTuner>(device, title, channel, seconds, watch, report);
+    return captureWith<ATSCTuner>(device, title, channel, seconds, watch, report);
 }
 
 std::wstring CaptureClasses::recordingPath(const std::wstring &fileName)

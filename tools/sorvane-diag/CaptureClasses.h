@@ -6,9 +6,11 @@
 #include "CapturedFrames.h"
 
 #include <StreamHealth.h>
+#include <windows.h>
 #include <ruvo/DiagDevice.h>
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -47,6 +49,15 @@ public:
     // Fills `report` whether the scan passes or throws.
     static void checkDigitalTVSignal(DigitalKind kind, const ruvo::DiagDevice &device, const std::wstring &title,
                                      StreamReport &report);
+    // Whether the kind's scan graph has a sample grabber, and so keeps the stream it ended on.
+    static bool scanKeepsStream(DigitalKind kind);
+    // For the kinds whose scan keeps no stream: `channel` tuned once more, as the scan tunes it,
+    // in a graph with a sample grabber (ChannelStreamCapture), kept for `seconds` unless `watch`
+    // (called with the seconds so far) ends it earlier. Fills `report`; returns the graph's Run
+    // failure, else S_OK. Throws CaptureException when the graph cannot be built.
+    static HRESULT captureChannelStream(DigitalKind kind, const ruvo::DiagDevice &device, const std::wstring &title,
+                                        int channel, double seconds, const std::function<bool(double)> &watch,
+                                        StreamReport &report);
 
     // Where captureToFile leaves its recording: "<temp>\<fileName>.avi".
     static std::wstring recordingPath(const std::wstring &fileName);

@@ -64,27 +64,41 @@ DeviceChooser::Choice DeviceChooser::byIndex(const std::vector<ruvo::DiagDevice>
 DeviceChooser::Choice DeviceChooser::byName(const std::vector<ruvo::DiagDevice> &devices, const std::wstring &selector)
 {
     const std::wstring wanted = lower(kel::String(selector));
+    std::vector<int> exact;
     std::vector<int> partial;
     for (size_t i = 0; i < devices.size(); ++i) {
         const std::wstring name = lower(devices[i].name());
-        if (name == wanted) {
-            Choice choice = {static_cast<int>(i), std::wstring()};
-            return choice;
-        }
-        if (name.find(wanted) != std::wstring::npos)
+        if (name == wanted)
+            exact.push_back(static_cast<int>(i));
+        else if (name.find(wanted) != std::wstring::npos)
             partial.push_back(static_cast<int>(i));
     }
-    if (partial.size() == 1) {
-        Choice choice = {partial[0], std::wstring()};
+    // An exact name wins over parts of longer ones, unless two devices share it (two cameras
+    // of one model).
+    const std::vector<int> &fitting = exact.empty() ? partial : exact;
+    if (fitting.size() == 1) {
+        Choice choice = {fitting[0], std::wstring()};
         return choice;
     }
-    if (partial.empty())
+    if (fitting.empty())
         return none(L"No device is called \"" + selector + L"\" (see `sorvane-diag list`).");
+    return severalFit(devices, selector, fitting);
+}
+
+// Names alone may not tell the devices apart: each comes with the index that chooses it.
+DeviceChooser::Choice DeviceChooser::severalFit(const std::vector<ruvo::DiagDevice> &devices,
+                                                const std::wstring &selector, const std::vector<int> &fitting)
+{
     std::wstring names;
-    for (const int index : partial)
-        names += (names.empty() ? L"" : L", ") + devices[index].name().wstr();
-    Choice choice = none(L"--device \"" + selector + L"\" fits several devices (" + names +
-                         L"); give more of the name or an index.");
+    bool oneName = true;
+    for (const int index : fitting) {
+        names += (names.empty() ? L"" : L", ") + std::to_wstring(index) + L": " + devices[index].name().wstr();
+        oneName = oneName && devices[index].name() == devices[fitting[0]].name();
+    }
+    const std::wstring how =
+        oneName ? L"they share their name, so choose one by its index" : L"give more of the name, or the index of one";
+    Choice choice = none(L"--device \"" + selector + L"\" fits several devices (" + names + L"); " + how +
+                         L" (--device " + std::to_wstring(fitting[0]) + L").");
     choice.ambiguous = true;
     return choice;
 }
@@ -98,8 +112,10 @@ DeviceChooser::Choice DeviceChooser::firstFitting(const std::vector<ruvo::DiagDe
             return choice;
         }
     }
-    return none(L"No " + kind + L" was found among the " + std::to_wstring(devices.size()) +
-                L" video capture devices (see `sorvane-diag list`).");
+    const std::wstring among = devices.size() == 1
+                                   ? std::wstring(L"the one video capture device")
+                                   : L"the " + std::to_wstring(devices.size()) + L" video capture devices";
+    return none(L"No " + kind + L" was found among " + among + L" (see `sorvane-diag list`).");
 }
 
 } // namespace diag

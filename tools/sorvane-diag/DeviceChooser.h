@@ -19,8 +19,9 @@ public:
     };
 
     // `selector`: empty for the first device with `fitting`; all digits for an index as
-    // `list` prints it; otherwise a name: the exact friendly name (any case) or a part of
-    // exactly one friendly name. `kind` names what the command wants ("webcam").
+    // `list` prints it; otherwise a name: the exact friendly name (any case) of one device or
+    // a part of exactly one friendly name. A name that fits several is ambiguous, and the
+    // problem gives each one's index. `kind` names what the command wants ("webcam").
     static Choice choose(const std::vector<ruvo::DiagDevice> &devices, const std::wstring &selector,
                          const ruvo::DeviceCapability &fitting, const std::wstring &kind);
     // The same, with what fits decided by `fits`.
@@ -31,6 +32,8 @@ public:
 private:
     static Choice byIndex(const std::vector<ruvo::DiagDevice> &devices, const std::wstring &selector);
     static Choice byName(const std::vector<ruvo::DiagDevice> &devices, const std::wstring &selector);
+    static Choice severalFit(const std::vector<ruvo::DiagDevice> &devices, const std::wstring &selector,
+                             const std::vector<int> &fitting);
     static Choice firstFitting(const std::vector<ruvo::DiagDevice> &devices, const Fits &fits,
                                const std::wstring &kind);
     static Choice none(const std::wstring &problem);

@@ -9,6 +9,10 @@
 #include "Terminal.h"
 #include "TransportStreamFile.h"
 #include "DisplayCheck.h"
+#include "HostError.h"
+#include "StopRequest.h"
+
+#include <CaptureException.h>
 
 #include <cwchar>
 
@@ -110,6 +114,9 @@ std::wstring healthLine(const CaptureClasses::StreamReport &stream)
     return line;
 }
 
+// How long a channel is kept when the scan's graph kept none of its stream.
+const double kKeptSeconds = 5.0;
+
 // Shorter than one table interval, a look at the stream cannot judge the tables' repetition.
 bool tooShortToJudge(const StreamHealth &health)
 {
@@ -171,7 +178,13 @@ std::wstring DigitalScanCommand::help() const
            L"grabber).\n\n"
            L"      --keep-ts FILE      write the transport stream the scan ended on (the channel found,\n"
            L"                          else the last channel tried) to FILE, a .ts file players and\n"
-           L"                          analysers open; the report names it\n\n"
+           L"                          analysers open; the report names it" +
+           (CaptureClasses::scanKeepsStream(m_kind)
+                ? std::wstring(L"\n")
+                : std::wstring(L". The scan's graph has no sample\n"
+                               L"                          grabber, so the host tunes that channel again after\n"
+                               L"                          the scan and keeps 5 s of it (Ctrl+C ends it early)\n")) +
+           L"\n"
            L"Parameters read: " +
            range + L",\nCheckTVCable, MsgBoxTimeout" +
            (m_kind == CaptureClasses::DigitalKind::DVBT ? L", Country" : L"") +
@@ -219,7 +232,9 @@ void DigitalScanCommand::sayNoneOfKind(CommandContext &context) const
         context.say(L"The system has no digital TV tuner at all.");
         return;
     }
-    context.say(L"No digital tuner's name says it is an " + kind() + L" (the digital tuners are: " + others +
+    // "an ATSC tuner", "a Clear QAM tuner".
+    const std::wstring article = std::wstring(L"AEIOU").find(kind()[0]) == std::wstring::npos ? L"a " : L"an ";
+    context.say(L"No digital tuner's name says it is " + article + kind() + L" (the digital tuners are: " + others +
                 L"). If one of them is, name it with --device.");
 }
 
@@ -255,6 +270,8 @@ ruvo::TestResult DigitalScanCommand::prepare(CommandContext &context, const ruvo
 
 void DigitalScanCommand::scan(const ruvo::DiagDevice &device, const std::wstring &title) const
 {
+    m_device = device;
+    m_title = title;
     CaptureClasses::checkDigitalTVSignal(m_kind, device, title, m_stream);
 }
 
@@ -320,21 +337,61 @@ void DigitalScanCommand::adviseCountry(CommandContext &context) const
 void DigitalScanCommand::keepStream(CommandContext &context, const ruvo::TestResult &result) const
 {
     const std::wstring path = HostPaths::absolute(context.options().keepTsPath);
-    if (m_stream.bytes.empty()) {
-        const bool noGrabber =
-            m_kind == CaptureClasses::DigitalKind::ATSC || m_kind == CaptureClasses::DigitalKind::OCUR;
-        context.say(noGrabber ? L"No transport stream to keep in " + path + L": the " + kind() +
-                                    L" graph has no sample grabber, so the library never sees the stream's bytes."
-                              : L"No transport stream to keep in " + path + L": none arrived from the tuner.");
+    CaptureClasses::StreamReport captured;
+    std::wstring which = m_stream.fromFoundChannel
+                             ? L"the channel found"
+                             : (result == ruvo::TestResult::PASS() ? L"the scan" : L"the last channel tried");
+    const bool keptByScan = CaptureClasses::scanKeepsStream(m_kind);
+    if (!keptByScan && !captureChannel(context, path, captured, which))
+        return;
+    const CaptureClasses::StreamReport &stream = keptByScan ? m_stream : captured;
+    if (stream.bytes.empty()) {
+        context.say(L"No transport stream to keep in " + path + L": none arrived from the tuner.");
         return;
     }
-    const size_t packets = TransportStreamFile::write(path, m_stream.bytes);
+    const size_t packets = TransportStreamFile::write(path, stream.bytes);
     context.report().addFile(path, L"transportStream");
-    const std::wstring which = m_stream.fromFoundChannel
-                                   ? L"the channel found"
-                                   : (result == ruvo::TestResult::PASS() ? L"the scan" : L"the last channel tried");
     context.terminal().line(L"Kept " + std::to_wstring(packets) + L" packets of " + which + L" in " +
                             HostPaths::shown(path));
+}
+
+bool DigitalScanCommand::captureChannel(CommandContext &context, const std::wstring &path,
+                                        CaptureClasses::StreamReport &kept, std::wstring &which) const
+{
+    const std::wstring channel = m_foundChannel.empty() ? lastChannel(context) : m_foundChannel;
+    if (channel.empty() || StopRequest::requested()) {
+        context.say(L"No transport stream to keep in " + path +
+                    (channel.empty() ? L": the scan tuned no channel." : L": the scan was stopped."));
+        return false;
+    }
+    context.terminal().line(L"The " + kind() + L"'s scan graph has no sample grabber: channel " + channel +
+                            L" is tuned once more to keep its stream (" + seconds(kKeptSeconds * 1000.0) +
+                            L"; Ctrl+C ends it).");
+    // The text changes once a second, so that a terminal without a console gets a line a second.
+    const auto watch = [&context, &channel](double done) {
+        context.terminal().progress(static_cast<int>(done * 100.0 / kKeptSeconds),
+                                    L"Keeping channel " + channel + L"'s transport stream: " +
+                                        std::to_wstring(static_cast<int>(done)) + L" of " +
+                                        std::to_wstring(static_cast<int>(kKeptSeconds)) + L" s");
+        return !StopRequest::requested();
+    };
+    HRESULT hr = S_OK;
+    try {
+        hr = CaptureClasses::captureChannelStream(m_kind, m_device, m_title, _wtoi(channel.c_str()), kKeptSeconds,
+                                                  watch, kept);
+    } catch (const CaptureException &failure) {
+        hr = failure.getErrorCode() ? static_cast<HRESULT>(failure.getErrorCode()) : E_FAIL;
+    }
+    context.terminal().finishProgress();
+    if (FAILED(hr)) {
+        context.say(L"No transport stream to keep in " + path + L": the graph for channel " + channel +
+                    L" could not be built or started again (" + HostError::describe(hr) + L").");
+        return false;
+    }
+    which = L"channel " + channel + (m_foundChannel.empty() ? L" (the last channel tried" : L" (the channel found") +
+            L", tuned again after the scan for " + seconds(kept.durationMs) +
+            (StopRequest::requested() ? L": Ctrl+C ended it)" : L")");
+    return true;
 }
 
 } // namespace diag

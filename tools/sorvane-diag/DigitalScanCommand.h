@@ -44,11 +44,19 @@ private:
     void sayNoneOfKind(CommandContext &context) const;
     void reportChannel(CommandContext &context) const;
     void keepStream(CommandContext &context, const ruvo::TestResult &result) const;
+    // For a tuner whose scan keeps no stream: the channel found (else the last one tried)
+    // tuned once more and kept for a few seconds, the progress shown. False, with the reason
+    // said, when nothing was kept; `which` names what was.
+    bool captureChannel(CommandContext &context, const std::wstring &path, CaptureClasses::StreamReport &kept,
+                        std::wstring &which) const;
     void adviseCountry(CommandContext &context) const;
 
     CaptureClasses::DigitalKind m_kind;
     mutable CaptureClasses::StreamReport m_stream;
     mutable std::wstring m_foundChannel;
+    // The device and title of the scan, for a capture after it.
+    mutable ruvo::DiagDevice m_device;
+    mutable std::wstring m_title;
 };
 
 } // namespace diag

@@ -1,7 +1,5 @@
 #include "TerminalChoice.h"
-#include "PromptReader.h"
-#include "StopRequest.h"
-#include "Terminal.h"
+#include "TerminalQuestion.h"
 
 #include <cwctype>
 
@@ -38,19 +36,24 @@ TerminalChoice::TerminalChoice(Terminal &terminal, const std::vector<Option> &op
 
 TerminalChoice::Outcome TerminalChoice::ask(const std::wstring &question, size_t &chosen)
 {
-    list();
-    m_terminal.line(question);
-    std::wstring typed;
-    while (PromptReader::instance().readLine(typed, 0)) {
-        std::wstring problem;
-        const int index = match(m_options, typed, problem);
-        if (index >= 0) {
-            chosen = static_cast<size_t>(index);
-            return Outcome::CHOSEN;
-        }
-        m_terminal.line(problem);
+    TerminalQuestion asked(m_terminal, [this](const std::wstring &typed, int &answer, std::wstring &again) {
+        answer = match(m_options, typed, again);
+        return answer >= 0;
+    });
+    std::vector<std::wstring> lines = listed();
+    lines.push_back(question);
+    asked.show(lines);
+    int answer = -1;
+    switch (asked.wait(0, answer)) {
+    case TerminalQuestion::ANSWERED:
+        chosen = static_cast<size_t>(answer);
+        return Outcome::CHOSEN;
+    case TerminalQuestion::STOPPED:
+        return Outcome::STOPPED;
+    case TerminalQuestion::NO_ANSWER:
+        break;
     }
-    return StopRequest::requested() ? Outcome::STOPPED : Outcome::ENDED;
+    return Outcome::ENDED;
 }
 
 int TerminalChoice::match(const std::vector<Option> &options, const std::wstring &typed, std::wstring &problem)
@@ -81,8 +84,9 @@ int TerminalChoice::match(const std::vector<Option> &options, const std::wstring
     return -1;
 }
 
-void TerminalChoice::list()
+std::vector<std::wstring> TerminalChoice::listed() const
 {
+    std::vector<std::wstring> rows;
     std::wstring row;
     for (size_t i = 0; i < m_options.size(); ++i) {
         std::wstring cell = m_options[i].code + L"  " + m_options[i].name;
@@ -91,10 +95,11 @@ void TerminalChoice::list()
         const bool last = (i + 1) % kColumns == 0 || i + 1 == m_options.size();
         row += last ? cell : cell + std::wstring(kColumnWidth - cell.size(), L' ');
         if (last) {
-            m_terminal.line(L"  " + row);
+            rows.push_back(L"  " + row);
             row.clear();
         }
     }
+    return rows;
 }
 
 } // namespace diag

@@ -1,6 +1,7 @@
 // A question a person answers at the terminal by choosing one of a list: by its code or by its
 // name (any case; a part of exactly one name will do). For what the library would ask in a
-// window that nobody can see. Ctrl+C ends the wait (PromptReader is interrupted by it).
+// window that nobody can see. Asked and read as every terminal question is (TerminalQuestion):
+// Ctrl+C ends the wait.
 #pragma once
 
 #include <string>
@@ -27,7 +28,8 @@ public:
     static int match(const std::vector<Option> &options, const std::wstring &typed, std::wstring &problem);
 
 private:
-    void list();
+    // The options in columns, one line a row.
+    std::vector<std::wstring> listed() const;
 
     Terminal &m_terminal;
     std::vector<Option> m_options;

@@ -8,7 +8,17 @@
 namespace sorvane {
 namespace diag {
 
-TerminalQuestion::TerminalQuestion(Terminal &terminal) : m_terminal(terminal), m_stopAnswer(0), m_open(false) {}
+TerminalQuestion::TerminalQuestion(Terminal &terminal) : m_terminal(terminal), m_stopAnswer(0), m_open(false)
+{
+    m_reading = [this](const std::wstring &typed, int &answer, std::wstring &again) {
+        return match(typed, answer, again);
+    };
+}
+
+TerminalQuestion::TerminalQuestion(Terminal &terminal, const Reading &reading)
+    : m_terminal(terminal), m_reading(reading), m_stopAnswer(0), m_open(false)
+{
+}
 
 TerminalQuestion::~TerminalQuestion()
 {
@@ -39,11 +49,12 @@ TerminalQuestion::Outcome TerminalQuestion::wait(uint32_t milliseconds, int &ans
     std::wstring typed;
     Outcome outcome = NO_ANSWER;
     while (PromptReader::instance().readLine(typed, milliseconds)) {
-        if (match(typed, answer)) {
+        std::wstring again;
+        if (m_reading(typed, answer, again)) {
             outcome = ANSWERED;
             break;
         }
-        m_terminal.line(L"Please type " + choices() + L".");
+        m_terminal.line(again);
     }
     if (outcome == NO_ANSWER && StopRequest::requested()) {
         answer = m_stopAnswer;
@@ -53,7 +64,7 @@ TerminalQuestion::Outcome TerminalQuestion::wait(uint32_t milliseconds, int &ans
     return outcome;
 }
 
-bool TerminalQuestion::match(const std::wstring &typed, int &answer) const
+bool TerminalQuestion::match(const std::wstring &typed, int &answer, std::wstring &again) const
 {
     std::wstring word;
     for (const wchar_t c : typed) {
@@ -66,6 +77,7 @@ bool TerminalQuestion::match(const std::wstring &typed, int &answer) const
             return true;
         }
     }
+    again = L"Please type " + choices() + L".";
     return false;
 }
 

@@ -33,12 +33,10 @@ ruvo::TestResult TunerScanCommand::run(CommandContext &context)
         context.terminal().line(note);
     const ruvo::TestResult result =
         context.runTest(L"scan", [&] { scan(device, CommandContext::windowTitle(device)); });
-    const std::wstring last = context.report().lastProgressText();
     if (result == ruvo::TestResult::PASS()) {
-        if (!last.empty()) {
-            const std::wstring channel = last.substr(last.find_last_of(L' ') + 1);
+        const std::wstring channel = lastChannel(context);
+        if (!channel.empty())
             reportFound(context, foundAt(channel), channel);
-        }
         afterPass(context);
     }
     afterScan(context, result);
@@ -48,6 +46,12 @@ ruvo::TestResult TunerScanCommand::run(CommandContext &context)
 bool TunerScanCommand::chooseTuner(CommandContext &context, ruvo::DiagDevice &device) const
 {
     return context.chooseDevice(fitting(), kind(), device);
+}
+
+std::wstring TunerScanCommand::lastChannel(CommandContext &context)
+{
+    const std::wstring last = context.report().lastProgressText();
+    return last.empty() ? last : last.substr(last.find_last_of(L' ') + 1);
 }
 
 void TunerScanCommand::reportFound(CommandContext &context, const std::wstring &sentence, const std::wstring &channel)

@@ -55,6 +55,9 @@ protected:
         (void)result;
     }
 
+    // The channel the scan reported last ("3", "88.1"), from its progress; empty when none.
+    static std::wstring lastChannel(CommandContext &context);
+
 private:
     static void reportFound(CommandContext &context, const std::wstring &sentence, const std::wstring &channel);
 };
