@@ -20,12 +20,6 @@ const long kMaxPacketsPerSample = 4096;
 std::atomic<long long> s_periodsBegun{0};
 std::atomic<long> s_streamsRunning{0};
 
-// Counts a stream as running for the life of its streaming loop.
-struct RunningStream {
-    RunningStream() { ++s_streamsRunning; }
-    ~RunningStream() { --s_streamsRunning; }
-};
-
 MediaType transportType(const GUID &subType)
 {
     AM_MEDIA_TYPE type = {};
@@ -88,6 +82,16 @@ long TransportStreamPin::streamsRunning()
     return s_streamsRunning.load();
 }
 
+void TransportStreamPin::streamStarting()
+{
+    ++s_streamsRunning;
+}
+
+void TransportStreamPin::streamEnded()
+{
+    --s_streamsRunning;
+}
+
 long TransportStreamPin::bufferSize()
 {
     const std::shared_ptr<DeviceState> device = m_feed.streamDevice();
@@ -107,7 +111,6 @@ void TransportStreamPin::stream(HANDLE stopEvent)
     bool discontinuity = true;
     long long delivered = 0;
     std::vector<unsigned char> bytes;
-    const RunningStream running;
     for (unsigned long sample = 0; pace.waitFor(sample, stopEvent); ++sample) {
         // A period begins when the one before has delivered all it had.
         ++s_periodsBegun;

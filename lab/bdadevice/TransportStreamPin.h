@@ -37,6 +37,8 @@ protected:
     long bufferSize() override;
     bool canStream() override { return isConnected() && m_feed.streams(); }
     void stream(HANDLE stopEvent) override;
+    void streamStarting() override;
+    void streamEnded() override;
 
 private:
     struct Rate {

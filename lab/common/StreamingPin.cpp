@@ -14,8 +14,13 @@ void StreamingPin::startStreaming()
     if (!canStream())
         return;
     m_delivering = true;
-    if (!m_thread.running())
-        m_thread.start([this](HANDLE stopEvent) { stream(stopEvent); });
+    if (m_thread.running())
+        return;
+    streamStarting();
+    m_thread.start([this](HANDLE stopEvent) {
+        stream(stopEvent);
+        streamEnded();
+    });
 }
 
 void StreamingPin::pauseStreaming()

@@ -29,6 +29,11 @@ protected:
     virtual bool canStream() { return isConnected(); }
     // The thread's body; returns once stopEvent is signalled.
     virtual void stream(HANDLE stopEvent) = 0;
+    // Told on the caller's thread before the streaming thread starts, and on that thread once
+    // stream() returned: a stream counts as running from Run on, not from when its thread is
+    // first scheduled.
+    virtual void streamStarting() {}
+    virtual void streamEnded() {}
     bool delivering() const { return m_delivering; }
 
     // Sample n of a stream is due n periods after the stream began.
