@@ -358,25 +358,17 @@ TEST_F(DSMonikerTest, AMonikerCallRefusedOrADisplayNameThatParses)
         EXPECT_EQ(record.filterName(), text(c.filterName));
         EXPECT_EQ(record.vendorIdCode(), text(c.vendor));
         EXPECT_EQ(record.enumIndex(), 7);
+        EXPECT_EQ(record.monikerName().isEmpty(), c.refused == FaultyMoniker::GET_DISPLAY_NAME);
+        // Without the property bag no class, path or description, and so no driver file either.
+        const bool bagRefused = c.refused == FaultyMoniker::BIND_TO_STORAGE;
+        EXPECT_EQ(record.clsid().isEmpty(), bagRefused);
+        EXPECT_EQ(record.devicePath().isEmpty(), bagRefused);
+        EXPECT_EQ(record.description().isEmpty(), bagRefused);
+        EXPECT_EQ(record.filterDriverName().isEmpty(), bagRefused);
+        EXPECT_EQ(log().contains(text(L"Get FilterDriverName failed due to empty CLSID")), bagRefused);
         // Binding the filter is the moniker's own: the probe runs whatever was refused before.
         EXPECT_EQ(capabilityTexts(record), webcamCapabilities);
     }
-}
-
-TEST_F(DSMonikerTest, ARefusedPropertyBagLeavesThePropertiesAndTheDriverFileEmpty)
-{
-    const CComPtr<IMoniker> system = FaultyMoniker::systemMoniker(CLSID_VideoInputDeviceCategory, L"Lab Webcam RGB24");
-    ASSERT_TRUE(system);
-    DSMoniker record;
-    record.create(FaultyMoniker::wrap(system, FaultyMoniker::BIND_TO_STORAGE, E_ACCESSDENIED),
-                  CaptureStreamType::ANALOG(), 3);
-    EXPECT_TRUE(record.clsid().isEmpty());
-    EXPECT_TRUE(record.devicePath().isEmpty());
-    EXPECT_TRUE(record.description().isEmpty());
-    EXPECT_TRUE(record.deviceInstanceId().isEmpty());
-    EXPECT_TRUE(record.monikerName().startsWith(text(L"@device:")));
-    EXPECT_TRUE(log().contains(text(L"Get FilterDriverName failed due to empty CLSID")));
-    EXPECT_TRUE(log().contains(text(L"899 set m_guid to KELR\\Analog:3")));
 }
 
 // The TV tuner of the lab's card refusing the TV mode or its list of formats.
