@@ -10,6 +10,7 @@
 #include <ErrorHandler.h>
 #include <SdkGuids.h>
 #include <lab/LabControl.h>
+#include <lab/ScopedLabDevices.h>
 
 #include <atlbase.h>
 #include <dshow.h>
@@ -398,6 +399,57 @@ TEST_F(DSMonikerTest, ATunerRefusingTheModeOrTheFormats)
         record.create(moniker, CaptureStreamType::ANALOG(), 1);
         EXPECT_EQ(capabilityTexts(record), c.capabilities);
         EXPECT_TRUE(lab::journalHas(card, c.journalled));
+        EXPECT_EQ(log().contains(text(L"Analog TV Tuning supported")), c.tuning);
+    }
+}
+
+// A card whose tuner is a filter of its own, joined to the capture filter (published in the
+// test's category) by a medium, as Windows' capture graph builder connects it above the capture
+// filter; and a card whose medium leads to no tuner.
+const wchar_t kCardsWithSeparateTuner[] = L"[tv-tuner]\n"
+                                          L"name = Own Separate TV Tuner\n"
+                                          L"medium = {5A1D0C44-7E2B-4F39-8B61-0C9E3A7D2F15}\n"
+                                          L"tuner-modes = tv\n"
+                                          L"tv-formats = NTSC_M, PAL_B, PAL_G\n"
+                                          L"[analog-capture]\n"
+                                          L"name = Own Card Above Its Tuner\n"
+                                          L"category = {7E57CA7E-5017-4A4E-9D1C-000000000504}\n"
+                                          L"format = YUY2 320x240 30\n"
+                                          L"tuner.medium = {5A1D0C44-7E2B-4F39-8B61-0C9E3A7D2F15}\n"
+                                          L"[analog-capture]\n"
+                                          L"name = Own Card Without Its Tuner\n"
+                                          L"category = {7E57CA7E-5017-4A4E-9D1C-000000000504}\n"
+                                          L"format = YUY2 320x240 30\n"
+                                          L"tuner.medium = {5A1D0C44-7E2B-4F39-8B61-0C9E3A7D2F16}\n";
+
+// IAMTVTuner found on the capture filter itself or upstream of it gives the same TV tuning.
+TEST_F(DSMonikerTest, TheTvTunerOnTheCaptureFilterOrUpstreamOfIt)
+{
+    const lab::ScopedLabDevices cards(kCardsWithSeparateTuner);
+    lab::DeviceOverride formats(L"Lab Analog TV Tuner", L"tv-formats", L"NTSC_M, PAL_B, PAL_G");
+    const std::vector<std::string> tvCard = {"Analog Capture (None)",
+                                             "Analog TVTuning (NTSC (M) 7.5 IRE black, PAL (B))"};
+    const struct {
+        const GUID *category;
+        const wchar_t *capture;
+        const wchar_t *tuner;
+        std::vector<std::string> capabilities;
+        bool tuning;
+    } cases[] = {
+        {&CLSID_VideoInputDeviceCategory, L"Lab Analog TV Tuner", L"Lab Analog TV Tuner", tvCard, true},
+        {&kOwnCategory, L"Own Card Above Its Tuner", L"Own Separate TV Tuner", tvCard, true},
+        {&kOwnCategory, L"Own Card Without Its Tuner", L"Own Separate TV Tuner", {"Analog Capture (None)"}, false},
+    };
+    for (const auto &c : cases) {
+        SCOPED_TRACE(kel::String(c.capture).toUtf8());
+        log().clear();
+        lab::clearJournal(c.tuner);
+        const CComPtr<IMoniker> moniker = FaultyMoniker::systemMoniker(*c.category, c.capture);
+        ASSERT_TRUE(moniker);
+        DSMoniker record;
+        record.create(moniker, CaptureStreamType::ANALOG(), 1);
+        EXPECT_EQ(capabilityTexts(record), c.capabilities);
+        EXPECT_EQ(lab::journalHas(c.tuner, L"Mode TV"), c.tuning);
         EXPECT_EQ(log().contains(text(L"Analog TV Tuning supported")), c.tuning);
     }
 }
