@@ -57,7 +57,7 @@ void *MediumInputPin::queryExtra(REFIID iid)
 
 STDMETHODIMP MediumInputPin::Set(REFGUID set, DWORD, LPVOID, DWORD, LPVOID, DWORD)
 {
-    return IsEqualGUID(set, KSPROPSETID_LabPin) ? E_PROP_ID_UNSUPPORTED : E_PROP_SET_UNSUPPORTED;
+    return IsEqualGUID(set, kKsPinPropertySet) ? E_PROP_ID_UNSUPPORTED : E_PROP_SET_UNSUPPORTED;
 }
 
 STDMETHODIMP MediumInputPin::Get(REFGUID set, DWORD id, LPVOID, DWORD, LPVOID data, DWORD dataSize, DWORD *returned)

@@ -22,7 +22,7 @@ PinMedium PinMedium::of(IPin *pin)
     PinMedium medium;
     CComQIPtr<IKsPropertySet> properties(pin);
     DWORD returned = 0;
-    if (properties && properties->Get(KSPROPSETID_LabPin, kPinMediumsProperty, nullptr, 0, &medium.m_medium,
+    if (properties && properties->Get(kKsPinPropertySet, kPinMediumsProperty, nullptr, 0, &medium.m_medium,
                                       sizeof(medium.m_medium), &returned) == S_OK)
         medium.m_present = returned == sizeof(medium.m_medium);
     return medium;
@@ -36,7 +36,7 @@ bool PinMedium::sameAs(const PinMedium &other) const
 
 HRESULT PinMedium::get(REFGUID set, DWORD id, LPVOID data, DWORD dataSize, DWORD *returned) const
 {
-    if (!IsEqualGUID(set, KSPROPSETID_LabPin))
+    if (!IsEqualGUID(set, kKsPinPropertySet))
         return E_PROP_SET_UNSUPPORTED;
     if (id != kPinMediumsProperty || !m_present)
         return E_PROP_ID_UNSUPPORTED;
@@ -52,7 +52,7 @@ HRESULT PinMedium::get(REFGUID set, DWORD id, LPVOID data, DWORD dataSize, DWORD
 
 HRESULT PinMedium::querySupported(REFGUID set, DWORD id, DWORD *support) const
 {
-    if (!IsEqualGUID(set, KSPROPSETID_LabPin))
+    if (!IsEqualGUID(set, kKsPinPropertySet))
         return E_PROP_SET_UNSUPPORTED;
     if (id != kPinMediumsProperty || !m_present)
         return E_PROP_ID_UNSUPPORTED;

@@ -53,9 +53,9 @@ void UpstreamTuner::connectInput(IGraphBuilder *graph, IPin *input, const PinMed
     CComPtr<IMoniker> moniker;
     while (tuners->Next(1, &moniker, nullptr) == S_OK) {
         CComPtr<IBaseFilter> tuner;
-        const CComPtr<IPin> output =
-            SUCCEEDED(moniker->BindToObject(nullptr, nullptr, IID_PPV_ARGS(&tuner))) ? outputWith(tuner, medium)
-                                                                                       : nullptr;
+        const CComPtr<IPin> output = SUCCEEDED(moniker->BindToObject(nullptr, nullptr, IID_PPV_ARGS(&tuner)))
+                                         ? outputWith(tuner, medium)
+                                         : nullptr;
         moniker.Release();
         if (!output || FAILED(graph->AddFilter(tuner, L"TV Tuner")))
             continue;
