@@ -7,8 +7,11 @@
 #include <SetupApiDevice.h>
 #include <kel/LogFactory.h>
 #include <lab/LabControl.h>
+#include <setupapi/ImportTable.h>
 
+#include <setupapi.h>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -130,7 +133,8 @@ TEST_F(CaptureDeviceTest, AllClassesAndAllEnumeratorsHoldTheLabDevicesWithTheirD
     kel::Array<SetupApiDevice> records;
     ASSERT_TRUE(SetupApiDevice::enumerateDevicesWithTypes(records, SetupApiDevType::ALL(), SetupApiEnumType::ALL()));
     EXPECT_TRUE(log().contains(text(L"116 Enumerating Devices with Type ALL : ALL")));
-    // A device with no installed driver has an empty list, and its details are refused.
+    // A device with no installed driver (Wine's own) has an empty list, and its details are refused.
+    EXPECT_TRUE(log().contains(text(L"467 SetupDiEnumDriverInfo: 259")));
     EXPECT_TRUE(log().contains(text(L"536 SetupDiGetDriverInfoDetail: 87")));
 
     const SetupApiDevice *webcam = findRecord(records, L"USB\\VID_045E&PID_0772&MI_00\\7&2B3C&0&0000");
@@ -251,6 +255,103 @@ TEST_F(CaptureDeviceTest, AnEmptyRecordPrintsEveryLabel)
     EXPECT_TRUE(none.name().isEmpty());
     EXPECT_TRUE(none.deviceType().isEmpty());
     EXPECT_EQ(none.capabilities().size(), 0);
+}
+
+// The library's SetupDiGetDeviceInstanceIdW answered by the test for the life of a scope: a
+// buffer smaller than `needed` characters is refused with ERROR_INSUFFICIENT_BUFFER and the size
+// wanted, as for an instance ID longer than the buffer (no real ID is: Windows caps them at 200
+// characters); a `refusal` other than that one is answered to every call. Larger buffers get
+// the system's answer.
+class InstanceIdAnswer {
+public:
+    InstanceIdAnswer(DWORD needed, DWORD refusal) : m_imports(GetModuleHandleW(L"libSorvane.dll"))
+    {
+        s_needed = needed;
+        s_refusal = refusal;
+        s_offered.clear();
+        m_imports.redirect("setupapi.dll", "SetupDiGetDeviceInstanceIdW", reinterpret_cast<const void *>(&answer));
+    }
+    ~InstanceIdAnswer()
+    {
+        m_imports.redirect("setupapi.dll", "SetupDiGetDeviceInstanceIdW",
+                           reinterpret_cast<const void *>(&SetupDiGetDeviceInstanceIdW));
+    }
+
+    // The buffer sizes offered, call by call.
+    static const std::vector<DWORD> &offered() { return s_offered; }
+
+private:
+    static BOOL WINAPI answer(HDEVINFO set, PSP_DEVINFO_DATA data, PWSTR id, DWORD size, PDWORD required)
+    {
+        s_offered.push_back(size);
+        if (s_refusal != ERROR_INSUFFICIENT_BUFFER) {
+            SetLastError(s_refusal);
+            return FALSE;
+        }
+        if (size < s_needed) {
+            if (required)
+                *required = s_needed == MAXDWORD ? size + 1 : s_needed;
+            SetLastError(ERROR_INSUFFICIENT_BUFFER);
+            return FALSE;
+        }
+        return SetupDiGetDeviceInstanceIdW(set, data, id, size, required);
+    }
+
+    static DWORD s_needed;
+    static DWORD s_refusal;
+    static std::vector<DWORD> s_offered;
+    winesupport::ImportTable m_imports;
+};
+
+DWORD InstanceIdAnswer::s_needed = 0;
+DWORD InstanceIdAnswer::s_refusal = ERROR_INSUFFICIENT_BUFFER;
+std::vector<DWORD> InstanceIdAnswer::s_offered;
+
+// The first buffer holds 1024 characters; a refusal for want of room is followed by a buffer of
+// the size asked for, at most ten times; any other refusal ends the read.
+TEST_F(CaptureDeviceTest, AnInstanceIdLongerThanTheBufferIsReadAgainInABufferOfItsSize)
+{
+    const struct {
+        const char *name;
+        DWORD needed;
+        DWORD refusal;
+        std::vector<DWORD> offered; // per device
+        bool read;
+    } cases[] = {
+        {"one retry", 1500, ERROR_INSUFFICIENT_BUFFER, {1024, 1500}, true},
+        {"ten retries",
+         MAXDWORD,
+         ERROR_INSUFFICIENT_BUFFER,
+         {1024, 1025, 1026, 1027, 1028, 1029, 1030, 1031, 1032, 1033, 1034},
+         false},
+        {"another error", 0, ERROR_INVALID_USER_BUFFER, {1024}, false},
+    };
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.name);
+        log().clear();
+        kel::Array<SetupApiDevice> records;
+        std::vector<DWORD> offered;
+        {
+            InstanceIdAnswer answer(c.needed, c.refusal);
+            SetupApiDevice::enumerateDevicesWithTypes(records, SetupApiDevType::IMAGE(), SetupApiEnumType::USB());
+            offered = InstanceIdAnswer::offered();
+        }
+        ASSERT_GE(records.size(), 5);
+        std::vector<DWORD> expected;
+        for (int i = 0; i < records.size(); ++i)
+            expected.insert(expected.end(), c.offered.begin(), c.offered.end());
+        EXPECT_EQ(offered, expected);
+        const SetupApiDevice *webcam = findRecord(records, L"USB\\VID_045E&PID_0772&MI_00\\7&2B3C&0&0000");
+        EXPECT_EQ(webcam != nullptr, c.read);
+        const size_t unread = log().find(text(L"166 Could not get device instance id")).size();
+        EXPECT_EQ(unread, c.read ? 0u : static_cast<size_t>(records.size()));
+        for (const SetupApiDevice &record : records) {
+            EXPECT_EQ(record.deviceInstanceId().isEmpty(), !c.read);
+            EXPECT_EQ(record.guid(), record.deviceInstanceId());
+            // The other facts are read all the same.
+            EXPECT_FALSE(record.name().isEmpty());
+        }
+    }
 }
 
 } // namespace

@@ -2,11 +2,15 @@
 // capabilities, and monikers of a category of the test's own for the cases the lab's
 // description does not hold (software filters, OpenCable receivers, a crowded category).
 #include "AssertionCatcher.h"
+#include "FaultyMoniker.h"
 #include "LabTest.h"
 #include "ScopedMonikers.h"
 
 #include <DSMoniker.h>
+#include <ErrorHandler.h>
+#include <SdkGuids.h>
 #include <lab/LabControl.h>
+#include <lab/ScopedLabDevices.h>
 
 #include <atlbase.h>
 #include <dshow.h>
@@ -20,6 +24,8 @@ using sorvane::CaptureBusType;
 using sorvane::CaptureCapability;
 using sorvane::CaptureStreamType;
 using sorvane::DSMoniker;
+using sorvane::ErrorHandler;
+using sorvane::test::FaultyMoniker;
 using sorvane::test::ScopedMonikers;
 
 // A device category nobody but this program publishes in.
@@ -54,6 +60,16 @@ std::vector<std::string> capabilityTexts(const DSMoniker &moniker)
         texts.push_back(capability.toString().toUtf8());
     return texts;
 }
+
+// How many references `object` holds now.
+ULONG referencesOf(IUnknown *object)
+{
+    object->AddRef();
+    return object->Release();
+}
+
+const wchar_t kWebcamPath[] =
+    L"USB\\VID_046D&PID_0825&MI_00\\7&1A2B&0&0000\\{65E8773D-8F56-11D0-A3B9-00A0C9223196}\\GLOBAL";
 
 class DSMonikerTest : public sorvane::test::ComLabTest {
 protected:
@@ -295,6 +311,180 @@ TEST_F(DSMonikerTest, ACategoryGivesAtMost256Records)
     ASSERT_EQ(stop.size(), 1u);
     EXPECT_EQ(stop[0].priority, kel::LOG_ERROR);
     EXPECT_TRUE(log().contains(text(L"Unknown capture stream type: Bulk")));
+}
+
+// The lab's RGB24 webcam through a moniker the test answers for: a refused call leaves its
+// fields empty and the record goes on; a display name of the hardware form is read before the
+// device path.
+TEST_F(DSMonikerTest, AMonikerCallRefusedOrADisplayNameThatParses)
+{
+    const std::vector<std::string> webcamCapabilities = {"Analog Capture (None)", "Analog WebCamControl (None)"};
+    const struct {
+        const char *name;
+        FaultyMoniker::Method refused;
+        HRESULT refusal;
+        const wchar_t *displayName;
+        kel::String logged;
+        const wchar_t *guid;
+        const wchar_t *filterName;
+        const wchar_t *vendor;
+    } cases[] = {
+        {"display name refused", FaultyMoniker::GET_DISPLAY_NAME, E_FAIL, L"",
+         text(L"IMoniker::GetDisplayName: ") + ErrorHandler::errorMessageFromHr(E_FAIL) + L" failed:", kWebcamPath,
+         L"Lab Webcam RGB24", L"046D"},
+        {"property bag refused", FaultyMoniker::BIND_TO_STORAGE, E_ACCESSDENIED, L"",
+         text(L"IMoniker::BindToStorage: ") + ErrorHandler::errorMessageFromHr(E_ACCESSDENIED) + L" failed: ",
+         L"KELR\\Analog:7", L"", L""},
+        {"hardware display name", FaultyMoniker::NONE, S_OK,
+         L"@device:pnp:\\\\?\\usb#vid_1234&pid_abcd&mi_00#8&9&0&0000#{65e8773d-8f56-11d0-a3b9-00a0c9223196}\\global",
+         text(L"Moniker Name: @device:pnp:\\\\?\\usb#vid_1234&pid_abcd"),
+         L"USB\\VID_1234&PID_ABCD&MI_00\\8&9&0&0000\\{65E8773D-8F56-11D0-A3B9-00A0C9223196}\\GLOBAL",
+         L"Lab Webcam RGB24", L"1234"},
+    };
+    const CComPtr<IMoniker> system = FaultyMoniker::systemMoniker(CLSID_VideoInputDeviceCategory, L"Lab Webcam RGB24");
+    ASSERT_TRUE(system);
+    const ULONG systemReferences = referencesOf(system);
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.name);
+        log().clear();
+        DSMoniker record;
+        {
+            const CComPtr<IMoniker> answered = FaultyMoniker::wrap(system, c.refused, c.refusal, c.displayName);
+            record.create(answered, CaptureStreamType::ANALOG(), 7);
+            EXPECT_EQ(referencesOf(answered), 1u);
+        }
+        EXPECT_EQ(referencesOf(system), systemReferences);
+        EXPECT_TRUE(log().contains(c.logged)) << c.logged.toUtf8();
+        EXPECT_EQ(record.guid(), text(c.guid));
+        EXPECT_EQ(record.filterName(), text(c.filterName));
+        EXPECT_EQ(record.vendorIdCode(), text(c.vendor));
+        EXPECT_EQ(record.enumIndex(), 7);
+        EXPECT_EQ(record.monikerName().isEmpty(), c.refused == FaultyMoniker::GET_DISPLAY_NAME);
+        // Without the property bag no class, path or description, and so no driver file either.
+        const bool bagRefused = c.refused == FaultyMoniker::BIND_TO_STORAGE;
+        EXPECT_EQ(record.clsid().isEmpty(), bagRefused);
+        EXPECT_EQ(record.devicePath().isEmpty(), bagRefused);
+        EXPECT_EQ(record.description().isEmpty(), bagRefused);
+        EXPECT_EQ(record.filterDriverName().isEmpty(), bagRefused);
+        EXPECT_EQ(log().contains(text(L"Get FilterDriverName failed due to empty CLSID")), bagRefused);
+        // Binding the filter is the moniker's own: the probe runs whatever was refused before.
+        EXPECT_EQ(capabilityTexts(record), webcamCapabilities);
+    }
+}
+
+// The TV tuner of the lab's card refusing the TV mode or its list of formats.
+TEST_F(DSMonikerTest, ATunerRefusingTheModeOrTheFormats)
+{
+    const struct {
+        const wchar_t *fault;
+        std::vector<std::string> capabilities;
+        const wchar_t *journalled;
+        bool tuning;
+    } cases[] = {
+        {L"fault.put_Mode", {"Analog Capture (None)"}, L"Mode TV failed 0x80004005", false},
+        {L"fault.get_AvailableTVFormats",
+         {"Analog Capture (None)", "Analog TVTuning (None)"},
+         L"AvailableTVFormats failed 0x80004005",
+         true},
+    };
+    const wchar_t card[] = L"Lab Analog TV Tuner";
+    const CComPtr<IMoniker> moniker = FaultyMoniker::systemMoniker(CLSID_VideoInputDeviceCategory, card);
+    ASSERT_TRUE(moniker);
+    for (const auto &c : cases) {
+        SCOPED_TRACE(kel::String(c.fault).toUtf8());
+        log().clear();
+        lab::clearJournal(card);
+        lab::DeviceOverride refuse(card, c.fault, L"0x80004005");
+        DSMoniker record;
+        record.create(moniker, CaptureStreamType::ANALOG(), 1);
+        EXPECT_EQ(capabilityTexts(record), c.capabilities);
+        EXPECT_TRUE(lab::journalHas(card, c.journalled));
+        EXPECT_EQ(log().contains(text(L"Analog TV Tuning supported")), c.tuning);
+    }
+}
+
+// A card whose tuner is a filter of its own, joined to the capture filter (published in the
+// test's category) by a medium, as Windows' capture graph builder connects it above the capture
+// filter; and a card whose medium leads to no tuner.
+const wchar_t kCardsWithSeparateTuner[] = L"[tv-tuner]\n"
+                                          L"name = Own Separate TV Tuner\n"
+                                          L"medium = {5A1D0C44-7E2B-4F39-8B61-0C9E3A7D2F15}\n"
+                                          L"tuner-modes = tv\n"
+                                          L"tv-formats = NTSC_M, PAL_B, PAL_G\n"
+                                          L"[analog-capture]\n"
+                                          L"name = Own Card Above Its Tuner\n"
+                                          L"category = {7E57CA7E-5017-4A4E-9D1C-000000000504}\n"
+                                          L"format = YUY2 320x240 30\n"
+                                          L"tuner.medium = {5A1D0C44-7E2B-4F39-8B61-0C9E3A7D2F15}\n"
+                                          L"[analog-capture]\n"
+                                          L"name = Own Card Without Its Tuner\n"
+                                          L"category = {7E57CA7E-5017-4A4E-9D1C-000000000504}\n"
+                                          L"format = YUY2 320x240 30\n"
+                                          L"tuner.medium = {5A1D0C44-7E2B-4F39-8B61-0C9E3A7D2F16}\n";
+
+// IAMTVTuner found on the capture filter itself or upstream of it gives the same TV tuning.
+TEST_F(DSMonikerTest, TheTvTunerOnTheCaptureFilterOrUpstreamOfIt)
+{
+    const lab::ScopedLabDevices cards(kCardsWithSeparateTuner);
+    lab::DeviceOverride formats(L"Lab Analog TV Tuner", L"tv-formats", L"NTSC_M, PAL_B, PAL_G");
+    const std::vector<std::string> tvCard = {"Analog Capture (None)",
+                                             "Analog TVTuning (NTSC (M) 7.5 IRE black, PAL (B))"};
+    const struct {
+        const GUID *category;
+        const wchar_t *capture;
+        const wchar_t *tuner;
+        std::vector<std::string> capabilities;
+        bool tuning;
+    } cases[] = {
+        {&CLSID_VideoInputDeviceCategory, L"Lab Analog TV Tuner", L"Lab Analog TV Tuner", tvCard, true},
+        {&kOwnCategory, L"Own Card Above Its Tuner", L"Own Separate TV Tuner", tvCard, true},
+        {&kOwnCategory, L"Own Card Without Its Tuner", L"Own Separate TV Tuner", {"Analog Capture (None)"}, false},
+    };
+    for (const auto &c : cases) {
+        SCOPED_TRACE(kel::String(c.capture).toUtf8());
+        log().clear();
+        lab::clearJournal(c.tuner);
+        const CComPtr<IMoniker> moniker = FaultyMoniker::systemMoniker(*c.category, c.capture);
+        ASSERT_TRUE(moniker);
+        DSMoniker record;
+        record.create(moniker, CaptureStreamType::ANALOG(), 1);
+        EXPECT_EQ(capabilityTexts(record), c.capabilities);
+        EXPECT_EQ(lab::journalHas(c.tuner, L"Mode TV"), c.tuning);
+        EXPECT_EQ(log().contains(text(L"Analog TV Tuning supported")), c.tuning);
+    }
+}
+
+// Every step of the digital probe after the tuning space was found, refused in turn: each ends
+// the probe without a capability, saying where.
+TEST_F(DSMonikerTest, TheDigitalProbeStopsAtTheFirstRefusedStep)
+{
+    const wchar_t tuner[] = L"Lab ATSC QAM Tuner";
+    const struct {
+        const wchar_t *device;
+        const wchar_t *fault;
+        const wchar_t *value;
+        kel::String logged;
+    } cases[] = {
+        {L"System Tuning Spaces", L"fault.get_NetworkType", L"0x80004005",
+         text(L"ITuningSpace::get_NetworkType failed: ") + ErrorHandler::errorMessageFromHr(E_FAIL)},
+        {L"Network Provider", L"fault.ITuner", L"yes",
+         text(L"QueryInterface(ITuner) failed: ") + ErrorHandler::errorMessageFromHr(E_NOINTERFACE)},
+        {tuner, L"fault.bind", L"0x80070005", text(L"Failed to load the BDA network tuner filter")},
+        {tuner, L"fault.join", L"0x80004005", text(L"Failed to load the BDA network tuner filter")},
+        {tuner, L"fault.connect", L"yes", text(L"IGraphBuilder::Connect failed: ")},
+    };
+    const CComPtr<IMoniker> moniker = FaultyMoniker::systemMoniker(KSCATEGORY_BDA_NETWORK_TUNER, tuner);
+    ASSERT_TRUE(moniker);
+    for (const auto &c : cases) {
+        SCOPED_TRACE(kel::String(c.fault).toUtf8());
+        log().clear();
+        lab::DeviceOverride refuse(c.device, c.fault, c.value);
+        DSMoniker record;
+        record.create(moniker, CaptureStreamType::DIGITAL(), 1);
+        EXPECT_EQ(record.capabilities().size(), 0);
+        EXPECT_TRUE(log().contains(c.logged)) << c.logged.toUtf8();
+        EXPECT_FALSE(log().contains(text(L" append capability ")));
+    }
 }
 
 } // namespace

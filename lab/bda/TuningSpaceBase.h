@@ -2,6 +2,7 @@
 // network type (the class ID of the network provider that tunes it, as text in braces), the
 // frequency mapping text and the default locator. CreateTuneRequest (once the catalog admits it)
 // and Clone are the same for every kind of space; subclasses make the objects of their kind.
+// Fault (override of the "System Tuning Spaces" device): fault.get_NetworkType = HRESULT.
 #pragma once
 
 #include <windows.h>
@@ -15,6 +16,7 @@
 #include "bda/DispatchObject.h"
 #include "bda/LockedProperties.h"
 #include "bda/TuningSpaceCatalog.h"
+#include "common/DeviceState.h"
 #include "common/GuidText.h"
 
 namespace lab {
@@ -41,6 +43,12 @@ public:
     STDMETHODIMP get_CLSID(BSTR *spaceClass) override { return readText(spaceClass, guidText(m_fields.spaceClass)); }
     STDMETHODIMP get_NetworkType(BSTR *networkType) override
     {
+        const auto device = TuningSpaceCatalog::device();
+        const HRESULT fault = device->hresult(L"fault.get_NetworkType");
+        if (FAILED(fault)) {
+            device->record(L"NetworkType failed", fault);
+            return fault;
+        }
         return readText(networkType, guidText(fields().networkType));
     }
     STDMETHODIMP put_NetworkType(BSTR networkType) override

@@ -8,9 +8,11 @@ namespace lab {
 
 namespace {
 
-// GUID_DEVCLASS_IMAGE and GUID_DEVCLASS_MEDIA.
+// GUID_DEVCLASS_IMAGE, GUID_DEVCLASS_MEDIA and GUID_DEVCLASS_CAMERA (the class Windows 10 gives
+// USB video devices).
 const GUID kImageClass = {0x6bdd1fc6, 0x810f, 0x11d0, {0xbe, 0xc7, 0x08, 0x00, 0x2b, 0xe2, 0x09, 0x2f}};
 const GUID kMediaClass = {0x4d36e96c, 0xe325, 0x11ce, {0xbf, 0xc1, 0x08, 0x00, 0x2b, 0xe1, 0x03, 0x18}};
+const GUID kCameraClass = {0xca3e7ab9, 0xb4c3, 0x4ae6, {0x82, 0x51, 0x57, 0x9e, 0xf9, 0x33, 0x89, 0x0f}};
 
 std::wstring upper(std::wstring text)
 {
@@ -74,7 +76,7 @@ void usbIds(SetupApiRecord &record, const std::wstring &devicePart)
 {
     record.hardwareIds.push_back(L"USB\\" + devicePart);
     const std::wstring usbClass =
-        record.classGuid == kImageClass ? L"USB\\Class_0E&SubClass_03" : L"USB\\Class_FF&SubClass_FF";
+        record.classGuid != kMediaClass ? L"USB\\Class_0E&SubClass_03" : L"USB\\Class_FF&SubClass_FF";
     const std::wstring classId = usbClass.substr(0, usbClass.find(L'&'));
     record.compatibleIds = {usbClass + L"&Prot_00", usbClass, classId};
 }
@@ -103,8 +105,11 @@ bool chooseClass(const DeviceDescription &device, SetupApiRecord &record, std::w
     } else if (name == L"MEDIA") {
         record.className = L"MEDIA";
         record.classGuid = kMediaClass;
+    } else if (name == L"CAMERA") {
+        record.className = L"Camera";
+        record.classGuid = kCameraClass;
     } else {
-        error = L"device at line " + std::to_wstring(device.line) + L": class is IMAGE or MEDIA, not " + name;
+        error = L"device at line " + std::to_wstring(device.line) + L": class is IMAGE, MEDIA or CAMERA, not " + name;
         return false;
     }
     return true;
@@ -151,6 +156,8 @@ void fillFacts(const DeviceDescription &device, SetupApiRecord &record)
     fill(record.deviceDescription, device, L"device-description", name);
     fill(record.friendlyName, device, L"friendly-name", L"");
     fill(record.manufacturer, device, L"manufacturer", L"Sorvane Lab");
+    if (_wcsicmp(firstLine(device.value(L"mfg")).c_str(), L"none") == 0)
+        record.withoutMfg = true;
     fill(record.location, device, L"location", L"");
     fill(record.driverProvider, device, L"driver.provider", record.manufacturer);
     fill(record.driverDate, device, L"driver.date", L"01/01/2020");

@@ -24,7 +24,8 @@ struct SetupApiRecord {
     std::wstring deviceDescription;
     std::wstring friendlyName; // empty: the key has no "FriendlyName"
     std::wstring manufacturer;
-    std::wstring location; // empty: no "LocationInformation"
+    bool withoutMfg = false; // "mfg = none": the key has no "Mfg", only the INF names the manufacturer
+    std::wstring location;   // empty: no "LocationInformation"
     std::wstring service;
     std::vector<std::wstring> hardwareIds;
     std::vector<std::wstring> compatibleIds;

@@ -69,13 +69,14 @@ LSTATUS writeClassKey(const SetupApiRecord &record)
 {
     RegistryKey key;
     LSTATUS status = RegistryKey::create(HKEY_LOCAL_MACHINE, kClassRoot + lowerGuid(record.classGuid), key);
-    const bool image = record.className == L"Image";
+    const bool media = record.className == L"MEDIA";
+    const wchar_t *title = record.className == L"Image" ? L"Imaging devices" : L"Cameras";
     if (status == ERROR_SUCCESS)
-        status = key.setString(nullptr, image ? L"Imaging devices" : L"Sound, video and game controllers");
+        status = key.setString(nullptr, media ? L"Sound, video and game controllers" : title);
     if (status == ERROR_SUCCESS)
         status = key.setString(L"Class", record.className);
     if (status == ERROR_SUCCESS)
-        status = key.setString(L"Icon", image ? L"-500" : L"-1");
+        status = key.setString(L"Icon", media ? L"-1" : L"-500");
     return status;
 }
 
@@ -121,11 +122,12 @@ LSTATUS writeDriverKey(const SetupApiRecord &record, const std::wstring &path, c
 LSTATUS writeDeviceKey(const SetupApiRecord &record, const RegistryKey &key, const std::wstring &driver)
 {
     std::vector<std::pair<const wchar_t *, std::wstring>> values = {{L"DeviceDesc", record.deviceDescription},
-                                                                    {L"Mfg", record.manufacturer},
                                                                     {L"ClassGUID", lowerGuid(record.classGuid)},
                                                                     {L"Class", record.className},
                                                                     {L"Driver", driver},
                                                                     {L"Service", record.service}};
+    if (!record.withoutMfg)
+        values.emplace_back(L"Mfg", record.manufacturer);
     if (!record.friendlyName.empty())
         values.emplace_back(L"FriendlyName", record.friendlyName);
     if (!record.location.empty())

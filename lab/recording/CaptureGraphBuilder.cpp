@@ -3,6 +3,7 @@
 #include <new>
 
 #include "common/ClassRegistry.h"
+#include "tuner/UpstreamTuner.h"
 
 namespace lab {
 
@@ -156,6 +157,11 @@ HRESULT CaptureGraphBuilder::addWriterBehind(IGraphBuilder *graph, IBaseFilter *
 STDMETHODIMP CaptureGraphBuilder::FindInterface(const GUID *category, const GUID *majorType, IBaseFilter *filter,
                                                 REFIID iid, void **out)
 {
+    // Windows connects the card's separate tuner above the capture filter before it searches.
+    CComPtr<IGraphBuilder> graph;
+    if (filter && !(category && IsEqualGUID(*category, LOOK_DOWNSTREAM_ONLY)) &&
+        SUCCEEDED(m_wine->GetFiltergraph(&graph)))
+        UpstreamTuner::connectAbove(graph, filter);
     return m_wine->FindInterface(category, majorType, filter, iid, out);
 }
 

@@ -1,7 +1,8 @@
 // The capture graph builder as Windows has it, registered under CLSID_CaptureGraphBuilder2. Wine's
 // builder (created from qcap.dll directly, past the registry) does all the graph work;
-// this one adds what Wine leaves out, SetOutputFileName: the multiplexer and the file writer,
-// both added to the graph and connected, as Windows hands them back.
+// this one adds what Wine leaves out: SetOutputFileName (the multiplexer and the file writer,
+// both added to the graph and connected, as Windows hands them back) and, before FindInterface
+// searches, the separate TV tuner filter of a card connected above its capture filter.
 #pragma once
 
 #include <windows.h>

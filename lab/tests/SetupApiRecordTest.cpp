@@ -85,7 +85,7 @@ TEST(LabSetupApiRecord, NamesTheLineOfAMistake)
 {
     std::wstring error;
     records(std::string("[webcam]\nname = A\nclass = SOUND\n") + kCard, error);
-    EXPECT_EQ(L"device at line 1: class is IMAGE or MEDIA, not SOUND", error);
+    EXPECT_EQ(L"device at line 1: class is IMAGE, MEDIA or CAMERA, not SOUND", error);
     records(std::string("[webcam]\nname = A\ndriver.version = 1.2.3.4.5\n") + kCard, error);
     EXPECT_EQ(L"device at line 1: driver.version is up to four numbers joined by '.', not 1.2.3.4.5", error);
     records(std::string("[webcam]\nname = A\ndriver.date = 2020-01-01\n") + kCard, error);

@@ -44,7 +44,8 @@ HRESULT AnalogTunerFilter::create(const CLSID &clsid, bool hasTuner, REFIID iid,
 AnalogTunerFilter::AnalogTunerFilter(const CLSID &clsid, bool hasTuner)
     : DeviceFilter(clsid), m_hasTuner(hasTuner), m_tuner(*static_cast<IBaseFilter *>(this)),
       m_crossbar(*static_cast<IBaseFilter *>(this)), m_picture(hasTuner ? &m_tuner : nullptr, m_crossbar),
-      m_video(*this, L"Capture", m_picture), m_audio(*this, L"Audio Capture")
+      m_video(*this, L"Capture", m_picture), m_audio(*this, L"Audio Capture"),
+      m_tunerInput(*this, L"Analog Video In", MEDIATYPE_AnalogVideo)
 {
     // Without a property bag (created directly) the card has one plain format and an empty sky.
     const std::shared_ptr<DeviceState> unnamed = DeviceRegistry::device(L"");
@@ -71,7 +72,9 @@ BasePin *AnalogTunerFilter::pin(int index)
 {
     if (index == 0)
         return &m_video;
-    return index == 1 ? &m_audio : nullptr;
+    if (index == 1)
+        return &m_audio;
+    return index == 2 && m_tunerUpstream ? &m_tunerInput : nullptr;
 }
 
 HRESULT AnalogTunerFilter::configure(const std::shared_ptr<DeviceState> &device)
@@ -85,6 +88,9 @@ HRESULT AnalogTunerFilter::configure(const std::shared_ptr<DeviceState> &device)
     }
     m_tuner.attach(device);
     m_crossbar.attach(device);
+    const PinMedium tunerMedium = PinMedium::parse(device->text(L"tuner.medium"));
+    m_tunerInput.setMedium(tunerMedium);
+    m_tunerUpstream = tunerMedium.present();
     m_video.setDevice(device, formats);
     return S_OK;
 }

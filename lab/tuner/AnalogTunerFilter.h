@@ -9,6 +9,10 @@
 //   analog-tuner    a TV card with tuner, crossbar and both capture pins
 //   analog-capture  a capture card with crossbar and line inputs only, no IAMTVTuner
 //
+// A card whose tuner is a filter of its own ("tv-tuner", see TvTunerFilter) is an analog-capture
+// device with "tuner.medium = {GUID}", the medium of that tuner's output: its capture filter then
+// has an analog video input with that medium, where the capture graph builder connects the tuner.
+//
 // Device keys besides those of the tuner and crossbar:
 //   format = <VideoFormat>   one line per capability (RGB24, RGB32, YUY2, UYVY)
 //   fault.run = <HRESULT>    Run of the filter fails with it (device in use ...)
@@ -20,6 +24,7 @@
 #include "common/CapturePin.h"
 #include "common/DeviceFilter.h"
 #include "tuner/CrossbarControl.h"
+#include "tuner/MediumPins.h"
 #include "tuner/TunerAudioPin.h"
 #include "tuner/TunerPicture.h"
 #include "tuner/TvTunerControl.h"
@@ -34,7 +39,7 @@ public:
     static HRESULT createTunerCard(REFIID iid, void **out);
     static HRESULT createCaptureCard(REFIID iid, void **out);
 
-    int pinCount() override { return 2; }
+    int pinCount() override { return m_tunerUpstream ? 3 : 2; }
     BasePin *pin(int index) override;
 
 protected:
@@ -53,6 +58,8 @@ private:
     TunerPicture m_picture;
     CapturePin m_video;
     TunerAudioPin m_audio;
+    MediumInputPin m_tunerInput;
+    bool m_tunerUpstream = false;
 };
 
 } // namespace lab

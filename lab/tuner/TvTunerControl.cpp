@@ -355,6 +355,9 @@ STDMETHODIMP TvTunerControl::get_AvailableTVFormats(LONG *standards)
     std::shared_ptr<DeviceState> state = device();
     if (!state)
         return E_UNEXPECTED;
+    const HRESULT hr = fault(*state, L"get_AvailableTVFormats", L"AvailableTVFormats");
+    if (FAILED(hr))
+        return hr;
     long first = 0;
     *standards = formatMask(*state, first);
     return S_OK;

@@ -15,10 +15,12 @@
 //   fault.<method> an HRESULT                     that method fails with it (fault.put_Mode,
 //                                                 fault.put_Channel, fault.SignalPresent, fault.AutoTune,
 //                                                 fault.put_InputType, fault.get_ConnectInput,
-//                                                 fault.put_ConnectInput, fault.put_CountryCode)
+//                                                 fault.put_ConnectInput, fault.put_CountryCode,
+//                                                 fault.get_AvailableTVFormats)
 // Journal: "Mode TV|FM", "InputType <index> antenna|cable", "ConnectInput <index>",
 // "Channel <n> antenna|cable TV|FM" (n in hertz for FM), "AutoTune <n> found <0|1>",
-// "CountryCode <code>", "SignalPresent <strength>"; a refused call adds " failed 0x<hr>".
+// "CountryCode <code>", "SignalPresent <strength>"; a refused call adds " failed 0x<hr>"
+// ("AvailableTVFormats failed 0x<hr>" for the formats).
 #pragma once
 
 #include <windows.h>

@@ -39,5 +39,11 @@ bool LogCapture::contains(const kel::String &text) const
     return !find(text).empty();
 }
 
+void LogCapture::clear()
+{
+    std::lock_guard<std::mutex> guard(m_lock);
+    m_lines.clear();
+}
+
 } // namespace test
 } // namespace sorvane

@@ -25,6 +25,8 @@ public:
     // Lines whose message contains `text`.
     std::vector<Line> find(const kel::String &text) const;
     bool contains(const kel::String &text) const;
+    // Forgets the lines collected so far (between the rows of a table).
+    void clear();
 
 private:
     mutable std::mutex m_lock;

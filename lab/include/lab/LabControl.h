@@ -47,6 +47,7 @@
 //   "Item <name|id> found", "Item <name|id> not found"    ITuningSpaceContainer::get_Item
 //   "FindID <name> <id>", "FindID <name> not found", "EnumTuningSpaces <count>"
 //   "CreateTuneRequest <space>", "SystemType <space> Terrestrial|Cable|Satellite|ISDB-T|ISDB-S"
+//   "NetworkType failed 0x<HRESULT>" ITuningSpace::get_NetworkType refused by its fault
 // A refused call adds " failed 0x<HRESULT>" to its entry.
 #pragma once
 
