@@ -4,6 +4,7 @@
 #include "AssertionCatcher.h"
 #include "FaultyMoniker.h"
 #include "LabTest.h"
+#include "RefusedClass.h"
 #include "ScopedMonikers.h"
 
 #include <DSMoniker.h>
@@ -16,6 +17,7 @@
 #include <dshow.h>
 #include <tuner.h>
 #include <algorithm>
+#include <memory>
 #include <string>
 
 namespace {
@@ -26,6 +28,7 @@ using sorvane::CaptureStreamType;
 using sorvane::DSMoniker;
 using sorvane::ErrorHandler;
 using sorvane::test::FaultyMoniker;
+using sorvane::test::RefusedClass;
 using sorvane::test::ScopedMonikers;
 
 // A device category nobody but this program publishes in.
@@ -455,30 +458,46 @@ TEST_F(DSMonikerTest, TheTvTunerOnTheCaptureFilterOrUpstreamOfIt)
 }
 
 // Every step of the digital probe after the tuning space was found, refused in turn: each ends
-// the probe without a capability, saying where.
+// the probe without a capability, saying where. A row refuses through a lab fault, or refuses a
+// COM class on the test's apartment as when Windows cannot load the component.
 TEST_F(DSMonikerTest, TheDigitalProbeStopsAtTheFirstRefusedStep)
 {
     const wchar_t tuner[] = L"Lab ATSC QAM Tuner";
+    const wchar_t spaces[] = L"System Tuning Spaces";
+    const wchar_t provider[] = L"Network Provider";
     const struct {
         const wchar_t *device;
         const wchar_t *fault;
         const wchar_t *value;
+        const CLSID *refused;
         kel::String logged;
     } cases[] = {
-        {L"System Tuning Spaces", L"fault.get_NetworkType", L"0x80004005",
+        {spaces, L"fault.get_NetworkType", L"0x80004005", nullptr,
          text(L"ITuningSpace::get_NetworkType failed: ") + ErrorHandler::errorMessageFromHr(E_FAIL)},
-        {L"Network Provider", L"fault.ITuner", L"yes",
+        {spaces, L"fault.get_NetworkType.text", L"not a class ID", nullptr,
+         text(L"CLSIDFromString failed: ") + ErrorHandler::errorMessageFromHr(CO_E_CLASSSTRING)},
+        {nullptr, L"ATSC network provider not registered", nullptr, &CLSID_ATSCNetworkProvider,
+         text(L"CoCreateInstance(ATSC Network Provider) failed: ") +
+             ErrorHandler::errorMessageFromHr(REGDB_E_CLASSNOTREG)},
+        {provider, L"fault.join", L"0x80004005", nullptr,
+         text(L"IGraphBuilder::AddFilter(Network Provider) failed: ") + ErrorHandler::errorMessageFromHr(E_FAIL)},
+        {provider, L"fault.ITuner", L"yes", nullptr,
          text(L"QueryInterface(ITuner) failed: ") + ErrorHandler::errorMessageFromHr(E_NOINTERFACE)},
-        {tuner, L"fault.bind", L"0x80070005", text(L"Failed to load the BDA network tuner filter")},
-        {tuner, L"fault.join", L"0x80004005", text(L"Failed to load the BDA network tuner filter")},
-        {tuner, L"fault.connect", L"yes", text(L"IGraphBuilder::Connect failed: ")},
+        {tuner, L"fault.bind", L"0x80070005", nullptr, text(L"Failed to load the BDA network tuner filter")},
+        {tuner, L"fault.join", L"0x80004005", nullptr, text(L"Failed to load the BDA network tuner filter")},
+        {tuner, L"fault.connect", L"yes", nullptr, text(L"IGraphBuilder::Connect failed: ")},
     };
     const CComPtr<IMoniker> moniker = FaultyMoniker::systemMoniker(KSCATEGORY_BDA_NETWORK_TUNER, tuner);
     ASSERT_TRUE(moniker);
     for (const auto &c : cases) {
         SCOPED_TRACE(kel::String(c.fault).toUtf8());
         log().clear();
-        lab::DeviceOverride refuse(c.device, c.fault, c.value);
+        std::unique_ptr<lab::DeviceOverride> refuse;
+        if (c.device)
+            refuse.reset(new lab::DeviceOverride(c.device, c.fault, c.value));
+        std::unique_ptr<RefusedClass> unregistered;
+        if (c.refused)
+            unregistered.reset(new RefusedClass(*c.refused, REGDB_E_CLASSNOTREG));
         DSMoniker record;
         record.create(moniker, CaptureStreamType::DIGITAL(), 1);
         EXPECT_EQ(record.capabilities().size(), 0);

@@ -61,6 +61,19 @@ BasePin *NetworkProvider::pin(int index)
     return index == 0 ? &m_antenna : nullptr;
 }
 
+STDMETHODIMP NetworkProvider::JoinFilterGraph(IFilterGraph *graph, LPCWSTR name)
+{
+    if (graph) {
+        const auto device = DeviceRegistry::device(kDeviceName);
+        const HRESULT refused = device->hresult(L"fault.join");
+        if (FAILED(refused)) {
+            device->record(L"Join failed", refused);
+            return refused;
+        }
+    }
+    return BaseFilter::JoinFilterGraph(graph, name);
+}
+
 void *NetworkProvider::queryExtra(REFIID iid)
 {
     if (IsEqualIID(iid, __uuidof(ITuner)) && !DeviceRegistry::device(kDeviceName)->flag(L"fault.ITuner"))

@@ -4,7 +4,8 @@
 // directly to a BDA tuner filter's input; ITuner (TunerControl) takes tune requests and hands
 // them to that tuner filter; the DVB-T provider also has IFrequencyMap (FrequencyMapControl).
 // All three journal under the device name "Network Provider" (see TunerControl and
-// FrequencyMapControl for the entries and faults).
+// FrequencyMapControl for the entries and faults). fault.join = HRESULT: JoinFilterGraph refuses
+// every graph, so adding the provider to one fails (journal: "Join failed 0x<HRESULT>").
 #pragma once
 
 #include "bda/AntennaPin.h"
@@ -27,6 +28,8 @@ public:
 
     int pinCount() override { return 1; }
     BasePin *pin(int index) override;
+
+    STDMETHODIMP JoinFilterGraph(IFilterGraph *graph, LPCWSTR name) override;
 
 protected:
     void *queryExtra(REFIID iid) override;

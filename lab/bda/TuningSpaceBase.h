@@ -2,7 +2,8 @@
 // network type (the class ID of the network provider that tunes it, as text in braces), the
 // frequency mapping text and the default locator. CreateTuneRequest (once the catalog admits it)
 // and Clone are the same for every kind of space; subclasses make the objects of their kind.
-// Fault (override of the "System Tuning Spaces" device): fault.get_NetworkType = HRESULT.
+// Faults (overrides of the "System Tuning Spaces" device): fault.get_NetworkType = HRESULT;
+// fault.get_NetworkType.text = TEXT, the call succeeding with that text (a damaged space).
 #pragma once
 
 #include <windows.h>
@@ -49,6 +50,9 @@ public:
             device->record(L"NetworkType failed", fault);
             return fault;
         }
+        std::wstring damaged;
+        if (device->find(L"fault.get_NetworkType.text", damaged))
+            return readText(networkType, damaged);
         return readText(networkType, guidText(fields().networkType));
     }
     STDMETHODIMP put_NetworkType(BSTR networkType) override

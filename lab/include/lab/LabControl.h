@@ -43,6 +43,7 @@
 //   "EnumTuningSpaces <count>"      ITuner::EnumTuningSpaces and how many spaces it listed
 //   "CountryCode <code>"            IFrequencyMap::put_CountryCode
 //   "CountryCodeList <count>", "DefaultFrequencyMapping <code> <count>", "FrequencyMapping <count>"
+//   "Join failed 0x<HRESULT>"       a graph refused by the provider's fault.join
 // "System Tuning Spaces":
 //   "Item <name|id> found", "Item <name|id> not found"    ITuningSpaceContainer::get_Item
 //   "FindID <name> <id>", "FindID <name> not found", "EnumTuningSpaces <count>"
