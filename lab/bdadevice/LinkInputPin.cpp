@@ -39,17 +39,10 @@ HRESULT LinkInputPin::checkMediaType(const AM_MEDIA_TYPE &type)
 std::vector<MediaType> LinkInputPin::mediaTypes()
 {
     std::vector<MediaType> types;
-    AM_MEDIA_TYPE type = {};
-    type.majortype = m_majorType;
-    type.formattype = FORMAT_None;
-    type.bFixedSizeSamples = TRUE;
-    type.lSampleSize = 1;
-    for (const GUID &subType : m_subTypes) {
-        type.subtype = subType;
-        types.push_back(MediaType(type));
-    }
+    for (const GUID &subType : m_subTypes)
+        types.push_back(MediaType::link(m_majorType, subType));
     if (m_subTypes.empty())
-        types.push_back(MediaType(type));
+        types.push_back(MediaType::link(m_majorType));
     return types;
 }
 

@@ -55,6 +55,17 @@ void MediaType::clear()
     ZeroMemory(&m_type, sizeof(m_type));
 }
 
+MediaType MediaType::link(const GUID &majorType, const GUID &subType)
+{
+    AM_MEDIA_TYPE type = {};
+    type.majortype = majorType;
+    type.subtype = subType;
+    type.formattype = FORMAT_None;
+    type.bFixedSizeSamples = TRUE;
+    type.lSampleSize = 1;
+    return MediaType(type);
+}
+
 MediaType MediaType::video(const GUID &subType, LONG width, LONG height, WORD bitCount, DWORD compression,
                            REFERENCE_TIME frameTime)
 {

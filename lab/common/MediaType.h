@@ -21,6 +21,10 @@ public:
     static MediaType video(const GUID &subType, LONG width, LONG height, WORD bitCount, DWORD compression,
                            REFERENCE_TIME frameTime);
 
+    // The type of a pin that links two filters rather than carrying samples: fixed one-byte
+    // samples, no format block.
+    static MediaType link(const GUID &majorType, const GUID &subType = GUID_NULL);
+
     const AM_MEDIA_TYPE &get() const { return m_type; }
     const AM_MEDIA_TYPE *operator->() const { return &m_type; }
     bool empty() const { return IsEqualGUID(m_type.majortype, GUID_NULL) != FALSE; }

@@ -9,12 +9,7 @@ MediumOutputPin::MediumOutputPin(BaseFilter &filter, const std::wstring &name, c
 
 std::vector<MediaType> MediumOutputPin::mediaTypes()
 {
-    AM_MEDIA_TYPE type = {};
-    type.majortype = m_majorType;
-    type.formattype = FORMAT_None;
-    type.bFixedSizeSamples = TRUE;
-    type.lSampleSize = 1;
-    return {MediaType(type)};
+    return {MediaType::link(m_majorType)};
 }
 
 HRESULT MediumOutputPin::checkMediaType(const AM_MEDIA_TYPE &type)
