@@ -499,21 +499,21 @@ bool DigitalTuner::topologySignal(IBDA_Topology *topology)
         SORVANE_LOG_ERROR(LogTexts::NODE_TYPES_FAILED << hrText(hr));
         return false;
     }
-    bool failed = false;
-    for (ULONG i = 0; i < count && i < kMaxNodes && !failed; ++i) {
-        if (nodeSignal(topology, nodeTypes[i], failed))
-            return true;
+    for (ULONG i = 0; i < count && i < kMaxNodes; ++i) {
+        const NodeSignal signal = nodeSignal(topology, nodeTypes[i]);
+        if (signal != NodeSignal::NONE)
+            return signal == NodeSignal::FOUND;
     }
     return false;
 }
 
-bool DigitalTuner::nodeSignal(IBDA_Topology *topology, ULONG nodeType, bool &failed)
+DigitalTuner::NodeSignal DigitalTuner::nodeSignal(IBDA_Topology *topology, ULONG nodeType)
 {
     SORVANE_LOG_DETAIL("Getting node ifaces");
     GUID interfaces[kMaxNodes] = {};
     ULONG count = 0;
     if (FAILED(topology->GetNodeInterfaces(nodeType, &count, kMaxNodes, interfaces)))
-        return false;
+        return NodeSignal::NONE;
     for (ULONG i = 0; i < count && i < kMaxNodes; ++i) {
         SORVANE_LOG_DETAIL("Checking for IID_IBDA_SignalStatistics");
         if (!IsEqualGUID(interfaces[i], __uuidof(IBDA_SignalStatistics)))
@@ -521,12 +521,11 @@ bool DigitalTuner::nodeSignal(IBDA_Topology *topology, ULONG nodeType, bool &fai
         const CComPtr<IBDA_SignalStatistics> statistics = nodeStatistics(topology, nodeType);
         if (!statistics)
             continue;
-        if (statisticsShowSignal(statistics, failed))
-            return true;
-        if (failed)
-            return false;
+        const NodeSignal signal = statisticsSignal(statistics);
+        if (signal != NodeSignal::NONE)
+            return signal;
     }
-    return false;
+    return NodeSignal::NONE;
 }
 
 CComPtr<IBDA_SignalStatistics> DigitalTuner::nodeStatistics(IBDA_Topology *topology, ULONG nodeType)
@@ -541,26 +540,26 @@ CComPtr<IBDA_SignalStatistics> DigitalTuner::nodeStatistics(IBDA_Topology *topol
     return statistics;
 }
 
-bool DigitalTuner::statisticsShowSignal(IBDA_SignalStatistics *statistics, bool &failed)
+DigitalTuner::NodeSignal DigitalTuner::statisticsSignal(IBDA_SignalStatistics *statistics)
 {
     LONG quality = 0;
     BOOLEAN locked = 0;
     BOOLEAN present = 0;
-    failed = !readStatistic(statistics, &IBDA_SignalStatistics::get_SignalQuality, quality, LogTexts::QUALITY_FAILED,
-                            "Topo sig qual: ") ||
-             !readStatistic(statistics, &IBDA_SignalStatistics::get_SignalLocked, locked, LogTexts::LOCK_FAILED,
-                            "Topo sig lock: ") ||
-             !readStatistic(statistics, &IBDA_SignalStatistics::get_SignalPresent, present, LogTexts::PRESENT_FAILED,
-                            "Topo sig present: ");
-    if (failed)
-        return false;
+    const bool read = readStatistic(statistics, &IBDA_SignalStatistics::get_SignalQuality, quality,
+                                    LogTexts::QUALITY_FAILED, "Topo sig qual: ") &&
+                      readStatistic(statistics, &IBDA_SignalStatistics::get_SignalLocked, locked, LogTexts::LOCK_FAILED,
+                                    "Topo sig lock: ") &&
+                      readStatistic(statistics, &IBDA_SignalStatistics::get_SignalPresent, present,
+                                    LogTexts::PRESENT_FAILED, "Topo sig present: ");
+    if (!read)
+        return NodeSignal::UNREADABLE;
     logStrengthAndSampleTime(statistics);
 
     if (locked > 0 && present > 0 && quality > kQualityNeeded) {
         SORVANE_LOG_DETAIL("Found a valid signal");
-        return true;
+        return NodeSignal::FOUND;
     }
-    return false;
+    return NodeSignal::NONE;
 }
 
 // Read for the log only: the decision does not depend on them.

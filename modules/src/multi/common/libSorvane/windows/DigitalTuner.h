@@ -76,12 +76,14 @@ private:
     // `failed` ends the moniker search: the graph refused the filter or would not give it back.
     bool addAndConnect(CComPtr<IBaseFilter> filter, const kel::String &name, CComPtr<IBaseFilter> connectTo,
                        bool isUpstream, bool &failed);
+    // What a node's statistics say. UNREADABLE ends the topology search: a node's quality,
+    // lock or presence could not be read.
+    enum class NodeSignal { FOUND, NONE, UNREADABLE };
     bool topologySignal(IBDA_Topology *topology);
-    // `failed` ends the topology search: a node's quality, lock or presence could not be read.
-    bool nodeSignal(IBDA_Topology *topology, ULONG nodeType, bool &failed);
+    NodeSignal nodeSignal(IBDA_Topology *topology, ULONG nodeType);
     static CComPtr<IBDA_SignalStatistics> nodeStatistics(IBDA_Topology *topology, ULONG nodeType);
-    // Quality, lock and presence decide; `failed` when one of them could not be read.
-    static bool statisticsShowSignal(IBDA_SignalStatistics *statistics, bool &failed);
+    // Quality, lock and presence decide.
+    static NodeSignal statisticsSignal(IBDA_SignalStatistics *statistics);
     static void logStrengthAndSampleTime(IBDA_SignalStatistics *statistics);
     bool connectPins(IPin *upstreamPin, IBaseFilter *downstream);
     kel::String graphText() const;
