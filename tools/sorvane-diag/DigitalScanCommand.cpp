@@ -183,7 +183,9 @@ std::wstring DigitalScanCommand::help() const
                 ? std::wstring(L"\n")
                 : std::wstring(L". The scan's graph has no sample\n"
                                L"                          grabber, so the host tunes that channel again after\n"
-                               L"                          the scan and keeps 5 s of it (Ctrl+C ends it early)\n")) +
+                               L"                          the scan and keeps " +
+                               std::to_wstring(static_cast<int>(kKeptSeconds)) +
+                               L" s of it (Ctrl+C ends it early)\n")) +
            L"\n"
            L"Parameters read: " +
            range + L",\nCheckTVCable, MsgBoxTimeout" +
