@@ -2,6 +2,7 @@
 #include "UsageError.h"
 
 #include <kel/LogPriority.h>
+#include <kel/String.h>
 
 #include <windows.h>
 #include <shellapi.h>
@@ -22,11 +23,9 @@ struct OptionSpec {
     Apply apply;
 };
 
-std::wstring lower(std::wstring text)
+std::wstring lower(const std::wstring &text)
 {
-    for (wchar_t &c : text)
-        c = static_cast<wchar_t>(towlower(c));
-    return text;
+    return kel::String(text).toLower().wstr();
 }
 
 void applyHelp(HostOptions &options, const std::wstring &)

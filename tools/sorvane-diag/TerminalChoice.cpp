@@ -1,7 +1,7 @@
 #include "TerminalChoice.h"
 #include "TerminalQuestion.h"
 
-#include <cwctype>
+#include <kel/String.h>
 
 namespace sorvane {
 namespace diag {
@@ -13,10 +13,7 @@ const size_t kColumnWidth = 26;
 
 std::wstring folded(const std::wstring &text)
 {
-    std::wstring result;
-    for (const wchar_t c : text)
-        result += static_cast<wchar_t>(towlower(c));
-    return result;
+    return kel::String(text).toLower().wstr();
 }
 
 std::wstring trimmed(const std::wstring &text)
